@@ -1,0 +1,15 @@
+# What every target of this project is compiled with.
+add_library(assetconnector_options INTERFACE)
+
+target_compile_options(assetconnector_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+    # Inline statics as unique symbols would keep the library from being unloaded.
+    $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+
+# A comma list for -fsanitize=, such as "address,undefined" or "thread".
+set(ASSETCONNECTOR_SANITIZE "" CACHE STRING "Sanitizers to build with")
+if(ASSETCONNECTOR_SANITIZE)
+    target_compile_options(assetconnector_options INTERFACE
+        -fsanitize=${ASSETCONNECTOR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(assetconnector_options INTERFACE -fsanitize=${ASSETCONNECTOR_SANITIZE})
+endif()

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "host/kiln/Message.h"
+#include "host/ridge/RecordLists.h"
+#include "message/ACMessage.h"
+
+#include <utility>
+
+/// The typed messages that the media collection connector posts for host components: to its own station
+/// (AC::GetMCAssetConnectorStation) those of namespace AC, to the project's station
+/// (Loft::kStation_BriselProject) the three of namespace Ridge. A listener tells them apart by
+/// Kiln::Message::MessageTypeID, compared with the TypeID() of each class, and then casts. They are
+/// delivered on the user-interface thread.
+namespace AC {
+
+/// What every message class of the library is: its payload, copied once at construction.
+template <class Message, class PayloadType>
+class StationMessage : public Kiln::MessageImpl<Message>
+{
+public:
+    using Payload = PayloadType;
+
+    const Payload& GetPayload() const noexcept { return mPayload; }
+
+protected:
+    explicit StationMessage(const Payload& payload) : mPayload(payload) {}
+
+private:
+    Payload mPayload;
+};
+
+}  // namespace AC
+
+namespace Ridge {
+
+/// The new names of the inserted columns, then the names that some of them had before.
+struct InsertedColumns
+{
+    ColumnTexts newNames;
+    ColumnTexts previousNames;
+};
+
+}  // namespace Ridge
+
+#define AC_STATION_MESSAGE(NAMESPACE, NAME, TYPE_NAME, PAYLOAD)          \
+    namespace NAMESPACE {                                                \
+    class NAME : public AC::StationMessage<NAME, PAYLOAD>                \
+    {                                                                    \
+    public:                                                              \
+        static constexpr char kTypeName[] = TYPE_NAME;                   \
+        explicit NAME(const PAYLOAD& payload) : StationMessage(payload) {} \
+    };                                                                   \
+    }
+#include "connectors/StationMessages.def"
+#undef AC_STATION_MESSAGE

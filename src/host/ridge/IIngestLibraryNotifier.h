@@ -1,0 +1,84 @@
+#pragma once
+
+#include "host/kiln/InterfaceRef.h"
+#include "host/kiln/KilnUnknown.h"
+#include "host/ridge/ErrorRecord.h"
+#include "host/ridge/RecordLists.h"
+#include "host/tempora/Time.h"
+
+namespace Ridge {
+
+/// What the ingest library reports. Implemented by the connectors, called by the host on any thread, several
+/// at once. The order of the operations crosses the binary boundary and must not change.
+///
+/// Most operations begin with the task and the message they report on. Lists are passed on whole and in
+/// order, null entries included. What an operation of the host throws under way travels back to the caller;
+/// nothing is sent after it.
+class IIngestLibraryNotifier : public KilnUnknown
+{
+public:
+    using Guid = ferrite::utility::Guid;
+
+    /// {C88718C1-F298-49F2-8B18-2AA34923B7BB}
+    static constexpr Guid kInterfaceID{0xC88718C1F29849F2, 0x8B182AA34923B7BB};
+
+    virtual void OnIngestStarted(const Guid& task) = 0;
+    virtual void OnIngestFinished(const Guid& task) = 0;
+    virtual void OnIngestCancelled(const Guid& task) = 0;
+    virtual void OnIngestPaused(const GuidList& tasks) = 0;
+    virtual void OnIngestResumed(const GuidList& tasks) = 0;
+    /// An empty item list is not reported; the same holds for OnBackupItemsReady.
+    virtual void OnIngestItemsReady(const Guid& task, const Guid& batch, const Guid& taskItem,
+                                    const IngestItemList& items, const CustomMetadata& metadata) = 0;
+    virtual void OnBackupItemsReady(const Guid& task, const Guid& batch, const IngestItemList& items,
+                                    const CustomMetadata& metadata) = 0;
+    /// A zero batch is not reported; the same holds for OnIngestBatchFinished.
+    virtual void OnIngestBatchStarted(const Guid& task, const Guid& batch, const UTF16String& targetBin) = 0;
+    virtual void OnIngestBatchFinished(const Guid& task, const Guid& batch) = 0;
+    virtual void OnInitMiniMetadata(const Guid& task, const Guid& message, const IngestItemList& items) = 0;
+    virtual void OnTranscodeStatus(const Guid& task, const Guid& message, ResultCode code,
+                                   const UTF16String& error, const UTF16String& outputPath) = 0;
+    virtual void OnConcatenationStatus(const Guid& task, const Guid& message, ResultCode code,
+                                       const UTF16String& error, const UTF16String& outputPath) = 0;
+    virtual void OnTranscodeProgress(const Guid& task, const Guid& message, std::int32_t percentage) = 0;
+    virtual void OnConcatenationProgress(const Guid& task, const Guid& message, std::int32_t percentage) = 0;
+    virtual void OnSaveAsset(const Guid& task, const Guid& message, const AssetMediaInfoList& infos,
+                             const boost::shared_ptr<AssetItem>& item, bool saveFlag) = 0;
+    virtual void OnTriggerSaveAssetStatus(const Guid& task, const Guid& message, ResultCode code,
+                                          const UTF16String& error, const AssetMediaInfoList& infos) = 0;
+    virtual void OnFileChanged(const Guid& task, const Guid& message,
+                               const boost::shared_ptr<AssetMediaInfo>& info, ResultCode code) = 0;
+    virtual void OnFileOffLine(const Guid& task, const Guid& message, const PathList& paths) = 0;
+    virtual void OnXMPChanged(const Guid& task, const Guid& message, const AssetMediaInfoList& infos) = 0;
+    virtual void OnMediaInfoChanged(const Guid& task, const Guid& message, const AssetMediaInfoList& infos) = 0;
+    virtual void OnImportXMPFinished(const Guid& task, const Guid& message, ResultCode code, const Guid& batch,
+                                     const Guid& taskItem, const AssetMediaInfoList& infos,
+                                     const AssetItemList& items) = 0;
+    /// \param xmp May be null. \param first, second Passed on to AssetMediaInfo::CreateMasterClipMediaInfo.
+    /// \param requestContext May be null; kept as long as a record or message of this report lives.
+    virtual void OnReadXMPFinished(const Guid& task, const Guid& message, ResultCode code,
+                                   const UTF16String& mediaPath, const Guid& mediaInfo,
+                                   const CustomMetadata& metadata, const XMPText& xmp, const UTF16String& first,
+                                   const UTF16String& second, const Guid& batch, const Guid& taskItem,
+                                   const ErrorRecordList& errors,
+                                   const Kiln::InterfaceRef<KilnUnknown>& requestContext) = 0;
+    virtual void OnRequestThumbnailStatus(const Guid& task, const Guid& message, ResultCode code,
+                                          const UTF16String& clipPath, const Guid& asset,
+                                          tempora::TickTime startTime, const UTF16String& thumbPath,
+                                          const Guid& batch, const Guid& taskItem) = 0;
+    virtual void OnTransferProgress(const Guid& task, const Guid& message, std::int32_t percentage) = 0;
+    virtual void OnTransferStatus(const Guid& task, const Guid& message, ResultCode code,
+                                  const TransferResultList& results) = 0;
+    virtual void OnRenameStatus(const Guid& task, const Guid& message, ResultCode code,
+                                const TransferResultList& results) = 0;
+    virtual void OnGetMediaPropertyInfoStatus(const Guid& task, const Guid& message, ResultCode code,
+                                              const AC::MediaPropertyInfo& info) = 0;
+    virtual void OnGetTargetBinPath(const Guid& task, const Guid& message) = 0;
+    virtual void OnXMPFileTimeChanged(const Guid& task, const Guid& message, ResultCode code,
+                                      const ActionResultList& results) = 0;
+};
+
+/// How many callbacks the interface has; each connector has a row for every one.
+constexpr int kCallbackCount = 29;
+
+}  // namespace Ridge

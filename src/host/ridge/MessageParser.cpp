@@ -1,0 +1,132 @@
+#include "host/ridge/MessageParser.h"
+
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include <string_view>
+
+namespace Ridge {
+
+/// Ends a parse from inside a callback; the scanner lets it through.
+struct MessageParser::Refusal
+{
+};
+
+MessageParser::MessageParser()
+{
+    setValidationScheme(Val_Never);
+    setDoNamespaces(false);
+    setDoSchema(false);
+    setLoadSchema(false);
+    setLoadExternalDTD(false);
+    setSkipDTDValidation(true);
+    setDisableDefaultEntityResolution(true);
+    setCreateEntityReferenceNodes(false);
+    setCreateCommentNodes(false);
+    setExitOnFirstFatalError(true);
+    setErrorHandler(&mErrorHandler);
+}
+
+MessageParser::~MessageParser() = default;
+
+xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
+{
+    std::u16string_view content = text;
+    if (!content.empty() && content.front() == 0xFEFF)
+        content.remove_prefix(1);
+    mRun.clear();
+    mDepth = 0;
+    mError = {};
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(content.data()),
+                                      content.size() * sizeof(char16_t), "panel text");
+    source.setEncoding(xercesc::XMLUni::fgXMLChEncodingString);
+    try {
+        parse(source);
+    } catch (const Refusal&) {
+        return nullptr;
+    } catch (const xercesc::XMLException& exception) {
+        mError = {0, 0, exception.getMessage()};
+        return nullptr;
+    } catch (const xercesc::DOMException& exception) {
+        mError = {0, 0, exception.getMessage()};
+        return nullptr;
+    }
+    // After a fatal error the tree so far is still there.
+    return getErrorCount() == 0 ? getDocument() : nullptr;
+}
+
+void MessageParser::docCharacters(const XMLCh* chars, XMLSize_t length, bool cdataSection)
+{
+    if (!cdataSection) {
+        mRun.append(chars, length);
+        return;
+    }
+    EndRun();
+    XercesDOMParser::docCharacters(chars, length, true);
+}
+
+void MessageParser::EndRun()
+{
+    if (mRun.empty())
+        return;
+    XercesDOMParser::docCharacters(mRun.data(), mRun.size(), false);
+    mRun.clear();
+}
+
+void MessageParser::docPI(const XMLCh* /*target*/, const XMLCh* /*data*/) {}
+
+void MessageParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID,
+                                 const XMLCh* prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                                 XMLSize_t attributeCount, bool isEmpty, bool isRoot)
+{
+    EndRun();
+    if (mDepth == kDeepestElement)
+        Refuse(u"elements are nested too deeply");
+    if (!isEmpty)
+        ++mDepth;
+    XercesDOMParser::startElement(declaration, uriID, prefix, attributes, attributeCount, isEmpty, isRoot);
+}
+
+void MessageParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, bool isRoot,
+                               const XMLCh* prefix)
+{
+    EndRun();
+    // The base class reports an empty element through this function, too, without having counted it.
+    XercesDOMParser::endElement(declaration, uriID, isRoot, prefix);
+    --mDepth;
+}
+
+void MessageParser::doctypeDecl(const xercesc::DTDElementDecl& /*declaration*/, const XMLCh* /*publicID*/,
+                                const XMLCh* /*systemID*/, bool /*hasInternalSubset*/,
+                                bool /*hasExternalSubset*/)
+{
+    Refuse(u"a DOCTYPE is not accepted");
+}
+
+void MessageParser::Refuse(const char16_t* reason)
+{
+    const xercesc::Locator* const place = getScanner()->getLocator();
+    mError = {place->getLineNumber(), place->getColumnNumber(), reason};
+    throw Refusal();
+}
+
+void MessageParser::FirstError::warning(const xercesc::SAXParseException& /*exception*/) {}
+
+void MessageParser::FirstError::error(const xercesc::SAXParseException& exception)
+{
+    fatalError(exception);
+}
+
+void MessageParser::FirstError::fatalError(const xercesc::SAXParseException& exception)
+{
+    if (mError.reason.empty())
+        mError = {exception.getLineNumber(), exception.getColumnNumber(), exception.getMessage()};
+}
+
+void MessageParser::FirstError::resetErrors() {}
+
+}  // namespace Ridge

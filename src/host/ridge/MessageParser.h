@@ -1,0 +1,86 @@
+#pragma once
+
+#include "host/Export.h"
+#include "host/ferrite/UTF16String.h"
+
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/ErrorHandler.hpp>
+
+#include <cstddef>
+
+namespace Ridge {
+
+/// Where and why a text does not parse. Line and column count from 1; 0 where no place is known.
+struct ParseError
+{
+    std::size_t line = 0;
+    std::size_t column = 0;
+    UTF16String reason;
+};
+
+/// The parser of panel texts. Texts come from web pages and are not trusted: there is no validation, no
+/// schema, no namespace processing and no access to anything outside the text; a DOCTYPE ends the parse, and
+/// with it every entity but the five named ones. Comments and processing instructions make no nodes and do
+/// not split a text; a CDATA section is a node of its own.
+///
+/// Character data between two tags reaches the tree as one piece: the base class appends piece by piece, one
+/// for every reference, and each piece searches all the buffers that earlier ones released.
+///
+/// One parser, one text, one thread. It owns the document.
+class AC_API MessageParser final : public xercesc::XercesDOMParser
+{
+public:
+    /// How deep elements may nest; the root has depth 1.
+    static constexpr std::size_t kDeepestElement = 4096;
+
+    MessageParser();
+    ~MessageParser() override;
+
+    /// Parses the text, whatever encoding it declares; a leading byte order mark is accepted.
+    /// \return The document, owned by this parser; null when the text does not parse.
+    /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
+    xercesc::DOMDocument* Parse(const UTF16String& text);
+
+    /// \return What was wrong with the text, after Parse returned null.
+    const ParseError& Error() const noexcept { return mError; }
+
+private:
+    struct Refusal;
+
+    /// Keeps the first error. The parser counts them.
+    class FirstError final : public xercesc::ErrorHandler
+    {
+    public:
+        explicit FirstError(ParseError& error) : mError(error) {}
+
+        void warning(const xercesc::SAXParseException& exception) override;
+        void error(const xercesc::SAXParseException& exception) override;
+        void fatalError(const xercesc::SAXParseException& exception) override;
+        void resetErrors() override;
+
+    private:
+        ParseError& mError;
+    };
+
+    void docCharacters(const XMLCh* chars, XMLSize_t length, bool cdataSection) override;
+    void docPI(const XMLCh* target, const XMLCh* data) override;
+    void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, const XMLCh* prefix,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount,
+                      bool isEmpty, bool isRoot) override;
+    void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, bool isRoot,
+                    const XMLCh* prefix) override;
+    void doctypeDecl(const xercesc::DTDElementDecl& declaration, const XMLCh* publicID, const XMLCh* systemID,
+                     bool hasInternalSubset, bool hasExternalSubset) override;
+
+    /// Hands the collected run of character data on.
+    void EndRun();
+
+    [[noreturn]] void Refuse(const char16_t* reason);
+
+    UTF16String mRun;
+    std::size_t mDepth = 0;
+    ParseError mError;
+    FirstError mErrorHandler{mError};
+};
+
+}  // namespace Ridge

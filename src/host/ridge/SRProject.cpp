@@ -1,0 +1,14 @@
+#include "host/ridge/SRProject.h"
+
+#include "host/Host.h"
+
+namespace Ridge {
+
+SRProject::~SRProject() = default;
+
+boost::shared_ptr<SRProject> SRProject::GetInstance()
+{
+    return AC::InstalledHost().ingestLibrary.GetProject();
+}
+
+}  // namespace Ridge

@@ -1,0 +1,158 @@
+#include "host/ridge/XMLUtilities.h"
+
+#include <xercesc/util/XMLUni.hpp>
+
+#include <cstddef>
+#include <string_view>
+
+namespace Ridge::XMLUtilities {
+namespace {
+
+using xercesc::DOMNode;
+
+/// \return Whether XML 1.0 can carry the unit at this place; surrogates must come in pairs.
+bool IsCarried(std::u16string_view text, std::size_t at)
+{
+    const char16_t unit = text[at];
+    if (unit < 0x20)
+        return unit == u'\t' || unit == u'\n' || unit == u'\r';
+    if (unit < 0xD800)
+        return true;
+    if (unit <= 0xDBFF)
+        return at + 1 < text.size() && (text[at + 1] & 0xFC00U) == 0xDC00U;
+    if (unit <= 0xDFFF)
+        return at > 0 && (text[at - 1] & 0xFC00U) == 0xD800U;
+    return unit < 0xFFFE;
+}
+
+/// \return What to write for the unit instead of itself, or an empty view.
+std::u16string_view Replacement(std::u16string_view text, std::size_t at, bool inAttribute)
+{
+    const char16_t unit = text[at];
+    if (unit > u'>' && unit < 0xD800)
+        return {};
+    switch (unit) {
+        case u'&':
+            return u"&amp;";
+        case u'<':
+            return u"&lt;";
+        case u'>':
+            return inAttribute ? std::u16string_view() : u"&gt;";
+        case u'"':
+            return inAttribute ? u"&quot;" : std::u16string_view();
+        case u'\r':
+            return u"&#xD;";
+        case u'\n':
+            return inAttribute ? u"&#xA;" : std::u16string_view();
+        case u'\t':
+            return inAttribute ? u"&#x9;" : std::u16string_view();
+        default:
+            return IsCarried(text, at) ? std::u16string_view() : u"\uFFFD";
+    }
+}
+
+void AppendEscaped(UTF16String& out, const XMLCh* value, bool inAttribute)
+{
+    const std::u16string_view text(value);
+    std::size_t done = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::u16string_view replacement = Replacement(text, at, inAttribute);
+        if (replacement.empty())
+            continue;
+        out.append(text, done, at - done);
+        out.append(replacement);
+        done = at + 1;
+    }
+    out.append(text, done);
+}
+
+void AppendAttributes(UTF16String& out, const DOMNode* element)
+{
+    const xercesc::DOMNamedNodeMap* const attributes = element->getAttributes();
+    const XMLSize_t count = attributes->getLength();
+    for (XMLSize_t i = 0; i < count; ++i) {
+        const DOMNode* const attribute = attributes->item(i);
+        out.append(1, u' ').append(attribute->getNodeName()).append(u"=\"");
+        AppendEscaped(out, attribute->getNodeValue(), true);
+        out.append(1, u'"');
+    }
+}
+
+bool IsText(const DOMNode* node)
+{
+    return node->getNodeType() == DOMNode::TEXT_NODE || node->getNodeType() == DOMNode::CDATA_SECTION_NODE;
+}
+
+/// \return Whether there is nothing to write between the tags.
+bool IsEmpty(const DOMNode* element)
+{
+    for (const DOMNode* child = element->getFirstChild(); child != nullptr; child = child->getNextSibling())
+        if (!IsText(child) || *child->getNodeValue() != 0)
+            return false;
+    return true;
+}
+
+/// Writes what stands before the node's children. \return The first child to go on with, or null.
+const DOMNode* Open(UTF16String& out, const DOMNode* node)
+{
+    if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
+        out.append(1, u'<').append(node->getNodeName());
+        AppendAttributes(out, node);
+        if (IsEmpty(node)) {
+            out.append(u"/>");
+            return nullptr;
+        }
+        out.append(1, u'>');
+        return node->getFirstChild();
+    }
+    if (IsText(node))
+        AppendEscaped(out, node->getNodeValue(), false);
+    return nullptr;
+}
+
+}  // namespace
+
+bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document)
+{
+    xercesc::DOMDocument* const parsed = parser.Parse(text);
+    if (parsed != nullptr)
+        document = parsed;
+    return parsed != nullptr;
+}
+
+bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document,
+                    ParseError& error)
+{
+    const bool parsed = GetDOMDocument(parser, text, document);
+    if (!parsed)
+        error = parser.Error();
+    return parsed;
+}
+
+xercesc::DOMDocument* CreateDomDocument()
+{
+    static const XMLCh kCore[] = u"Core";
+    return xercesc::DOMImplementationRegistry::getDOMImplementation(kCore)->createDocument();
+}
+
+UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document)
+{
+    UTF16String out;
+    const DOMNode* node = document->getFirstChild();
+    while (node != nullptr) {
+        if (const DOMNode* const child = Open(out, node)) {
+            node = child;
+            continue;
+        }
+        while (node->getNextSibling() == nullptr) {
+            node = node->getParentNode();
+            if (node == document)
+                return out;
+            out.append(u"</").append(node->getNodeName()).append(1, u'>');
+        }
+        node = node->getNextSibling();
+    }
+    return out;
+}
+
+}  // namespace Ridge::XMLUtilities

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "host/Export.h"
+#include "host/ferrite/UTF16String.h"
+#include "host/ridge/MessageParser.h"
+
+#include <xercesc/dom/DOM.hpp>
+
+/// Between texts and DOM documents. Limits and parser settings are those of MessageParser, so that no host
+/// can weaken them. Pure but for the documents; any thread, each with its own document. The XML platform is
+/// initialised by the host.
+namespace Ridge::XMLUtilities {
+
+/// Parses a text.
+/// \param document Receives the document, owned by the parser; unchanged on failure.
+/// \return false for a text that does not parse, including every text with a DOCTYPE, an entity other than
+///         the five named ones or elements nested beyond MessageParser::kDeepestElement.
+/// \throws xercesc::OutOfMemoryException, std::bad_alloc.
+AC_API bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document);
+
+/// The same; \param error receives place and reason on failure.
+AC_API bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document,
+                           ParseError& error);
+
+/// \return A new document without a document element; the caller releases it. Never null.
+AC_API xercesc::DOMDocument* CreateDomDocument();
+
+/// \return The document's text: no declaration, no indentation; an element without content as <a/>;
+///         attributes in the DOM's order. A unit that XML 1.0 cannot carry becomes U+FFFD, so the text is
+///         well-formed whatever the tree holds, and CR, and in attributes LF and TAB, become references,
+///         so that they survive the next parse. Does not recurse.
+AC_API UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document);
+
+}  // namespace Ridge::XMLUtilities
