@@ -42,14 +42,14 @@ struct InsertedColumns
 
 }  // namespace Ridge
 
-#define AC_STATION_MESSAGE(NAMESPACE, NAME, TYPE_NAME, PAYLOAD)          \
-    namespace NAMESPACE {                                                \
-    class NAME : public AC::StationMessage<NAME, PAYLOAD>                \
-    {                                                                    \
-    public:                                                              \
-        static constexpr char kTypeName[] = TYPE_NAME;                   \
+#define AC_STATION_MESSAGE(NAMESPACE, NAME, TYPE_NAME, PAYLOAD)            \
+    namespace NAMESPACE {                                                  \
+    class NAME : public AC::StationMessage<NAME, PAYLOAD>                  \
+    {                                                                      \
+    public:                                                                \
+        static constexpr char kTypeName[] = TYPE_NAME;                     \
         explicit NAME(const PAYLOAD& payload) : StationMessage(payload) {} \
-    };                                                                   \
+    };                                                                     \
     }
 #include "connectors/StationMessages.def"
 #undef AC_STATION_MESSAGE

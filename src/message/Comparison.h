@@ -11,10 +11,19 @@ namespace AC::Comparison {
 /// \return What the getters give; `needSavePreCheck` has none and stays false.
 inline Ridge::AssetMediaInfoValues ValuesOf(const Ridge::AssetMediaInfo& info)
 {
-    return {info.GetAssetMediaType(), info.GetAssetMediaInfoGUID(), info.GetMediaPath(), info.GetXMPString(),
-            info.GetFileContent(),    info.GetCustomMetadata(),     info.GetCreateTime(), info.GetLastModifyTime(),
-            info.GetRateTimeBase(),   info.GetRateNtsc(),           info.GetAliasName(),
-            info.GetForceLoadFromLocalDisk(), false};
+    return {info.GetAssetMediaType(),
+            info.GetAssetMediaInfoGUID(),
+            info.GetMediaPath(),
+            info.GetXMPString(),
+            info.GetFileContent(),
+            info.GetCustomMetadata(),
+            info.GetCreateTime(),
+            info.GetLastModifyTime(),
+            info.GetRateTimeBase(),
+            info.GetRateNtsc(),
+            info.GetAliasName(),
+            info.GetForceLoadFromLocalDisk(),
+            false};
 }
 
 namespace Detail {

@@ -91,18 +91,18 @@ template <>
 struct Members<IngestMediaSettings>
 {
     using R = IngestMediaSettings;
-    static constexpr auto kRows = std::make_tuple(Row("items", &R::items), Row("isCopy", &R::isCopy),
-                                                  Row("copyToFolder", &R::copyToFolder),
-                                                  Row("isVerify", &R::isVerify), Row("verifyMode", &R::verifyMode));
+    static constexpr auto kRows = std::make_tuple(
+        Row("items", &R::items), Row("isCopy", &R::isCopy), Row("copyToFolder", &R::copyToFolder),
+        Row("isVerify", &R::isVerify), Row("verifyMode", &R::verifyMode));
 };
 
 template <>
 struct Members<MediaPropertyInfo>
 {
     using R = MediaPropertyInfo;
-    static constexpr auto kRows = std::make_tuple(Row("assetID", &R::assetID), Row("filePath", &R::filePath),
-                                                  Row("frameRate", &R::frameRate), Row("startTime", &R::startTime),
-                                                  Row("duration", &R::duration));
+    static constexpr auto kRows = std::make_tuple(
+        Row("assetID", &R::assetID), Row("filePath", &R::filePath), Row("frameRate", &R::frameRate),
+        Row("startTime", &R::startTime), Row("duration", &R::duration));
 };
 
 template <>
@@ -134,17 +134,18 @@ template <>
 struct Members<SelectedItemInfo>
 {
     using R = SelectedItemInfo;
-    static constexpr auto kRows = std::make_tuple(
-        Row("filePath", &R::filePath), Row("aliasName", &R::aliasName), Row("type", &R::type),
-        Row("extraMediaPath", &R::extraMediaPath), Row("subClipInfo", &R::subClipInfo), Row("assetID", &R::assetID));
+    static constexpr auto kRows =
+        std::make_tuple(Row("filePath", &R::filePath), Row("aliasName", &R::aliasName), Row("type", &R::type),
+                        Row("extraMediaPath", &R::extraMediaPath), Row("subClipInfo", &R::subClipInfo),
+                        Row("assetID", &R::assetID));
 };
 
 template <>
 struct Members<MarkerInfo>
 {
     using R = MarkerInfo;
-    static constexpr auto kRows = std::make_tuple(
-        Row("ownerClipPath", &R::ownerClipPath), Row("frameRate", &R::frameRate), Row("marker", &R::marker));
+    static constexpr auto kRows = std::make_tuple(Row("ownerClipPath", &R::ownerClipPath),
+                                                  Row("frameRate", &R::frameRate), Row("marker", &R::marker));
 };
 
 template <>
@@ -158,18 +159,19 @@ template <>
 struct Members<Ridge::ActionResult>
 {
     using R = Ridge::ActionResult;
-    static constexpr auto kRows = std::make_tuple(
-        Row("assetID", &R::assetID), Row("filePath", &R::filePath), Row("result", &R::result),
-        Row("errorMessage", &R::errorMessage), Row("fileCreationTime", &R::fileCreationTime),
-        Row("fileLastModificationTime", &R::fileLastModificationTime));
+    static constexpr auto kRows =
+        std::make_tuple(Row("assetID", &R::assetID), Row("filePath", &R::filePath), Row("result", &R::result),
+                        Row("errorMessage", &R::errorMessage), Row("fileCreationTime", &R::fileCreationTime),
+                        Row("fileLastModificationTime", &R::fileLastModificationTime));
 };
 
 template <>
 struct Members<Ridge::TransferResult>
 {
     using R = Ridge::TransferResult;
-    static constexpr auto kRows = std::make_tuple(Row("src", &R::src), Row("dst", &R::dst),
-                                                  Row("result", &R::result), Row("errorMessage", &R::errorMessage));
+    static constexpr auto kRows =
+        std::make_tuple(Row("src", &R::src), Row("dst", &R::dst), Row("result", &R::result),
+                        Row("errorMessage", &R::errorMessage));
 };
 
 template <>
@@ -203,9 +205,9 @@ template <>
 struct Members<Ridge::TranscodeItem>
 {
     using R = Ridge::TranscodeItem;
-    static constexpr auto kRows = std::make_tuple(Row("filePath", &R::filePath), Row("frameRate", &R::frameRate),
-                                                  Row("startTime", &R::startTime), Row("duration", &R::duration),
-                                                  Row("outputFileName", &R::outputFileName));
+    static constexpr auto kRows = std::make_tuple(
+        Row("filePath", &R::filePath), Row("frameRate", &R::frameRate), Row("startTime", &R::startTime),
+        Row("duration", &R::duration), Row("outputFileName", &R::outputFileName));
 };
 
 template <>
@@ -237,9 +239,9 @@ template <>
 struct Members<Ridge::MinimumMetadata>
 {
     using R = Ridge::MinimumMetadata;
-    static constexpr auto kRows = std::make_tuple(Row("namespaces", &R::namespaces), Row("keywords", &R::keywords),
-                                                  Row("storeEmptyInfo", &R::storeEmptyInfo),
-                                                  Row("applyToAllDestinations", &R::applyToAllDestinations));
+    static constexpr auto kRows = std::make_tuple(
+        Row("namespaces", &R::namespaces), Row("keywords", &R::keywords),
+        Row("storeEmptyInfo", &R::storeEmptyInfo), Row("applyToAllDestinations", &R::applyToAllDestinations));
 };
 
 template <>
@@ -259,7 +261,8 @@ struct Members<Ridge::AssetMediaInfoValues>
         Row("customMetadata", &R::customMetadata), Row("createTime", &R::createTime),
         Row("lastModifyTime", &R::lastModifyTime), Row("rateTimeBase", &R::rateTimeBase),
         Row("rateNtsc", &R::rateNtsc), Row("aliasName", &R::aliasName),
-        Row("forceLoadFromLocalDisk", &R::forceLoadFromLocalDisk), Row("needSavePreCheck", &R::needSavePreCheck));
+        Row("forceLoadFromLocalDisk", &R::forceLoadFromLocalDisk),
+        Row("needSavePreCheck", &R::needSavePreCheck));
 };
 
 template <>
@@ -267,13 +270,13 @@ struct Members<Ridge::AssetItemValues>
 {
     using R = Ridge::AssetItemValues;
     static constexpr auto kRows = std::make_tuple(
-        Row("assetMediaType", &R::assetMediaType), Row("mediaPath", &R::mediaPath), Row("assetGUID", &R::assetGUID),
-        Row("parentGUID", &R::parentGUID), Row("assetMediaInfoGUID", &R::assetMediaInfoGUID),
-        Row("assetName", &R::assetName), Row("assetMetadata", &R::assetMetadata), Row("inPoint", &R::inPoint),
-        Row("duration", &R::duration), Row("customInPoint", &R::customInPoint),
-        Row("customOutPoint", &R::customOutPoint), Row("assetClipItemGuid", &R::assetClipItemGuid),
-        Row("assetMarkerGuid", &R::assetMarkerGuid), Row("parentBinPath", &R::parentBinPath),
-        Row("subAssetItemList", &R::subAssetItemList));
+        Row("assetMediaType", &R::assetMediaType), Row("mediaPath", &R::mediaPath),
+        Row("assetGUID", &R::assetGUID), Row("parentGUID", &R::parentGUID),
+        Row("assetMediaInfoGUID", &R::assetMediaInfoGUID), Row("assetName", &R::assetName),
+        Row("assetMetadata", &R::assetMetadata), Row("inPoint", &R::inPoint), Row("duration", &R::duration),
+        Row("customInPoint", &R::customInPoint), Row("customOutPoint", &R::customOutPoint),
+        Row("assetClipItemGuid", &R::assetClipItemGuid), Row("assetMarkerGuid", &R::assetMarkerGuid),
+        Row("parentBinPath", &R::parentBinPath), Row("subAssetItemList", &R::subAssetItemList));
 };
 
 template <>
@@ -285,28 +288,32 @@ struct Members<ACMessage>
         Row("assetItemList", &R::assetItemList), Row("saveFlag", &R::saveFlag), Row("filePath", &R::filePath),
         Row("clipFormat", &R::clipFormat), Row("taskItemID", &R::taskItemID), Row("batchID", &R::batchID),
         Row("errorInfo", &R::errorInfo), Row("fileContent", &R::fileContent),
-        Row("mediaUseLocalFile", &R::mediaUseLocalFile), Row("roughCutUseLocalFile", &R::roughCutUseLocalFile),
-        Row("deleteOnDisk", &R::deleteOnDisk), Row("result", &R::result),
-        Row("ingestItemList", &R::ingestItemList), Row("fileList", &R::fileList),
+        Row("mediaUseLocalFile", &R::mediaUseLocalFile),
+        Row("roughCutUseLocalFile", &R::roughCutUseLocalFile), Row("deleteOnDisk", &R::deleteOnDisk),
+        Row("result", &R::result), Row("ingestItemList", &R::ingestItemList), Row("fileList", &R::fileList),
         Row("percentage", &R::percentage), Row("thumbnailRequest", &R::thumbnailRequest),
         Row("allowExit", &R::allowExit), Row("taskIDList", &R::taskIDList),
-        Row("actionResultList", &R::actionResultList), Row("commandList", &R::commandList), Row("host", &R::host),
-        Row("fileInfoList", &R::fileInfoList), Row("customMetadata", &R::customMetadata), Row("event", &R::event),
+        Row("actionResultList", &R::actionResultList), Row("commandList", &R::commandList),
+        Row("host", &R::host), Row("fileInfoList", &R::fileInfoList),
+        Row("customMetadata", &R::customMetadata), Row("event", &R::event),
         Row("transferItemList", &R::transferItemList), Row("transferOption", &R::transferOption),
         Row("ftpSetting", &R::ftpSetting), Row("transferType", &R::transferType),
         Row("renameItemList", &R::renameItemList), Row("ingestMediaItemList", &R::ingestMediaItemList),
-        Row("transferResultList", &R::transferResultList), Row("selectedItemInfoList", &R::selectedItemInfoList),
+        Row("transferResultList", &R::transferResultList),
+        Row("selectedItemInfoList", &R::selectedItemInfoList),
         Row("mediaPropertyInfo", &R::mediaPropertyInfo), Row("targetBin", &R::targetBin),
         Row("presetPath", &R::presetPath), Row("outputDirectory", &R::outputDirectory),
         Row("outputFileName", &R::outputFileName), Row("transcodeItemList", &R::transcodeItemList),
         Row("concatenationItemList", &R::concatenationItemList), Row("outputFilePath", &R::outputFilePath),
         Row("outputXMP", &R::outputXMP), Row("newDynamicColumns", &R::newDynamicColumns),
-        Row("previousColumnNames", &R::previousColumnNames), Row("deleteDynamicColumns", &R::deleteDynamicColumns),
+        Row("previousColumnNames", &R::previousColumnNames),
+        Row("deleteDynamicColumns", &R::deleteDynamicColumns),
         Row("dynamicColumnFieldValues", &R::dynamicColumnFieldValues),
         Row("exportResultInfo", &R::exportResultInfo), Row("currentWorkMode", &R::currentWorkMode),
         Row("installed", &R::installed), Row("tagTemplateInfoList", &R::tagTemplateInfoList),
-        Row("tagTemplateResultList", &R::tagTemplateResultList), Row("tagTemplateOption", &R::tagTemplateOption),
-        Row("markerInfoList", &R::markerInfoList), Row("requestContext", &R::requestContext));
+        Row("tagTemplateResultList", &R::tagTemplateResultList),
+        Row("tagTemplateOption", &R::tagTemplateOption), Row("markerInfoList", &R::markerInfoList),
+        Row("requestContext", &R::requestContext));
     static_assert(std::tuple_size_v<decltype(kRows)> == 55, "the header and 54 members");
 };
 

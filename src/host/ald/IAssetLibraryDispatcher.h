@@ -19,8 +19,8 @@ public:
     virtual ~IAssetLibraryDispatcher() = default;
 
     /// \param asset The media info of the file, or a fresh GUID for a file that is not known yet.
-    virtual void ReadXMPFile(const Guid& task, const Guid& message, const UTF16String& path, const Guid& asset,
-                             const Guid& batch, const Guid& taskItem) = 0;
+    virtual void ReadXMPFile(const Guid& task, const Guid& message, const UTF16String& path,
+                             const Guid& asset, const Guid& batch, const Guid& taskItem) = 0;
     virtual void SaveAssetItems(const Guid& task, const Guid& message, const Ridge::AssetItemList& items) = 0;
     /// \param startTime kTime_Invalid when the panel named none.
     virtual void CreateThumbnail(const Guid& task, const Guid& message, const UTF16String& clipPath,
@@ -61,8 +61,8 @@ public:
     virtual void QueryCurrentWorkMode(const Guid& task, const Guid& message) = 0;
     virtual void QueryMontaneInstalled(const Guid& task, const Guid& message) = 0;
     /// \param option 1 overwrite, else 0.
-    virtual void ApplyTagTemplate(const Guid& task, const Guid& message, const Ridge::TagTemplateInfoList& infos,
-                                  std::int32_t option) = 0;
+    virtual void ApplyTagTemplate(const Guid& task, const Guid& message,
+                                  const Ridge::TagTemplateInfoList& infos, std::int32_t option) = 0;
 };
 
 }  // namespace ALD

@@ -16,7 +16,8 @@ inline void RequireInput(bool holds)
 {
     if (!holds)
         throw ContractError(
-            "$$$/ferrite/utility/Error/Contract/InputContractViolation=An input contract violation has occurred!");
+            "$$$/ferrite/utility/Error/Contract/InputContractViolation=An input contract violation has "
+            "occurred!");
 }
 
 }  // namespace ferrite::utility

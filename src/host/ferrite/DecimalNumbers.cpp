@@ -127,7 +127,8 @@ double ParseDouble(std::u16string_view text)
     if (number.empty())
         return 0.0;
     double value = 0.0;
-    if (std::from_chars(number.data(), number.data() + number.size(), value).ec != std::errc::result_out_of_range)
+    if (std::from_chars(number.data(), number.data() + number.size(), value).ec !=
+        std::errc::result_out_of_range)
         return value;
     const double magnitude = LiesTowardsZero(number) ? 0.0 : std::numeric_limits<double>::infinity();
     return number[0] == '-' ? -magnitude : magnitude;

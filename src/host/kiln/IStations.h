@@ -28,13 +28,14 @@ public:
 
     /// Delivers the message to every listener of the station, in the order of their subscription, before
     /// it returns. The first exception ends it and reaches the caller.
-    virtual void BroadcastMessage(const ferrite::utility::ImmutableString& station, const Message& message) = 0;
+    virtual void BroadcastMessage(const ferrite::utility::ImmutableString& station,
+                                  const Message& message) = 0;
 
     /// Delivers the message later, on the user-interface thread, after everything posted before it. Copies
     /// the message with Message::CreateStationCallback (or Message::Clone) before it returns.
     /// \param flag The host's; the library says true for its own station, false for the project's.
-    virtual void PostMessageToUIThread(const ferrite::utility::ImmutableString& station, const Message& message,
-                                       bool flag) = 0;
+    virtual void PostMessageToUIThread(const ferrite::utility::ImmutableString& station,
+                                       const Message& message, bool flag) = 0;
 
 protected:
     /// How an implementation hands a message to a listener.

@@ -43,9 +43,21 @@ public:
               tempora::TickTime customInPoint, tempora::TickTime customOutPoint,
               const ferrite::utility::Guid& clipItemGuid, const ferrite::utility::Guid& markerGuid,
               UTF16String parentBinPath, const UTF16String& unused)
-        : mValues{type, std::move(mediaPath), assetGUID, parentGUID, assetMediaInfoGUID, std::move(name),
-                  std::move(metadata), inPoint, duration, customInPoint, customOutPoint, clipItemGuid,
-                  markerGuid, std::move(parentBinPath), {}}
+        : mValues{type,
+                  std::move(mediaPath),
+                  assetGUID,
+                  parentGUID,
+                  assetMediaInfoGUID,
+                  std::move(name),
+                  std::move(metadata),
+                  inPoint,
+                  duration,
+                  customInPoint,
+                  customOutPoint,
+                  clipItemGuid,
+                  markerGuid,
+                  std::move(parentBinPath),
+                  {}}
     {
         static_cast<void>(unused);
     }

@@ -40,10 +40,11 @@ public:
     /// \return A new object, or null, which callers skip.
     /// \throws std::logic_error without an installed host; whatever the host throws.
     static boost::shared_ptr<AssetMediaInfo> Create(
-        AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath, const XMPText& xmp,
-        const UTF16String& fileContent, const UTF16String& customMetadata, const UTF16String& createTime,
-        const UTF16String& lastModifyTime, const UTF16String& rateTimeBase, const UTF16String& rateNtsc,
-        const UTF16String& aliasName, bool reservedFlag, const UTF16String& reservedText);
+        AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
+        const XMPText& xmp, const UTF16String& fileContent, const UTF16String& customMetadata,
+        const UTF16String& createTime, const UTF16String& lastModifyTime, const UTF16String& rateTimeBase,
+        const UTF16String& rateNtsc, const UTF16String& aliasName, bool reservedFlag,
+        const UTF16String& reservedText);
     static boost::shared_ptr<AssetMediaInfo> CreateMasterClipMediaInfo(
         const ferrite::utility::Guid& guid, const UTF16String& mediaPath, const UTF16String& fileName,
         const XMPText& xmp, const UTF16String& customMetadata, const UTF16String& createTime,

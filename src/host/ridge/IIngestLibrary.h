@@ -28,10 +28,11 @@ public:
     /// \param reservedFlag, reservedText False and empty at every call of the library.
     /// \return A new object, or null: the caller goes on without it.
     virtual boost::shared_ptr<AssetMediaInfo> CreateMediaInfo(
-        AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath, const XMPText& xmp,
-        const UTF16String& fileContent, const UTF16String& customMetadata, const UTF16String& createTime,
-        const UTF16String& lastModifyTime, const UTF16String& rateTimeBase, const UTF16String& rateNtsc,
-        const UTF16String& aliasName, bool reservedFlag, const UTF16String& reservedText) = 0;
+        AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
+        const XMPText& xmp, const UTF16String& fileContent, const UTF16String& customMetadata,
+        const UTF16String& createTime, const UTF16String& lastModifyTime, const UTF16String& rateTimeBase,
+        const UTF16String& rateNtsc, const UTF16String& aliasName, bool reservedFlag,
+        const UTF16String& reservedText) = 0;
 
     /// Makes the media info of a master clip. \param createTime, lastModifyTime The two further strings of
     /// OnReadXMPFinished. \param reservedText Empty at every call. \return As CreateMediaInfo.

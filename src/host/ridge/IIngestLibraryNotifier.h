@@ -50,17 +50,18 @@ public:
                                const boost::shared_ptr<AssetMediaInfo>& info, ResultCode code) = 0;
     virtual void OnFileOffLine(const Guid& task, const Guid& message, const PathList& paths) = 0;
     virtual void OnXMPChanged(const Guid& task, const Guid& message, const AssetMediaInfoList& infos) = 0;
-    virtual void OnMediaInfoChanged(const Guid& task, const Guid& message, const AssetMediaInfoList& infos) = 0;
-    virtual void OnImportXMPFinished(const Guid& task, const Guid& message, ResultCode code, const Guid& batch,
-                                     const Guid& taskItem, const AssetMediaInfoList& infos,
+    virtual void OnMediaInfoChanged(const Guid& task, const Guid& message,
+                                    const AssetMediaInfoList& infos) = 0;
+    virtual void OnImportXMPFinished(const Guid& task, const Guid& message, ResultCode code,
+                                     const Guid& batch, const Guid& taskItem, const AssetMediaInfoList& infos,
                                      const AssetItemList& items) = 0;
     /// \param xmp May be null. \param first, second Passed on to AssetMediaInfo::CreateMasterClipMediaInfo.
     /// \param requestContext May be null; kept as long as a record or message of this report lives.
     virtual void OnReadXMPFinished(const Guid& task, const Guid& message, ResultCode code,
                                    const UTF16String& mediaPath, const Guid& mediaInfo,
-                                   const CustomMetadata& metadata, const XMPText& xmp, const UTF16String& first,
-                                   const UTF16String& second, const Guid& batch, const Guid& taskItem,
-                                   const ErrorRecordList& errors,
+                                   const CustomMetadata& metadata, const XMPText& xmp,
+                                   const UTF16String& first, const UTF16String& second, const Guid& batch,
+                                   const Guid& taskItem, const ErrorRecordList& errors,
                                    const Kiln::InterfaceRef<KilnUnknown>& requestContext) = 0;
     virtual void OnRequestThumbnailStatus(const Guid& task, const Guid& message, ResultCode code,
                                           const UTF16String& clipPath, const Guid& asset,

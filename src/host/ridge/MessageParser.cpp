@@ -80,7 +80,8 @@ void MessageParser::EndRun()
 void MessageParser::docPI(const XMLCh* /*target*/, const XMLCh* /*data*/) {}
 
 void MessageParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID,
-                                 const XMLCh* prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                                 const XMLCh* prefix,
+                                 const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                  XMLSize_t attributeCount, bool isEmpty, bool isRoot)
 {
     EndRun();

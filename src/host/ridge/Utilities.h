@@ -22,10 +22,11 @@ inline ResultCode ReadXMPFromCache(const UTF16String& mediaPath, const XMPText& 
 }
 
 inline void RegisterAssetMediaInfoToSRCore(const AssetMediaInfoList& infos, const AssetItemList& items,
-                                           bool useLocalFile, bool roughCutUseLocalFile, bool third, bool fourth)
+                                           bool useLocalFile, bool roughCutUseLocalFile, bool third,
+                                           bool fourth)
 {
     AC::InstalledHost().ingestLibrary.RegisterAssetMediaInfoToSRCore(infos, items, useLocalFile,
-                                                                    roughCutUseLocalFile, third, fourth);
+                                                                     roughCutUseLocalFile, third, fourth);
 }
 
 }  // namespace SRLibrarySupport

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "host/Export.h"
+#include "message/ACMessage.h"
+
+/// Notifications: from the record to XML text.
+namespace AC::ACMessageEncoder {
+
+/// Encodes what the record holds; members at their construction values are left out.
+/// \param rootName The root element, kNotificationRoot for every notification.
+/// \return The text, without declaration and indentation.
+/// \throws xercesc::DOMException for a root or a custom metadata property whose name is not an XML name;
+///         std::logic_error without an installed host; what the host throws.
+/// Any thread; the record and what it shares are only read. The XML platform is initialised by the host.
+AC_API UTF16String EncoderACMessage(const ACMessage& message, const UTF16String& rootName);
+
+}  // namespace AC::ACMessageEncoder

@@ -1,0 +1,127 @@
+#include "codec/ElementWriter.h"
+
+#include "codec/ValueForms.h"
+#include "message/MessageConstants.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMText.hpp>
+
+#include <algorithm>
+
+namespace AC {
+namespace {
+
+/// A string as the DOM wants it: terminated by zero, so a zero inside would cut it.
+class Terminated
+{
+public:
+    explicit Terminated(const UTF16String& text) : mText(text.c_str())
+    {
+        if (text.find(u'\0') == UTF16String::npos)
+            return;
+        mCopy = text;
+        std::replace(mCopy.begin(), mCopy.end(), u'\0', u'\uFFFD');
+        mText = mCopy.c_str();
+    }
+    Terminated(const Terminated&) = delete;
+    Terminated& operator=(const Terminated&) = delete;
+
+    const XMLCh* Get() const { return mText; }
+
+private:
+    UTF16String mCopy;
+    const XMLCh* mText;
+};
+
+}  // namespace
+
+ElementWriter ElementWriter::CreateRoot(xercesc::DOMDocument& document, const UTF16String& name)
+{
+    xercesc::DOMElement* const root = document.createElement(Terminated(name).Get());
+    document.appendChild(root);
+    return ElementWriter(root);
+}
+
+void ElementWriter::AppendChildElement(Name name, const UTF16String& text) const
+{
+    SetText(Append(name.Text()), text);
+}
+
+void ElementWriter::AppendChildElement(const UTF16String& name, const UTF16String& text) const
+{
+    SetText(Append(Terminated(name).Get()), text);
+}
+
+xercesc::DOMElement* ElementWriter::Append(const XMLCh* name) const
+{
+    xercesc::DOMElement* const element = mElement->getOwnerDocument()->createElement(name);
+    mElement->appendChild(element);
+    return element;
+}
+
+void ElementWriter::SetText(xercesc::DOMElement* element, const UTF16String& text)
+{
+    element->appendChild(element->getOwnerDocument()->createTextNode(Terminated(text).Get()));
+}
+
+void ElementWriter::SetAttribute(Name attribute, const UTF16String& value) const
+{
+    mElement->setAttribute(attribute.Text(), Terminated(value).Get());
+}
+
+void ElementWriter::Text(Name name, const UTF16String& text) const
+{
+    if (!text.empty())
+        AppendChildElement(name, text);
+}
+
+void ElementWriter::Attribute(Name name, Name attribute, const UTF16String& value) const
+{
+    if (!value.empty())
+        AppendChildElement(name).SetAttribute(attribute, value);
+}
+
+void ElementWriter::Guid(Name name, const ferrite::utility::Guid& guid) const
+{
+    Attribute(name, Vocabulary::kID, guid.AsString());
+}
+
+void ElementWriter::NonZeroGuid(Name name, const ferrite::utility::Guid& guid) const
+{
+    if (!guid.IsZero())
+        Guid(name, guid);
+}
+
+void ElementWriter::Boolean(Name name, bool value) const
+{
+    AppendChildElement(name, BooleanText(value));
+}
+
+void ElementWriter::TriState(Name name, std::int32_t value) const
+{
+    if (value != kACMessage_Undefine)
+        Boolean(name, value == kACMessage_True);
+}
+
+void ElementWriter::Integer(Name name, std::int64_t value) const
+{
+    AppendChildElement(name, DecimalText(value));
+}
+
+void ElementWriter::Ticks(Name name, tempora::TickTime time) const
+{
+    if (time != tempora::kTime_Invalid)
+        Integer(name, time.ticks);
+}
+
+void ElementWriter::Frames(Name name, tempora::TickTime time, tempora::FrameRate rate) const
+{
+    Integer(name, time.ToFrame64(rate));
+}
+
+void ElementWriter::FrameRate(tempora::FrameRate rate) const
+{
+    Text(Vocabulary::kFrameRate, FormatFrameRate(rate));
+}
+
+}  // namespace AC

@@ -1,0 +1,111 @@
+#include "codec/ValueForms.h"
+
+#include "host/ferrite/DecimalNumbers.h"
+#include "host/ferrite/Unicode.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace AC {
+namespace {
+
+using Ridge::AssetMediaType;
+
+struct ClipType
+{
+    AssetMediaType type;
+    std::u16string_view name;
+};
+
+constexpr std::array<ClipType, 4> kClipTypes{{{AssetMediaType::kMasterClip, u"masterClip"},
+                                              {AssetMediaType::kSubClip, u"subClip"},
+                                              {AssetMediaType::kRoughCut, u"roughCut"},
+                                              {AssetMediaType::kRoughCutSubClip, u"rcSubClip"}}};
+
+constexpr char16_t Folded(char16_t unit)
+{
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+}
+
+/// Truncates toward zero; what 64 bits cannot hold becomes the nearest value that they can.
+std::int64_t ToInteger(double value)
+{
+    constexpr double kBeyond = 9223372036854775808.0;
+    if (value >= kBeyond)
+        return std::numeric_limits<std::int64_t>::max();
+    if (value < -kBeyond)
+        return std::numeric_limits<std::int64_t>::min();
+    return static_cast<std::int64_t>(value);
+}
+
+}  // namespace
+
+bool EqualsIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char16_t x, char16_t y) { return Folded(x) == Folded(y); });
+}
+
+AssetMediaType ClipTypeFromName(std::u16string_view name) noexcept
+{
+    for (const ClipType& row : kClipTypes)
+        if (row.name == name)
+            return row.type;
+    return AssetMediaType::kUnknown;
+}
+
+UTF16String ClipTypeName(AssetMediaType type)
+{
+    for (const ClipType& row : kClipTypes)
+        if (row.type == type)
+            return UTF16String(row.name);
+    return u"unKnown";
+}
+
+tempora::FrameRate ParseFrameRate(std::u16string_view text)
+{
+    const std::size_t f = text.find(u'f');
+    const std::size_t s = text.find(u's');
+    if (f == std::u16string_view::npos || s < f)
+        return tempora::kFrameRate_Zero;
+    double framesPerSecond = ferrite::utility::ParseDouble(text.substr(f + 1, s - f - 1));
+    if (s != std::u16string_view::npos)
+        framesPerSecond /= ferrite::utility::ParseDouble(text.substr(s + 1));
+    if (std::isnan(framesPerSecond))
+        return tempora::kFrameRate_Zero;
+    if (framesPerSecond == 0.0)
+        return {std::numeric_limits<std::int64_t>::max()};
+    return {ToInteger(static_cast<double>(tempora::kTicksPerSecond) / framesPerSecond)};
+}
+
+UTF16String FormatFrameRate(tempora::FrameRate rate)
+{
+    if (rate == tempora::kFrameRate_Zero)
+        return {};
+    const tempora::FrameRatio ratio = tempora::FrameRateToRatio(rate);
+    UTF16String text = u"f" + DecimalText(ratio.numerator);
+    if (ratio.denominator != 1)
+        text += u"s" + DecimalText(ratio.denominator);
+    return text;
+}
+
+UTF16String TickRateText()
+{
+    return FormatFrameRate({1});
+}
+
+UTF16String DecimalText(std::int64_t value)
+{
+    const std::string text = std::to_string(value);
+    return UTF16String(text.begin(), text.end());
+}
+
+UTF16String BooleanText(bool value)
+{
+    return value ? u"true" : u"false";
+}
+
+}  // namespace AC

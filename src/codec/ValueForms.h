@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/ferrite/Guid.h"
+#include "host/ridge/AssetMediaType.h"
+#include "host/tempora/Time.h"
+
+#include <cstdint>
+#include <string_view>
+
+/// How values are spelled in texts. All of them are pure and total.
+namespace AC {
+
+/// \return Whether both are equal once A to Z are folded to a to z; nothing else is folded.
+bool EqualsIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept;
+
+/// \return 1 to 4 for the exact clip type names, 0 for anything else.
+Ridge::AssetMediaType ClipTypeFromName(std::u16string_view name) noexcept;
+
+/// \return "unKnown" for a value without a name; never empty.
+UTF16String ClipTypeName(Ridge::AssetMediaType type);
+
+/// Reads "f" NUMERATOR and, optionally, "s" DENOMINATOR, in frames per second.
+/// \return kFrameRate_Zero without an "f", with an "s" in front of it or for 0/0; the largest rate for no
+///         frames per second.
+tempora::FrameRate ParseFrameRate(std::u16string_view text);
+
+/// \return The text form of a rate; empty for kFrameRate_Zero.
+UTF16String FormatFrameRate(tempora::FrameRate rate);
+
+/// The rate at which one frame is one tick: its text, for elements whose times are raw ticks.
+UTF16String TickRateText();
+
+UTF16String DecimalText(std::int64_t value);
+
+/// "true" or "false".
+UTF16String BooleanText(bool value);
+
+/// \return The GUID of the text; zero for an empty or malformed one.
+inline ferrite::utility::Guid GuidOf(const UTF16String& text) noexcept
+{
+    return ferrite::utility::Guid::StringToGUID(text);
+}
+
+}  // namespace AC
