@@ -1,0 +1,55 @@
+#include "connectors/SendRoad.h"
+
+#include "codec/ACMessageEncoder.h"
+#include "host/ferrite/ReservedCharacters.h"
+#include "host/ferrite/Unicode.h"
+#include "host/plexa/PlexaManager.h"
+
+namespace AC {
+
+using ferrite::utility::Guid;
+
+std::string EncodeNotification(const ACMessage& message)
+{
+    return ferrite::utility::UTF16to8(ACMessageEncoder::EncoderACMessage(message, kNotificationRoot));
+}
+
+std::string EncodeDecodedNotification(const ACMessage& message)
+{
+    UTF16String text = ACMessageEncoder::EncoderACMessage(message, kNotificationRoot);
+    ferrite::xml::utils::DecodeReservedCharacters(text, text);
+    return ferrite::utility::UTF16to8(text);
+}
+
+void Send(const UTF16String& notification, const ACMessage& message, Encoding encoding)
+{
+    const std::string identifier = ferrite::utility::UTF16to8(notification);
+    PlexaManager::DispatchApplicationEvent(identifier, encoding == Encoding::kDecoded
+                                                           ? EncodeDecodedNotification(message)
+                                                           : EncodeNotification(message));
+}
+
+void SetHeader(const CallbackRow& row, const Guid& task, const Guid& message, ACMessageHeader& header)
+{
+    const UTF16String browserID = row.browser == BrowserRule::kCurrent
+                                      ? ferrite::utility::UTF8to16(PlexaManager::GetBrowserID())
+                                      : kNativeBrowserID;
+    switch (row.header) {
+        case HeaderRule::kFromCall:
+            header.Set(task, message, browserID);
+            break;
+        case HeaderRule::kTaskAndUnique:
+            header.Set(task, Guid::CreateUnique(), browserID);
+            break;
+        case HeaderRule::kTaskTwice:
+            header.Set(task, task, browserID);
+            break;
+        case HeaderRule::kUniqueTwice: {
+            const Guid unique = Guid::CreateUnique();
+            header.Set(unique, unique, browserID);
+            break;
+        }
+    }
+}
+
+}  // namespace AC
