@@ -1,0 +1,38 @@
+#pragma once
+
+#include "host/ridge/SRProject.h"
+
+#include <map>
+#include <mutex>
+
+namespace ReferenceHost {
+
+/// The project registry in memory: media infos by their path, asset items in the order of registration.
+/// Every operation may be called on any thread.
+class Project : public Ridge::SRProject
+{
+public:
+    boost::shared_ptr<Ridge::AssetMediaInfo> GetAssetMediaInfo(const UTF16String& mediaPath,
+                                                               bool reservedFlag) override;
+
+    /// Puts a new object into the registry, with the values of the one before: whoever holds that one sees
+    /// no change.
+    void RefreshAssetMediaInfoByPath(const UTF16String& mediaPath, const Ridge::XMPText& xmp) override;
+
+    /// Adds the infos and the items; of several infos with one path the last one stays.
+    void RegisterAssetMediaInfoList(const Ridge::AssetItemList& items, const Ridge::AssetMediaInfoList& infos,
+                                    bool first, bool second) override;
+
+    /// \return The infos, sorted by media path.
+    Ridge::AssetMediaInfoList MediaInfos() const;
+
+    /// \return The items, in the order of registration.
+    Ridge::AssetItemList Items() const;
+
+private:
+    mutable std::mutex mMutex;
+    std::map<UTF16String, boost::shared_ptr<Ridge::AssetMediaInfo>> mInfos;
+    Ridge::AssetItemList mItems;
+};
+
+}  // namespace ReferenceHost
