@@ -98,6 +98,7 @@ private:
     void RunUserInterfaceThread();
     void Report(const std::exception_ptr& exception);
 
+    const Delivery mDelivery;
     mutable std::mutex mMutex;
     std::condition_variable mChanged;
 

@@ -1,0 +1,212 @@
+#include "reference_host/Stations.h"
+
+#include "host/kiln/Message.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace ReferenceHost {
+namespace {
+
+/// Lets a lock go while foreign code runs; takes it again for the last step, however that code ends.
+template <class LastStep>
+class Unlocked
+{
+public:
+    Unlocked(std::unique_lock<std::mutex>& lock, LastStep lastStep) : mLock(lock), mLastStep(lastStep)
+    {
+        mLock.unlock();
+    }
+    ~Unlocked()
+    {
+        mLock.lock();
+        mLastStep();
+    }
+    Unlocked(const Unlocked&) = delete;
+    Unlocked& operator=(const Unlocked&) = delete;
+
+private:
+    std::unique_lock<std::mutex>& mLock;
+    LastStep mLastStep;
+};
+
+}  // namespace
+
+Stations::Stations(Delivery delivery) : mDelivery(delivery)
+{
+    if (mDelivery == Delivery::kOwnThread)
+        mThread = std::thread([this] { RunUserInterfaceThread(); });
+}
+
+Stations::~Stations()
+{
+    {
+        const Lock lock(mMutex);
+        mEnding = true;
+        mChanged.notify_all();
+    }
+    if (mThread.joinable())
+        mThread.join();
+    DropPosted();
+}
+
+void Stations::AddListener(const ferrite::utility::ImmutableString& station, Kiln::Listener& listener)
+{
+    const Lock lock(mMutex);
+    mSubscriptions.emplace(SubscriptionKey(station, mNextSubscription), &listener);
+    ++mNextSubscription;
+}
+
+void Stations::EndSubscriptions(Kiln::Listener& listener) noexcept
+{
+    Lock lock(mMutex);
+    for (auto subscription = mSubscriptions.begin(); subscription != mSubscriptions.end();)
+        subscription =
+            subscription->second == &listener ? mSubscriptions.erase(subscription) : std::next(subscription);
+    mChanged.wait(lock, [this, &listener, self = std::this_thread::get_id()] {
+        return std::none_of(mUnderWay.begin(), mUnderWay.end(),
+                            [&listener, self](const DeliveryUnderWay& delivery) {
+                                return delivery.listener == &listener && delivery.thread != self;
+                            });
+    });
+}
+
+void Stations::BroadcastMessage(const ferrite::utility::ImmutableString& station,
+                                const Kiln::Message& message)
+{
+    Lock lock(mMutex);
+    const std::uint64_t end = mNextSubscription;
+    SubscriptionKey key(station, 0);
+    // The map may change during each delivery: no iterator is kept, the next subscription is looked up.
+    for (auto next = mSubscriptions.lower_bound(key);
+         next != mSubscriptions.end() && next->first.first == key.first && next->first.second < end;
+         next = mSubscriptions.upper_bound(key)) {
+        key.second = next->first.second;
+        DeliverTo(lock, *next->second, message);
+    }
+}
+
+void Stations::DeliverTo(Lock& lock, Kiln::Listener& listener, const Kiln::Message& message)
+{
+    const auto delivery = mUnderWay.insert(mUnderWay.end(), {&listener, std::this_thread::get_id()});
+    const Unlocked unlocked(lock, [this, delivery] {
+        mUnderWay.erase(delivery);
+        mChanged.notify_all();
+    });
+    Deliver(listener, message);
+}
+
+void Stations::PostMessageToUIThread(const ferrite::utility::ImmutableString& station,
+                                     const Kiln::Message& message, bool /*flag*/)
+{
+    Callback callback = message.CreateStationCallback(station);
+    const Lock lock(mMutex);
+    mPosted.push_back(std::move(callback));
+    ++mPostedCount;
+    mChanged.notify_all();
+}
+
+std::size_t Stations::DeliverPosted()
+{
+    if (mDelivery != Delivery::kByHand)
+        throw std::logic_error("ReferenceHost::Stations: a thread of its own delivers what is posted");
+    std::size_t delivered = 0;
+    Lock lock(mMutex);
+    const std::uint64_t end = mPostedCount;
+    for (; !mPosted.empty() && mPostedCount - mPosted.size() < end; ++delivered)
+        DeliverNext(lock);
+    return delivered;
+}
+
+/// Requires that something is posted.
+void Stations::DeliverNext(Lock& lock)
+{
+    Callback taken;
+    taken.swap(mPosted.front());
+    mPosted.pop_front();
+    ++mRunning;
+    const Unlocked unlocked(lock, [this] {
+        --mRunning;
+        ++mFinishedCount;
+        mChanged.notify_all();
+    });
+    Callback deliver;  // The message is gone before the delivery counts as finished.
+    deliver.swap(taken);
+    if (mDelivery == Delivery::kByHand) {
+        deliver();
+        return;
+    }
+    try {
+        deliver();
+    } catch (...) {
+        Report(std::current_exception());
+    }
+}
+
+void Stations::RunUserInterfaceThread()
+{
+    Lock lock(mMutex);
+    for (;;) {
+        mChanged.wait(lock, [this] { return mEnding || !mPosted.empty(); });
+        if (mEnding)
+            return;
+        DeliverNext(lock);
+    }
+}
+
+void Stations::Report(const std::exception_ptr& exception)
+{
+    ExceptionHandler handler;
+    {
+        const Lock lock(mMutex);
+        ++mExceptionCount;
+        mLastException = exception;
+        handler = mExceptionHandler;
+    }
+    if (handler)
+        handler(exception);
+}
+
+void Stations::WaitUntilDelivered()
+{
+    Lock lock(mMutex);
+    mChanged.wait(lock, [this, end = mPostedCount] { return mFinishedCount >= end; });
+}
+
+void Stations::DropPosted()
+{
+    Lock lock(mMutex);
+    while (!mPosted.empty() || mRunning != 0) {
+        std::deque<Callback> dropped;
+        dropped.swap(mPosted);
+        const std::size_t count = dropped.size();
+        {
+            const Unlocked unlocked(lock, [this, count] {
+                mFinishedCount += count;
+                mChanged.notify_all();
+            });
+            dropped.clear();
+        }
+        mChanged.wait(lock, [this] { return mRunning == 0; });
+    }
+}
+
+void Stations::SetExceptionHandler(ExceptionHandler handler)
+{
+    const Lock lock(mMutex);
+    mExceptionHandler.swap(handler);
+}
+
+std::size_t Stations::ExceptionCount() const
+{
+    const Lock lock(mMutex);
+    return mExceptionCount;
+}
+
+std::exception_ptr Stations::LastException() const
+{
+    const Lock lock(mMutex);
+    return mLastException;
+}
+
+}  // namespace ReferenceHost
