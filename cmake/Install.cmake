@@ -1,0 +1,43 @@
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/AssetConnector)
+set(include_dir ${CMAKE_INSTALL_INCLUDEDIR}/asset-connector)
+
+set_target_properties(assetconnector_headers PROPERTIES EXPORT_NAME headers)
+set_target_properties(assetconnector_reference_host PROPERTIES EXPORT_NAME reference_host)
+install(TARGETS assetconnector assetconnector_headers assetconnector_reference_host
+    EXPORT AssetConnectorTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT AssetConnectorTargets NAMESPACE AssetConnector:: DESTINATION ${package_dir})
+if(ASSETCONNECTOR_BUILD_PROGRAM)
+    file(RELATIVE_PATH to_libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_target_properties(asset-connector PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
+    install(TARGETS asset-connector RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+
+# The public headers. What is not named here is internal.
+install(DIRECTORY src/host src/message DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY reference_host DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
+install(FILES src/codec/ACMessageDecoder.h src/codec/ACMessageEncoder.h DESTINATION ${include_dir}/codec)
+install(FILES src/registration/ACUtils.h DESTINATION ${include_dir}/registration)
+install(FILES
+    src/connectors/ConnectorFrame.h
+    src/connectors/EventCatalogue.def
+    src/connectors/EventCatalogue.h
+    src/connectors/IAssetConnectorPrivate.h
+    src/connectors/IngestGlintLibraryConnector.h
+    src/connectors/IngestMediaCollectionConnector.h
+    src/connectors/StationMessages.def
+    src/connectors/StationMessages.h
+    DESTINATION ${include_dir}/connectors)
+
+configure_package_config_file(cmake/AssetConnectorConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/AssetConnectorConfigVersion.cmake
+    COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake
+    ${PROJECT_BINARY_DIR}/AssetConnectorConfigVersion.cmake DESTINATION ${package_dir})
+
+configure_file(cmake/asset-connector.pc.in ${PROJECT_BINARY_DIR}/asset-connector.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/asset-connector.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

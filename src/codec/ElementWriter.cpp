@@ -11,16 +11,21 @@
 namespace AC {
 namespace {
 
-/// A string as the DOM wants it: terminated by zero, so a zero inside would cut it.
+// Zeros inside a string would cut it. In a text they become the replacement character, in a name something
+// that makes the DOM refuse it, as it refuses every unit that a name cannot hold.
+constexpr char16_t kInText = 0xFFFD;
+constexpr char16_t kInName = u' ';
+
+/// A string as the DOM wants it, terminated by its only zero.
 class Terminated
 {
 public:
-    explicit Terminated(const UTF16String& text) : mText(text.c_str())
+    Terminated(const UTF16String& text, char16_t insteadOfZero) : mText(text.c_str())
     {
         if (text.find(u'\0') == UTF16String::npos)
             return;
         mCopy = text;
-        std::replace(mCopy.begin(), mCopy.end(), u'\0', u'\uFFFD');
+        std::replace(mCopy.begin(), mCopy.end(), u'\0', insteadOfZero);
         mText = mCopy.c_str();
     }
     Terminated(const Terminated&) = delete;
@@ -37,7 +42,7 @@ private:
 
 ElementWriter ElementWriter::CreateRoot(xercesc::DOMDocument& document, const UTF16String& name)
 {
-    xercesc::DOMElement* const root = document.createElement(Terminated(name).Get());
+    xercesc::DOMElement* const root = document.createElement(Terminated(name, kInName).Get());
     document.appendChild(root);
     return ElementWriter(root);
 }
@@ -49,7 +54,7 @@ void ElementWriter::AppendChildElement(Name name, const UTF16String& text) const
 
 void ElementWriter::AppendChildElement(const UTF16String& name, const UTF16String& text) const
 {
-    SetText(Append(Terminated(name).Get()), text);
+    SetText(Append(Terminated(name, kInName).Get()), text);
 }
 
 xercesc::DOMElement* ElementWriter::Append(const XMLCh* name) const
@@ -61,12 +66,12 @@ xercesc::DOMElement* ElementWriter::Append(const XMLCh* name) const
 
 void ElementWriter::SetText(xercesc::DOMElement* element, const UTF16String& text)
 {
-    element->appendChild(element->getOwnerDocument()->createTextNode(Terminated(text).Get()));
+    element->appendChild(element->getOwnerDocument()->createTextNode(Terminated(text, kInText).Get()));
 }
 
 void ElementWriter::SetAttribute(Name attribute, const UTF16String& value) const
 {
-    mElement->setAttribute(attribute.Text(), Terminated(value).Get());
+    mElement->setAttribute(attribute.Text(), Terminated(value, kInText).Get());
 }
 
 void ElementWriter::Text(Name name, const UTF16String& text) const

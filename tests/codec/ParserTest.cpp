@@ -1,0 +1,224 @@
+#include "codec/ACMessageDecoder.h"
+#include "codec/ACMessageEncoder.h"
+#include "host/ridge/AssetItem.h"
+#include "host/ridge/XMLUtilities.h"
+#include "message/Comparison.h"
+#include "tests/support/HostTest.h"
+
+#include <boost/make_shared.hpp>
+
+#include <pthread.h>
+
+namespace {
+
+using AC::ACMessage;
+using AC::ACMessageDecoder::DecodeXMLString;
+
+using Decoder = HostTest;
+using Encoder = HostTest;
+
+TEST_F(Decoder, RefusesHostileTexts)
+{
+    const std::string bomb =
+        "<!DOCTYPE a [<!ENTITY x \"xxxxxxxxxx\"><!ENTITY y \"&x;&x;&x;&x;&x;&x;&x;&x;\">]>";
+    struct
+    {
+        const char* name;
+        std::string text;
+    } const rows[] = {
+        {"empty", ""},
+        {"white space", "  \n"},
+        {"no markup", "host"},
+        {"two roots", "<a/><b/>"},
+        {"text behind the root", "<a/>x"},
+        {"truncated", "<a><filePath path=\"/x\"/><errorInfo>cut"},
+        {"mismatched", "<a><b></a></b>"},
+        {"doctype", "<!DOCTYPE a><a/>"},
+        {"external subset", "<!DOCTYPE a SYSTEM \"file:///etc/passwd\"><a/>"},
+        {"external entity", "<!DOCTYPE a [<!ENTITY x SYSTEM \"file:///etc/passwd\">]><a>&x;</a>"},
+        {"parameter entity", "<!DOCTYPE a [<!ENTITY % x SYSTEM \"file:///etc/passwd\"> %x;]><a/>"},
+        {"entity bomb", bomb + "<a>&y;</a>"},
+        {"unknown entity", "<a><result>&nbsp;</result></a>"},
+        {"control character", "<a><result>\x01</result></a>"},
+        {"reference to a control character", "<a><result>&#1;</result></a>"},
+        {"reference to a surrogate", "<a><result>&#xD800;</result></a>"},
+        {"bare ampersand", "<a><result>a & b</result></a>"},
+        {"doubled attribute", "<a><host ID=\"1\" ID=\"2\"/></a>"},
+        {"4,097 levels", Repeated("<a>", 4097) + Repeated("</a>", 4097)},
+        {"a million levels", Repeated("<a>", 1000000)},
+    };
+    for (const auto& row : rows) {
+        ACMessage message;
+        Ridge::ParseError error;
+        EXPECT_FALSE(DecodeXMLString(U(row.text), message, error)) << row.name;
+        EXPECT_FALSE(error.reason.empty()) << row.name;
+        EXPECT_TRUE(AC::Comparison::Same(message, ACMessage())) << row.name;
+    }
+    for (const UTF16String& unit :
+         {UTF16String(1, u'\0'), UTF16String(1, 0xD800), UTF16String(1, 0xDC00), UTF16String(1, 0xFFFE)}) {
+        ACMessage message;
+        EXPECT_FALSE(DecodeXMLString(u"<a><result>x" + unit + u"y</result></a>", message));
+    }
+}
+
+TEST_F(Decoder, TellsWhereATextIsWrong)
+{
+    ACMessage message;
+    Ridge::ParseError error;
+    ASSERT_FALSE(DecodeXMLString(u"<a>\n  <b></c>\n</a>", message, error));
+    EXPECT_EQ(error.line, 2U);
+    EXPECT_GT(error.column, 5U);
+    ASSERT_FALSE(DecodeXMLString(u"<!DOCTYPE a><a/>", message, error));
+    EXPECT_EQ(error.line, 1U);
+    EXPECT_NE(error.reason.find(u"DOCTYPE"), UTF16String::npos);
+}
+
+TEST_F(Decoder, ReadsTheValueOfTheFirstNodeWhole)
+{
+    const std::string many = Repeated("x&amp;", 100000);
+    const std::string large = Repeated("y", 1000000);
+    struct
+    {
+        std::string content;
+        std::string value;
+    } const rows[] = {
+        {"a&lt;b&#x20AC;&#10;c", "a<b\xE2\x82\xAC\nc"},
+        {"a<!-- no -->b<?no no?>c", "abc"},
+        {"a<![CDATA[b]]>c", "a"},
+        {"<![CDATA[<b>&amp;]]>c", "<b>&amp;"},
+        {"<![CDATA[]]>c", ""},
+        {"<b/>c", ""},
+        {" <b/>", " "},
+        {"a\r\nb\rc", "a\nb\nc"},
+        {many, Repeated("x&", 100000)},
+        {large + "<!-- -->" + large, large + large},
+        {"<![CDATA[" + large + "]]>", large},
+    };
+    for (const auto& row : rows) {
+        ACMessage message;
+        ASSERT_TRUE(DecodeXMLString(U("<a><result>" + row.content + "</result></a>"), message));
+        EXPECT_EQ(Narrow(message.result) == row.value, true) << row.content.substr(0, 40);
+    }
+}
+
+TEST_F(Decoder, IgnoresDeclaredEncodingAndByteOrderMark)
+{
+    for (const char* prefix : {"<?xml version=\"1.0\" encoding=\"US-ASCII\"?>",
+                               "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>",
+                               "\xEF\xBB\xBF", "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"x-none\"?>"}) {
+        ACMessage message;
+        ASSERT_TRUE(DecodeXMLString(U(std::string(prefix) + "<a><result>\xC3\xA9</result></a>"), message))
+            << prefix;
+        EXPECT_EQ(message.result, u"é");
+    }
+}
+
+TEST_F(Decoder, LooksUpInLongLists)
+{
+    std::string properties;
+    for (int i = 0; i < 10000; ++i)
+        properties += "<p" + std::to_string(i) + ">" + std::to_string(i) + "</p" + std::to_string(i) + ">";
+    std::string attributes;
+    for (int i = 0; i < 20000; ++i)
+        attributes += " a" + std::to_string(i) + "=\"" + std::to_string(i) + "\"";
+    ACMessage message;
+    ASSERT_TRUE(DecodeXMLString(U("<a>" + properties + "<host" + attributes +
+                                  " ID=\"h\"/><customMetadata><minimumMetadata><namespace>" + properties +
+                                  "<p0>again</p0></namespace></minimumMetadata></customMetadata><targetBin" +
+                                  attributes + " ID=\"bin\"/></a>"),
+                                message));
+    const auto& read = message.customMetadata.minimumMetadata.namespaces.front()->properties;
+    EXPECT_EQ(read.size(), 10000U);
+    EXPECT_EQ(read.at(u"p0"), u"0");
+    EXPECT_EQ(message.targetBin, u"bin");
+}
+
+/// Runs the function on a thread with 1 MiB of stack, eight times that where a sanitizer needs more.
+void OnSmallStack(void* (*function)(void*), void* argument)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(NDEBUG)
+    constexpr std::size_t kStack = 8U << 20U;
+#else
+    constexpr std::size_t kStack = 1U << 20U;
+#endif
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, kStack);
+    pthread_t thread;
+    ASSERT_EQ(pthread_create(&thread, &attributes, function, argument), 0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
+}
+
+/// A text whose deepest element has depth 4,095 or 4,096: items within items.
+std::string DeepItems()
+{
+    constexpr std::size_t kItems = 2047;
+    return "<a>" + Repeated("<assetItemList><assetItem>", kItems) + "<name>deep</name>" +
+           Repeated("</assetItem></assetItemList>", kItems) + "</a>";
+}
+
+TEST_F(Decoder, ReadsAndWritesDeepItemsOnASmallStack)
+{
+    static bool good;
+    good = false;
+    OnSmallStack(
+        [](void*) -> void* {
+            ACMessage message;
+            bool same = DecodeXMLString(U(DeepItems()), message);
+            const UTF16String text = AC::ACMessageEncoder::EncoderACMessage(message, u"a");
+            ACMessage again;
+            same = same && DecodeXMLString(text, again);
+            const Ridge::AssetItemList* items = &again.assetItemList;
+            std::size_t depth = 0;
+            UTF16String name;
+            while (!items->empty()) {
+                name = items->front()->GetAssetName();
+                items = &items->front()->GetSubAssetItemList();
+                ++depth;
+            }
+            good = same && depth == 2047 && name == u"deep";
+            return nullptr;
+        },
+        nullptr);
+    EXPECT_TRUE(good);
+}
+
+TEST_F(Encoder, WritesTextsThatComeBack)
+{
+    UTF16String odd;
+    for (char16_t unit = 0; unit < 0x30; ++unit)
+        odd.push_back(unit);
+    odd += UTF16String{u']', u']', u'>', 0xD83D, 0xDE00, 0xD800, u'x', 0xDC00, 0xFFFE, 0xFFFF, 0x85, 0x2028};
+    UTF16String expected = odd;
+    for (char16_t& unit : expected) {
+        const bool kept = unit >= 0x20 || unit == u'\t' || unit == u'\n' || unit == u'\r';
+        if (!kept || unit >= 0xFFFE)
+            unit = 0xFFFD;
+    }
+    expected[expected.find(0xD800)] = 0xFFFD;
+    expected[expected.rfind(0xDC00)] = 0xFFFD;
+
+    ACMessage message;
+    message.result = odd;
+    message.targetBin = odd;
+    ACMessage again;
+    ASSERT_TRUE(DecodeXMLString(AC::ACMessageEncoder::EncoderACMessage(message, u"r"), again));
+    EXPECT_EQ(again.result, expected);
+    EXPECT_EQ(again.targetBin, expected);
+}
+
+TEST_F(Encoder, RefusesNamesThatAreNone)
+{
+    for (const UTF16String& name :
+         {UTF16String(), UTF16String(u"1a"), UTF16String(u"a b"), UTF16String(u"a\0b", 3)}) {
+        ACMessage message;
+        EXPECT_THROW(AC::ACMessageEncoder::EncoderACMessage(message, name), xercesc::DOMException);
+        auto metadata = boost::make_shared<Ridge::NamespaceMetadata>();
+        metadata->properties[name] = u"value";
+        message.customMetadata.minimumMetadata.namespaces.push_back(metadata);
+        EXPECT_THROW(AC::ACMessageEncoder::EncoderACMessage(message, u"r"), xercesc::DOMException);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,295 @@
+#include "connectors/EventCatalogue.h"
+#include "connectors/IngestGlintLibraryConnector.h"
+#include "connectors/IngestMediaCollectionConnector.h"
+#include "connectors/StationMessages.h"
+#include "host/ferrite/Contract.h"
+#include "host/kiln/Exceptions.h"
+#include "host/kiln/ReferenceBroker.h"
+#include "host/ridge/TandemEvents.h"
+#include "host/ridge/Utilities.h"
+#include "message/Comparison.h"
+#include "reference_host/ForwardingDispatcher.h"
+#include "tests/support/HostTest.h"
+
+#include <boost/make_shared.hpp>
+
+#include <atomic>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using ferrite::utility::Guid;
+using Notifier = Ridge::IIngestLibraryNotifier;
+using ConnectorRef = Kiln::InterfaceRef<Notifier>;
+
+/// A dispatcher that calls back when it is told to refuse the exit.
+class ExitDispatcher : public ReferenceHost::IdleDispatcher
+{
+public:
+    void RefuseExit(Ridge::ResultCode /*code*/) override
+    {
+        ++calls;
+        if (onCall)
+            onCall();
+    }
+
+    std::atomic<int> calls{0};
+    std::function<void()> onCall;
+};
+
+/// A panel that calls back for each notification.
+class TestPanel : public ReferenceHost::Panel
+{
+public:
+    void OnNotification(const std::string& type, const std::string& /*data*/) override
+    {
+        types.push_back(type);
+        if (onNotification)
+            onNotification();
+    }
+
+    std::vector<std::string> types;
+    std::function<void()> onNotification;
+};
+
+struct ConnectorKind
+{
+    const char* name;
+    ConnectorRef (*create)(ALD::IAssetLibraryDispatcher* dispatcher);
+};
+
+/// What holds for both connectors.
+class BothConnectors : public HostTest, public ::testing::WithParamInterface<ConnectorKind>
+{
+protected:
+    ConnectorRef Create() { return GetParam().create(&dispatcher); }
+
+    static Kiln::SharedReferenceBroker BrokerOf(const ConnectorRef& connector)
+    {
+        return static_cast<AC::ConnectorFrame*>(connector.Get())->GetReferenceBroker();
+    }
+
+    void Raise(const UTF16String& type, const UTF16String& data)
+    {
+        host.GetStations().BroadcastMessage(Ridge::GetPlexaStationID(), Ridge::TandemEvent(type, data));
+    }
+
+    ExitDispatcher dispatcher;
+};
+
+INSTANTIATE_TEST_SUITE_P(Connectors, BothConnectors,
+                         ::testing::Values(ConnectorKind{"Library", &AC::CreateIngestGlintLibraryConnector},
+                                           ConnectorKind{"MediaCollection",
+                                                         &AC::CreateIngestMediaCollectionConnector}),
+                         [](const auto& kind) { return kind.param.name; });
+
+TEST_P(BothConnectors, LiveAsLongAsTheyAreReferenced)
+{
+    ConnectorRef connector = Create();
+    const Kiln::SharedReferenceBroker broker = BrokerOf(connector);
+    EXPECT_EQ(broker->GetCount(), 1);
+    EXPECT_EQ(broker->GetObject(), connector->GetRawPointer());
+
+    auto locked = broker.Lock();
+    EXPECT_EQ(broker->GetCount(), 2);
+    connector.Clear();
+    EXPECT_NE(broker->GetObject(), nullptr);
+    Raise(AC::kPlexaEventType_ExitApp, u"<a/>");
+    EXPECT_EQ(dispatcher.calls, 1) << "still listening";
+
+    locked.Clear();
+    EXPECT_EQ(broker->GetObject(), nullptr);
+    EXPECT_EQ(broker->GetCount(), Kiln::ReferenceBroker::kDestroyed);
+    EXPECT_FALSE(broker.Lock());
+    Raise(AC::kPlexaEventType_ExitApp, u"<a/>");
+    EXPECT_EQ(dispatcher.calls, 1);
+}
+
+TEST_P(BothConnectors, OfferTwoInterfacesAndTakeNoReference)
+{
+    const ConnectorRef connector = Create();
+    void* out = this;
+    EXPECT_EQ(connector->QueryInterface(Notifier::kInterfaceID, out), 0);
+    EXPECT_EQ(out, connector.Get());
+    EXPECT_EQ(connector->QueryInterface(AC::IAssetConnectorPrivate::kInterfaceID, out), 0);
+    static_cast<AC::IAssetConnectorPrivate*>(out)->SetDispatcher(nullptr);
+    Raise(AC::kPlexaEventType_ExitApp, u"<a/>");
+    EXPECT_EQ(dispatcher.calls, 0) << "without a dispatcher nothing is forwarded";
+    EXPECT_EQ(connector->QueryInterface(Guid(1, 2), out), static_cast<std::int32_t>(0xA00A0001));
+    EXPECT_EQ(out, nullptr);
+    EXPECT_EQ(BrokerOf(connector)->GetCount(), 1);
+}
+
+TEST_P(BothConnectors, MayBeDroppedFromInsideTheirOwnCalls)
+{
+    const auto panel = boost::make_shared<TestPanel>();
+    host.GetPanelEvents().Attach(panel);
+    ConnectorRef connector;
+    panel->onNotification = [&connector] { connector.Clear(); };
+    dispatcher.onCall = [&connector] { connector.Clear(); };
+
+    connector = Create();
+    auto broker = BrokerOf(connector);
+    connector->OnTransferProgress(Guid(1, 1), Guid(2, 2), 50);  // sends
+    EXPECT_EQ(broker->GetObject(), nullptr);
+
+    connector = Create();
+    broker = BrokerOf(connector);
+    Raise(AC::kPlexaEventType_OpenIngestDlg, u"<a/>");  // replies
+    EXPECT_EQ(broker->GetObject(), nullptr);
+
+    connector = Create();
+    broker = BrokerOf(connector);
+    Raise(AC::kPlexaEventType_ExitApp, u"<a/>");  // forwards
+    EXPECT_EQ(broker->GetObject(), nullptr);
+    EXPECT_EQ(panel->types.size(), 2U);
+}
+
+TEST_P(BothConnectors, RegisterEveryRequestWhenAsked)
+{
+    const ConnectorRef connector = Create();
+    const auto isRegistered = [this](const UTF16String& type) {
+        return host.GetPanelEvents().Raise(type, u"");
+    };
+    EXPECT_FALSE(isRegistered(AC::kPlexaEventType_SendTagTemplate));
+    host.GetStations().BroadcastMessage(Ridge::GetPlexaStationID(), Ridge::AddTandemListenerEvent());
+    for (const AC::EventEntry& event : AC::EventCatalogue())
+        EXPECT_EQ(isRegistered(*event.identifier), event.kind == AC::EventKind::kRequest) << event.constant;
+    host.GetStations().BroadcastMessage(Ridge::GetPlexaStationID(), Ridge::RemoveTandemListenerEvent());
+    EXPECT_FALSE(isRegistered(AC::kPlexaEventType_RequestInitInfo));
+}
+
+TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
+{
+    const UTF16String request = u"<a><allowExit>false</allowExit></a>";
+    std::atomic<bool> stop{false};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 2; ++i)
+        threads.emplace_back([&] {
+            while (!stop)
+                Raise(AC::kPlexaEventType_ExitApp, request);
+        });
+    const int rounds = std::getenv("ASSETCONNECTOR_LONG_TESTS") != nullptr ? 5000 : 300;
+    for (int i = 0; i < rounds; ++i) {
+        ConnectorRef connector = Create();
+        const auto broker = BrokerOf(connector);
+        std::thread other([&broker] {
+            for (int k = 0; k < 20; ++k)
+                if (const auto locked = broker.Lock())
+                    static_cast<Notifier*>(locked.Get())->OnIngestPaused({});
+        });
+        connector.Clear();
+        other.join();
+        EXPECT_FALSE(broker.Lock());
+    }
+    stop = true;
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+TEST(ReferenceBroker, BindsOneObject)
+{
+    Kiln::ReferenceBroker broker;
+    EXPECT_FALSE(broker.Lock());
+    EXPECT_THROW(broker.SetObject(nullptr), ferrite::utility::ContractError);
+}
+
+using StationMessages = HostTest;
+
+TEST_F(StationMessages, AreCopiedIntoTheHostsMemory)
+{
+    AC::ACMessage record;
+    record.header.Set(Guid(1, 2), Guid(3, 4), u"panel");
+    record.transferResultList.push_back(boost::make_shared<Ridge::TransferResult>());
+    const AC::SaveAssetMessage message(record);
+    const auto before = host.GetMemory().LiveBlocks();
+    {
+        const std::unique_ptr<Kiln::Message> copy(message.Clone());
+        EXPECT_EQ(host.GetMemory().LiveBlocks(), before + 1);
+        EXPECT_EQ(copy->MessageTypeID(), AC::SaveAssetMessage::TypeID());
+        const auto& payload = static_cast<const AC::SaveAssetMessage&>(*copy).GetPayload();
+        EXPECT_TRUE(AC::Comparison::Same(payload, record));
+        EXPECT_EQ(payload.transferResultList.front(), record.transferResultList.front())
+            << "items are shared";
+    }
+    EXPECT_EQ(host.GetMemory().LiveBlocks(), before);
+    host.GetMemory().SetAllocationsLeft(0);
+    EXPECT_EQ(message.Clone(), nullptr);
+    EXPECT_THROW(message.CreateStationCallback(AC::GetMCAssetConnectorStation()), std::bad_alloc);
+}
+
+/// A payload whose copy may throw.
+struct Fragile
+{
+    Fragile() = default;
+    Fragile(const Fragile& other) : copiesLeft(other.copiesLeft)
+    {
+        if ((*copiesLeft)-- <= 0)
+            throw std::runtime_error("no more copies");
+    }
+    std::shared_ptr<int> copiesLeft = std::make_shared<int>(1);
+};
+
+class FragileMessage : public AC::StationMessage<FragileMessage, Fragile>
+{
+public:
+    static constexpr char kTypeName[] = ".?AVFragileMessage@@";
+    explicit FragileMessage(const Fragile& payload) : StationMessage(payload) {}
+};
+
+TEST_F(StationMessages, GiveTheMemoryBackWhenThePayloadThrows)
+{
+    const FragileMessage message{Fragile()};
+    const auto before = host.GetMemory().LiveBlocks();
+    EXPECT_THROW(message.Clone(), std::runtime_error);
+    EXPECT_THROW(message.CreateStationCallback(AC::GetMCAssetConnectorStation()), std::runtime_error);
+    EXPECT_EQ(host.GetMemory().LiveBlocks(), before);
+}
+
+/// Keeps the identifiers of the messages that reach it.
+class TestListener : public Kiln::Listener
+{
+public:
+    ~TestListener() override { EndSubscriptions(); }
+    std::vector<std::uint32_t> received;
+
+private:
+    void OnStationMessage(const Kiln::Message& message) override
+    {
+        received.push_back(message.MessageTypeID());
+    }
+};
+
+TEST_F(StationMessages, ArriveAsOftenAsTheDeferredDeliveryRuns)
+{
+    TestListener listener;
+    const auto station = AC::GetMCAssetConnectorStation();
+    host.GetStations().AddListener(station, listener);
+    boost::function<void()> deliver;
+    {
+        const Ridge::DeleteDynamicColumnsMessage message({Guid(1, 1)});
+        deliver = message.CreateStationCallback(station);
+    }
+    deliver();
+    const boost::function<void()> again = deliver;
+    deliver.clear();
+    again();
+    EXPECT_EQ(listener.received, std::vector<std::uint32_t>(2, Ridge::DeleteDynamicColumnsMessage::TypeID()));
+}
+
+TEST(Host, MustBeInstalledOnce)
+{
+    EXPECT_THROW(AC::AddTandemEvents(), std::logic_error);
+    EXPECT_THROW(AC::CreateIngestGlintLibraryConnector(nullptr), std::logic_error);
+    ReferenceHost::Host host(ReferenceHost::Stations::Delivery::kByHand);
+    const ReferenceHost::Installation installation(host);
+    EXPECT_THROW(AC::InstallHost(host.Services()), std::logic_error);
+    EXPECT_NO_THROW(AC::AddTandemEvents());
+}
+
+}  // namespace
