@@ -1,0 +1,136 @@
+// A small host. It brings what is its own, the panel events and a dispatcher, and takes the other services from
+// the reference host, as a host may do while it grows.
+
+#include "connectors/EventCatalogue.h"
+#include "connectors/IngestGlintLibraryConnector.h"
+#include "connectors/IngestMediaCollectionConnector.h"
+#include "connectors/StationMessages.h"
+#include "host/Host.h"
+#include "host/ferrite/Unicode.h"
+#include "host/kiln/StationUtils.h"
+#include "host/ridge/TandemEvents.h"
+#include "host/ridge/Utilities.h"
+#include "reference_host/Files.h"
+#include "reference_host/ForwardingDispatcher.h"
+#include "reference_host/IngestLibrary.h"
+#include "reference_host/Memory.h"
+#include "reference_host/Stations.h"
+#include "reference_host/Texts.h"
+
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include <exception>
+#include <iostream>
+#include <set>
+
+namespace {
+
+using ferrite::utility::Guid;
+
+/// Initialises the XML library, which a host does once, before anything else.
+class XMLPlatform
+{
+public:
+    XMLPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
+    ~XMLPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
+    XMLPlatform(const XMLPlatform&) = delete;
+    XMLPlatform& operator=(const XMLPlatform&) = delete;
+};
+
+/// The bridge to the HTML panels. Here a panel is the standard output.
+class Panels : public Plexa::IPanelEvents
+{
+public:
+    void AddTandemEventListener(const UTF16String& type, void* /*callback*/) override { mTypes.insert(type); }
+    void RemoveTandemEventListener(const UTF16String& type, void* /*callback*/) override { mTypes.erase(type); }
+
+    void DispatchApplicationEvent(const std::string& type, const std::string& data) override
+    {
+        std::cout << "to the panel: " << type << "\n  " << data << "\n";
+    }
+
+    std::string GetBrowserID() override { return "panel-1"; }
+
+    /// What the host's browser calls when the page raises an event.
+    void Raise(const UTF16String& type, const UTF16String& data)
+    {
+        if (mTypes.count(type) != 0)
+            Kiln::StationUtils::BroadcastMessage(Ridge::GetPlexaStationID(), Ridge::TandemEvent(type, data));
+    }
+
+private:
+    std::set<UTF16String> mTypes;
+};
+
+/// Carries out what panels ask for; here, one thing.
+class Dispatcher : public ReferenceHost::IdleDispatcher
+{
+public:
+    void ShowIngestDialog(const Guid& task, const Guid& /*message*/, const UTF16String& targetBin) override
+    {
+        std::cout << "dispatcher: show the ingest dialog for \"" << ferrite::utility::UTF16to8(targetBin)
+                  << "\", task " << ferrite::utility::UTF16to8(task.AsString()) << "\n";
+    }
+};
+
+/// A component of the host that wants to know of ingested items.
+class IngestWatcher : public Kiln::Listener
+{
+public:
+    IngestWatcher() { Kiln::StationUtils::AddListener(AC::GetMCAssetConnectorStation(), this); }
+    ~IngestWatcher() override { EndSubscriptions(); }
+
+private:
+    void OnStationMessage(const Kiln::Message& message) override
+    {
+        if (message.MessageTypeID() != AC::IngestStartedMessage::TypeID())
+            return;
+        const AC::ACMessage& record = static_cast<const AC::IngestStartedMessage&>(message).GetPayload();
+        std::cout << "component: ingest started, task "
+                  << ferrite::utility::UTF16to8(record.header.taskID.AsString()) << "\n";
+    }
+};
+
+void RunHost()
+{
+    Panels panels;
+    ReferenceHost::Stations stations(ReferenceHost::Stations::Delivery::kByHand);
+    ReferenceHost::IngestLibrary library;
+    ReferenceHost::Files files;
+    ReferenceHost::Texts texts;
+    ReferenceHost::Memory memory;
+    AC::InstallHost({panels, stations, library, files, texts, memory});
+    AC::AddTandemEvents();
+    {
+        Dispatcher dispatcher;
+        const auto libraryConnector = AC::CreateIngestGlintLibraryConnector(&dispatcher);
+        const auto mediaCollectionConnector = AC::CreateIngestMediaCollectionConnector(nullptr);
+        const IngestWatcher watcher;
+
+        panels.Raise(AC::kPlexaEventType_OpenIngestDlg,
+                     u"<browserMessage><browserID ID=\"panel-1\"/>"
+                     u"<taskID ID=\"10000000-0000-4000-8000-000000000001\"/>"
+                     u"<msgID ID=\"20000000-0000-4000-8000-000000000002\"/>"
+                     u"<targetBin ID=\"Interviews\"/></browserMessage>");
+
+        const Guid task = Guid::CreateUnique();
+        libraryConnector->OnIngestStarted(task);
+        mediaCollectionConnector->OnIngestStarted(task);
+        stations.DeliverPosted();  // a host with a user-interface thread does this there
+    }
+    AC::UninstallHost();
+}
+
+}  // namespace
+
+int main()
+{
+    try {
+        const XMLPlatform platform;
+        RunHost();
+        return 0;
+    } catch (const std::exception& exception) {
+        std::cerr << "embedding: " << exception.what() << "\n";
+        return 1;
+    }
+}
