@@ -3,6 +3,7 @@
 #include "host/kiln/Message.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace ReferenceHost {
@@ -121,17 +122,17 @@ std::size_t Stations::DeliverPosted()
 /// Requires that something is posted.
 void Stations::DeliverNext(Lock& lock)
 {
-    Callback taken;
-    taken.swap(mPosted.front());
-    mPosted.pop_front();
+    std::list<Callback> taken;
+    taken.splice(taken.end(), mPosted, mPosted.begin());
     ++mRunning;
     const Unlocked unlocked(lock, [this] {
         --mRunning;
         ++mFinishedCount;
         mChanged.notify_all();
     });
-    Callback deliver;  // The message is gone before the delivery counts as finished.
-    deliver.swap(taken);
+    // Moved to here so that the message is gone before the delivery counts as finished.
+    const std::list<Callback> running = std::move(taken);
+    const Callback& deliver = running.front();
     if (mDelivery == Delivery::kByHand) {
         deliver();
         return;
@@ -177,7 +178,7 @@ void Stations::DropPosted()
 {
     Lock lock(mMutex);
     while (!mPosted.empty() || mRunning != 0) {
-        std::deque<Callback> dropped;
+        std::list<Callback> dropped;
         dropped.swap(mPosted);
         const std::size_t count = dropped.size();
         {

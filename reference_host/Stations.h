@@ -7,7 +7,6 @@
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <exception>
 #include <list>
 #include <map>
@@ -106,7 +105,7 @@ private:
     std::uint64_t mNextSubscription = 0;
     std::list<DeliveryUnderWay> mUnderWay;
 
-    std::deque<Callback> mPosted;
+    std::list<Callback> mPosted;
     std::uint64_t mPostedCount = 0;    ///< Ever posted.
     std::uint64_t mFinishedCount = 0;  ///< Of these, delivered or dropped.
     std::size_t mRunning = 0;          ///< Taken off the queue, not yet finished.

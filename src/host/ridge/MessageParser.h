@@ -27,19 +27,19 @@ struct ParseError
 /// for every reference, and each piece searches all the buffers that earlier ones released.
 ///
 /// One parser, one text, one thread. It owns the document.
-class AC_API MessageParser final : public xercesc::XercesDOMParser
+class MessageParser final : public xercesc::XercesDOMParser
 {
 public:
     /// How deep elements may nest; the root has depth 1.
     static constexpr std::size_t kDeepestElement = 4096;
 
-    MessageParser();
-    ~MessageParser() override;
+    AC_API MessageParser();
+    AC_API ~MessageParser() override;
 
     /// Parses the text, whatever encoding it declares; a leading byte order mark is accepted.
     /// \return The document, owned by this parser; null when the text does not parse.
     /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
-    xercesc::DOMDocument* Parse(const UTF16String& text);
+    AC_API xercesc::DOMDocument* Parse(const UTF16String& text);
 
     /// \return What was wrong with the text, after Parse returned null.
     const ParseError& Error() const noexcept { return mError; }
