@@ -1,0 +1,38 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+
+/// The commands of the program. Each reads its file (empty or "-": standard input), prints to the output and
+/// gives the exit status. What is wrong with a command's file is a line on standard error.
+namespace AssetConnector {
+
+/// The exit statuses.
+enum Status
+{
+    kDone = 0,
+    kFailed = 1,  ///< The text does not decode, the record is not encoded, the effects differ.
+    kBad = 2,     ///< A bad command line, file, record or session.
+};
+
+/// How a session is shown.
+enum class ReplayMode
+{
+    kPlain,
+    kReadable,
+    kCheck,
+};
+
+/// Prints the record that a panel's text decodes to.
+Status Decode(const std::string& file, std::ostream& output);
+
+/// Prints the notification text of a record. \param decoded Decode the reserved characters in it.
+Status Encode(const std::string& file, bool decoded, std::ostream& output);
+
+/// Plays a session. \param coloured For ReplayMode::kReadable.
+Status Replay(const std::string& file, ReplayMode mode, bool coloured, std::ostream& output);
+
+/// Prints the event catalogue, as a table or as JSON.
+Status Events(bool json, std::ostream& output);
+
+}  // namespace AssetConnector

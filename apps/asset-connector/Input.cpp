@@ -1,0 +1,53 @@
+#include "Input.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <iostream>
+#include <iterator>
+#include <stdexcept>
+#include <system_error>
+
+namespace AssetConnector {
+
+Input::Input(const std::string& file) : mName(file), mStream(&mFile)
+{
+    if (file.empty() || file == "-") {
+        mName = "standard input";
+        mStream = &std::cin;
+        return;
+    }
+    std::error_code ignored;
+    if (std::filesystem::is_directory(file, ignored))
+        throw std::runtime_error(file + ": is a directory");
+    mFile.open(file, std::ios::binary);
+    if (!mFile)
+        throw std::runtime_error(file + ": " + std::strerror(errno));
+}
+
+std::string Input::ReadAll()
+{
+    std::string content{std::istreambuf_iterator<char>(*mStream), {}};
+    RequireGood();
+    if (content.compare(0, 3, "\xEF\xBB\xBF") == 0)
+        content.erase(0, 3);
+    return content;
+}
+
+void Input::RequireGood() const
+{
+    if (mStream->bad())
+        throw std::runtime_error(mName + ": cannot be read");
+}
+
+void Complain(const std::string& message)
+{
+    std::string line = "asset-connector: " + message;
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
+        ' ');
+    std::cerr << line << '\n';
+}
+
+}  // namespace AssetConnector

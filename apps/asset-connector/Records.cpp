@@ -1,0 +1,78 @@
+#include "Commands.h"
+#include "Input.h"
+#include "codec/ACMessageDecoder.h"
+#include "codec/ACMessageEncoder.h"
+#include "host/ferrite/ReservedCharacters.h"
+#include "host/ferrite/Unicode.h"
+#include "session/SimulatedHost.h"
+#include "session/ValueReader.h"
+
+#include <xercesc/dom/DOMException.hpp>
+
+#include <exception>
+
+namespace AssetConnector {
+namespace {
+
+using ferrite::utility::UTF16to8;
+
+/// The simulated host as it is at the start of a session.
+struct FreshHost
+{
+    Session::Recorder recorder{Session::Style::kSession, [](const Session::OrderedJson& /*effect*/) {}};
+    Session::SimulatedHost host{recorder};
+};
+
+/// Runs the action. \return kDone, or kFailed with a complaint when it throws.
+template <class Action>
+Status Try(const std::string& what, Action action)
+{
+    try {
+        action();
+        return kDone;
+    } catch (const std::exception& exception) {
+        Complain(what + ": " + exception.what());
+    } catch (const xercesc::DOMException& exception) {
+        Complain(what + ": " + UTF16to8(exception.getMessage()));
+    }
+    return kFailed;
+}
+
+}  // namespace
+
+Status Decode(const std::string& file, std::ostream& output)
+{
+    Input input(file);
+    const UTF16String xml = ferrite::utility::UTF8to16(input.ReadAll());
+    const FreshHost host;
+    AC::ACMessage message;
+    return Try(input.Name(), [&] {
+        Ridge::ParseError error;
+        if (!AC::ACMessageDecoder::DecodeXMLString(xml, message, error))
+            throw std::runtime_error("line " + std::to_string(error.line) + ", column " +
+                                     std::to_string(error.column) + ": " + UTF16to8(error.reason));
+        output << Session::ValueWriter(Session::Style::kSession).Write(message).dump(2) << '\n';
+    });
+}
+
+Status Encode(const std::string& file, bool decoded, std::ostream& output)
+{
+    Input input(file);
+    const std::string json = input.ReadAll();
+    const FreshHost host;
+    AC::ACMessage message;
+    try {
+        message = Session::ValueReader::Read<AC::ACMessage>(Session::ParseJson(json));
+    } catch (const Session::FormatError& error) {
+        Complain(input.Name() + ": " + error.what());
+        return kBad;
+    }
+    return Try(input.Name(), [&] {
+        UTF16String xml = AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot);
+        if (decoded)
+            ferrite::xml::utils::DecodeReservedCharacters(xml, xml);
+        output << UTF16to8(xml) << '\n';
+    });
+}
+
+}  // namespace AssetConnector

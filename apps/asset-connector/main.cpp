@@ -1,0 +1,127 @@
+#include "Commands.h"
+#include "Input.h"
+
+#include <CLI/CLI.hpp>
+#include <boost/function.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <unistd.h>
+
+namespace {
+
+using namespace AssetConnector;
+
+/// The XML platform, as long as this object lives.
+struct XMLPlatform
+{
+    XMLPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
+    ~XMLPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
+    XMLPlatform(const XMLPlatform&) = delete;
+    XMLPlatform& operator=(const XMLPlatform&) = delete;
+};
+
+bool IsColoured()
+{
+    const char* const noColour = std::getenv("NO_COLOR");
+    return isatty(STDOUT_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
+}
+
+/// Prints what is left. A reader who closed the pipe has seen enough; any other failure is one.
+Status Flush(Status status)
+{
+    errno = 0;
+    if (std::cout.flush() || errno == EPIPE)
+        return status;
+    Complain("standard output cannot be written");
+    return kBad;
+}
+
+/// The command line.
+class Program
+{
+public:
+    Program()
+    {
+        mApp.require_subcommand(1);
+        CLI::App* const decode = AddCommand("decode", "Print the record that a panel's text decodes to",
+                                            [this] { return Decode(mFile, std::cout); });
+        AddFile(decode);
+        CLI::App* const encode = AddCommand("encode", "Print the notification text of a record",
+                                            [this] { return Encode(mFile, mDecoded, std::cout); });
+        encode->add_flag("--decoded", mDecoded, "Decode the reserved characters in the text");
+        AddFile(encode);
+        CLI::App* const replay = AddCommand("replay", "Play a session file", [this] {
+            return Replay(mFile, Mode(), IsColoured(), std::cout);
+        });
+        CLI::Option* const readable = replay->add_flag("--readable", mReadable, "Print it for people");
+        replay->add_flag("--check", mCheck, "Compare the effects with those of the file")->excludes(readable);
+        AddFile(replay);
+        CLI::App* const events =
+            AddCommand("events", "Print the event catalogue", [this] { return Events(mJson, std::cout); });
+        events->add_flag("--json", mJson, "Print it as JSON");
+    }
+
+    int Run(int count, char** arguments)
+    {
+        try {
+            mApp.parse(count, arguments);
+        } catch (const CLI::Success& help) {
+            mApp.exit(help);
+            return Flush(kDone);
+        } catch (const CLI::Error& error) {
+            Complain(std::string(error.what()) +
+                     "; usage: asset-connector decode|encode|replay|events [OPTIONS] [FILE]");
+            return kBad;
+        }
+        try {
+            const XMLPlatform platform;
+            return Flush(mRun());
+        } catch (const std::exception& exception) {
+            Complain(exception.what());
+            return kBad;
+        }
+    }
+
+private:
+    CLI::App* AddCommand(const char* name, const char* description, boost::function<Status()> run)
+    {
+        CLI::App* const command = mApp.add_subcommand(name, description);
+        command->callback([this, run = std::move(run)] { mRun = run; });
+        return command;
+    }
+
+    void AddFile(CLI::App* command)
+    {
+        command->add_option("FILE", mFile, "The file to read; standard input without it, or for -");
+    }
+
+    ReplayMode Mode() const
+    {
+        if (mCheck)
+            return ReplayMode::kCheck;
+        return mReadable ? ReplayMode::kReadable : ReplayMode::kPlain;
+    }
+
+    CLI::App mApp{"Decodes, encodes and plays the messages between HTML panels and a video host",
+                  "asset-connector"};
+    std::string mFile;
+    bool mDecoded = false;
+    bool mReadable = false;
+    bool mCheck = false;
+    bool mJson = false;
+    boost::function<Status()> mRun;
+};
+
+}  // namespace
+
+int main(int count, char** arguments)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    std::ios::sync_with_stdio(false);
+    return Program().Run(count, arguments);
+}

@@ -1,0 +1,181 @@
+#include "session/Json.h"
+
+#include "session/FormatError.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace Session {
+namespace {
+
+/// What the parser reports of a text, with the answer "go on" to all of it.
+class Events
+{
+public:
+    bool null() { return true; }
+    bool boolean(bool /*value*/) { return true; }
+    bool number_integer(std::int64_t /*value*/) { return true; }
+    bool number_unsigned(std::uint64_t /*value*/) { return true; }
+    bool number_float(double /*value*/, const std::string& /*text*/) { return true; }
+    bool string(std::string& /*value*/) { return true; }
+    bool binary(Json::binary_t& /*value*/) { return true; }
+    bool start_object(std::size_t /*size*/) { return true; }
+    bool key(std::string& /*value*/) { return true; }
+    bool end_object() { return true; }
+    bool start_array(std::size_t /*size*/) { return true; }
+    bool end_array() { return true; }
+    bool parse_error(std::size_t /*position*/, const std::string& /*token*/, const Json::exception& /*error*/)
+    {
+        return false;
+    }
+};
+
+/// Builds the value. The library's own builder lets the last of doubled keys win.
+class Builder : public Events
+{
+public:
+    explicit Builder(Json& root) : mRoot(root) {}
+
+    bool null() { return Add(nullptr); }
+    bool boolean(bool value) { return Add(value); }
+    bool number_integer(std::int64_t value) { return Add(value); }
+    bool number_unsigned(std::uint64_t value) { return Add(value); }
+    bool number_float(double /*value*/, const std::string& text)
+    {
+        return Fail(text.find_first_of(".eE") == std::string::npos
+                        ? "the integer is out of range"
+                        : "a number is written with a point or an exponent");
+    }
+    bool string(std::string& value) { return Add(std::move(value)); }
+
+    bool start_object(std::size_t /*size*/) { return Open(Json::object()); }
+    bool key(std::string& value)
+    {
+        auto [member, isNew] = mOpen.back()->get_ref<Json::object_t&>().emplace(value, nullptr);
+        mMember = &member->second;
+        return isNew || Fail("the key \"" + value + "\" is doubled");
+    }
+    bool end_object() { return Close(); }
+    bool start_array(std::size_t /*size*/) { return Open(Json::array()); }
+    bool end_array() { return Close(); }
+
+    bool parse_error(std::size_t position, const std::string& /*token*/, const Json::exception& error)
+    {
+        mPosition = position;
+        return Fail(Reason(error.what()));
+    }
+
+    const std::string& Problem() const { return mProblem; }
+
+    /// \return Up to which byte the text was read; 0 when the problem is not one of syntax.
+    std::size_t Position() const { return mPosition; }
+
+private:
+    template <class Value>
+    Json* Place(Value&& value)
+    {
+        if (mOpen.empty())
+            return &(mRoot = std::forward<Value>(value));
+        if (mOpen.back()->is_object())
+            return &(*mMember = std::forward<Value>(value));
+        return &mOpen.back()->get_ref<Json::array_t&>().emplace_back(std::forward<Value>(value));
+    }
+
+    template <class Value>
+    bool Add(Value&& value)
+    {
+        Place(std::forward<Value>(value));
+        return true;
+    }
+
+    bool Open(Json value)
+    {
+        if (mOpen.size() == kDeepestJson)
+            return Fail("arrays and objects are nested too deeply");
+        mOpen.push_back(Place(std::move(value)));
+        return true;
+    }
+
+    bool Close()
+    {
+        mOpen.pop_back();
+        return true;
+    }
+
+    bool Fail(std::string problem)
+    {
+        mProblem = std::move(problem);
+        return false;
+    }
+
+    /// \return What the library's text says was wrong, without repeating what it read.
+    static std::string Reason(const std::string& text)
+    {
+        const auto from = text.rfind(" - ", text.find("; last read"));
+        if (from == std::string::npos)
+            return "not JSON";
+        return "not JSON: " + text.substr(from + 3, text.find("; last read") - from - 3);
+    }
+
+    Json& mRoot;
+    std::vector<Json*> mOpen;
+    Json* mMember = nullptr;
+    std::string mProblem;
+    std::size_t mPosition = 0;
+};
+
+/// \return The place of a byte, counted from 1.
+std::string PlaceOf(const std::string& text, std::size_t position)
+{
+    const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(position, text.size()));
+    const auto lineBegin = std::find(std::make_reverse_iterator(end), text.rend(), '\n').base();
+    const std::string column = "column " + std::to_string(std::max<std::ptrdiff_t>(end - lineBegin, 1));
+    if (lineBegin == text.begin())
+        return column;
+    return "line " + std::to_string(1 + std::count(text.begin(), lineBegin, '\n')) + ", " + column;
+}
+
+}  // namespace
+
+Json ParseJson(const std::string& text)
+{
+    // To the library a NUL is the end of the text, and a byte order mark nothing.
+    if (const auto nul = text.find('\0'); nul != std::string::npos)
+        throw FormatError(PlaceOf(text, nul + 1) + ": not JSON: a NUL byte");
+    if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
+        throw FormatError("column 1: not JSON: a byte order mark");
+    Json value;
+    Builder builder(value);
+    if (!Json::sax_parse(text, &builder))
+        throw FormatError(builder.Position() == 0
+                              ? builder.Problem()
+                              : PlaceOf(text, builder.Position()) + ": " + builder.Problem());
+    return value;
+}
+
+bool HasKey(const std::string& text, bool (*accepts)(const std::string& key))
+{
+    struct KeyFinder : Events
+    {
+        bool start_object(std::size_t /*size*/) { return ++depth > 0; }
+        bool start_array(std::size_t /*size*/) { return ++depth > 0; }
+        bool end_object() { return depth-- > 0; }
+        bool end_array() { return depth-- > 0; }
+        bool key(std::string& value)
+        {
+            found = found || (depth == 1 && accepts(value));
+            return true;
+        }
+
+        bool (*accepts)(const std::string&) = nullptr;
+        std::size_t depth = 0;
+        bool found = false;
+    };
+    KeyFinder finder;
+    finder.accepts = accepts;
+    return Json::sax_parse(text, &finder) && finder.found;
+}
+
+}  // namespace Session

@@ -1,0 +1,133 @@
+#include "session/Outline.h"
+
+#include <algorithm>
+#include <cctype>
+#include <string_view>
+
+namespace Session {
+namespace {
+
+constexpr std::size_t kGuidLength = 36;
+
+bool IsGuid(std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool isHyphen = at == 8 || at == 13 || at == 18 || at == 23;
+        if (isHyphen ? text[at] != '-' : std::isxdigit(static_cast<unsigned char>(text[at])) == 0)
+            return false;
+    }
+    return text.size() == kGuidLength;
+}
+
+/// \return The text without control characters but for line feed and TAB, GUIDs as their first eight and last
+///         four digits.
+std::string Legible(std::string_view text)
+{
+    std::string legible;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        const auto next = static_cast<unsigned char>(at + 1 < text.size() ? text[at + 1] : 0);
+        const bool isSecondary = byte == 0xC2 && next >= 0x80 && next < 0xA0;  // U+0080 to U+009F
+        if (isSecondary || byte == 0x7F || (byte < 0x20 && byte != '\n' && byte != '\t')) {
+            legible += "\uFFFD";
+            at += isSecondary ? 1 : 0;
+        } else if (IsGuid(text.substr(at, kGuidLength))) {
+            legible.append(text.substr(at, 8)).append("…").append(text.substr(at + kGuidLength - 4, 4));
+            at += kGuidLength - 1;
+        } else {
+            legible += text[at];
+        }
+    }
+    return legible;
+}
+
+const char* CodeOf(Colour colour)
+{
+    static constexpr const char* kCodes[] = {"", "1", "2", "1;31", "32", "33", "34", "35", "36"};
+    return kCodes[static_cast<std::size_t>(colour)];
+}
+
+}  // namespace
+
+Outline& Outline::Put(Colour colour, const std::string& text)
+{
+    const bool coloured = mColoured && colour != Colour::kNone;
+    if (coloured)
+        mOutput << "\x1B[" << CodeOf(colour) << 'm';
+    mOutput << Legible(text);
+    if (coloured)
+        mOutput << "\x1B[0m";
+    return *this;
+}
+
+void Outline::PutLines(std::size_t indent, Colour colour, const std::string& text)
+{
+    std::size_t begin = 0;
+    while (begin <= text.size()) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        Indent(indent);
+        Put(colour, text.substr(begin, end - begin));
+        EndLine();
+        begin = end + 1;
+    }
+}
+
+void Outline::Indent(std::size_t indent)
+{
+    if (mBullet)
+        mOutput << std::string(indent - 2, ' ') << "• ";
+    else
+        mOutput << std::string(indent, ' ');
+    mBullet = false;
+}
+
+bool Outline::PutScalar(const OrderedJson& value)
+{
+    if (value.is_null() || (value.is_string() && value.get_ref<const std::string&>().empty()) ||
+        value.empty())
+        Put(Colour::kDim, "–");
+    else if (value.is_boolean())
+        Put(Colour::kNone, value.get<bool>() ? "yes" : "no");
+    else if (value.is_number())
+        Put(Colour::kNone, value.dump());
+    else if (value.is_string() && value.get_ref<const std::string&>().find('\n') == std::string::npos)
+        Put(Colour::kNone, value.get_ref<const std::string&>());
+    else
+        return false;
+    EndLine();
+    return true;
+}
+
+void Outline::PutValue(std::size_t indent, const OrderedJson& value, std::size_t levelsLeft)
+{
+    if (value.is_string()) {
+        PutLines(indent, Colour::kNone, value.get_ref<const std::string&>());
+        return;
+    }
+    if (levelsLeft == 0) {
+        PutLines(indent, Colour::kDim, "…");
+        return;
+    }
+    std::size_t width = 0;
+    if (value.is_object())
+        for (const auto& [name, member] : value.items())
+            width = std::max(width, name.size());
+    for (const auto& [name, member] : value.items()) {
+        if (value.is_object()) {
+            Indent(indent);
+            Put(Colour::kDim, name);
+            Put(Colour::kNone, std::string(width - name.size() + 2, ' '));
+        } else {
+            mBullet = true;
+            if (!member.is_structured() || member.empty())
+                Indent(indent + 2);
+        }
+        if (PutScalar(member))
+            continue;
+        if (value.is_object())
+            EndLine();
+        PutValue(indent + 2, member, levelsLeft - 1);
+    }
+}
+
+}  // namespace Session

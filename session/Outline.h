@@ -1,0 +1,59 @@
+#pragma once
+
+#include "session/Json.h"
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+
+namespace Session {
+
+enum class Colour
+{
+    kNone,
+    kBold,
+    kDim,
+    kRed,
+    kGreen,
+    kYellow,
+    kBlue,
+    kMagenta,
+    kCyan,
+};
+
+/// Prints texts and values for people: indented, coloured when asked for, GUIDs shortened to their two ends.
+/// Control characters do not reach the terminal.
+class Outline
+{
+public:
+    /// How deep values are shown.
+    static constexpr std::size_t kDeepestValue = 24;
+
+    Outline(std::ostream& output, bool coloured) : mOutput(output), mColoured(coloured) {}
+
+    /// Prints a part of a line.
+    Outline& Put(Colour colour, const std::string& text);
+
+    void EndLine() { mOutput << '\n'; }
+
+    /// Prints a text of any number of lines, each indented.
+    void PutLines(std::size_t indent, Colour colour, const std::string& text);
+
+    /// Prints a value: an object as a member a line, an array as an entry a line.
+    void PutValue(std::size_t indent, const OrderedJson& value) { PutValue(indent, value, kDeepestValue); }
+
+private:
+    void PutValue(std::size_t indent, const OrderedJson& value, std::size_t levelsLeft);
+
+    /// Prints a scalar or an empty value. \return false for another value.
+    bool PutScalar(const OrderedJson& value);
+
+    /// Begins a line; the first one of an array's entry with a bullet.
+    void Indent(std::size_t indent);
+
+    std::ostream& mOutput;
+    bool mColoured;
+    bool mBullet = false;
+};
+
+}  // namespace Session

@@ -1,0 +1,162 @@
+#include "session/Player.h"
+
+#include "connectors/EventCatalogue.h"
+#include "host/ferrite/Unicode.h"
+#include "host/ridge/TandemEvents.h"
+#include "host/ridge/Utilities.h"
+#include "session/HostSettings.h"
+
+#include <xercesc/dom/DOMException.hpp>
+
+#include <exception>
+#include <utility>
+
+namespace Session {
+namespace {
+
+using ferrite::utility::ImmutableString;
+
+boost::shared_ptr<Kiln::Message> ReadStationMessage(Fields& line)
+{
+    const auto name = line.Read<std::string>("message");
+    if (name == "Ridge::TandemEvent")
+        return boost::make_shared<Ridge::TandemEvent>(line.Read<UTF16String>("type"),
+                                                      line.Read<UTF16String>("data"));
+    if (name == "Ridge::AddTandemListenerEvent")
+        return boost::make_shared<Ridge::AddTandemListenerEvent>();
+    if (name == "Ridge::RemoveTandemListenerEvent")
+        return boost::make_shared<Ridge::RemoveTandemListenerEvent>();
+    throw FormatError("unknown message \"" + name + '"');
+}
+
+}  // namespace
+
+const Player::InputRow Player::kInputs[] = {
+    {"create", &Player::ReadCreate}, {"release", &Player::ReadRelease}, {"register", &Player::ReadRegister},
+    {"panel", &Player::ReadPanel},   {"station", &Player::ReadStation}, {"callback", &Player::ReadCallback},
+    {"host", &Player::ReadHost},     {"ui", &Player::ReadUI},           {"call", &Player::ReadCall},
+};
+
+Player::Player(Style style, Recorder::Sink sink) : mRecorder(style, std::move(sink)), mHost(mRecorder) {}
+
+BoundCall Player::Read(const Json& json)
+{
+    Fields line(json);
+    for (const InputRow& row : kInputs) {
+        if (line.Find(row.key) == nullptr)
+            continue;
+        BoundCall input = (this->*row.read)(line);
+        line.Finish();
+        return input;
+    }
+    throw FormatError("neither an input nor an effect");
+}
+
+void Player::Play(const BoundCall& input)
+{
+    try {
+        input.run();
+    } catch (const std::exception& exception) {
+        mRecorder.RecordException(exception.what());
+    } catch (const xercesc::DOMException& exception) {
+        mRecorder.RecordException(ferrite::utility::UTF16to8(exception.getMessage()));
+    } catch (...) {
+        mRecorder.RecordException("an exception of unknown type");
+    }
+}
+
+std::size_t Player::ReadConnector(Fields& line, const char* member) const
+{
+    const auto name = line.Read<std::string>(member);
+    for (std::size_t i = 0; i < std::size(kConnectorKinds); ++i)
+        if (kConnectorKinds[i].name == name)
+            return i;
+    throw FormatError("unknown connector \"" + name + '"');
+}
+
+void Player::RequireAlive(std::size_t connector, bool alive) const
+{
+    if (static_cast<bool>(mConnectors[connector]) != alive)
+        throw FormatError((alive ? "there is no " : "there already is a ") +
+                          std::string(kConnectorKinds[connector].title));
+}
+
+BoundCall Player::ReadCreate(Fields& line)
+{
+    const std::size_t which = ReadConnector(line, "create");
+    RequireAlive(which, false);
+    return {[this, which] { mConnectors[which] = kConnectorKinds[which].create(&mDispatcher); }, {}};
+}
+
+BoundCall Player::ReadRelease(Fields& line)
+{
+    const std::size_t which = ReadConnector(line, "release");
+    RequireAlive(which, true);
+    return {[this, which] {
+                mRecorder.ExpectEnd(kConnectorKinds[which].name);
+                mConnectors[which].Clear();
+                mRecorder.ExpectEnd({});
+            },
+            {}};
+}
+
+BoundCall Player::ReadRegister(Fields& line)
+{
+    return {line.Read<bool>("register") ? &AC::AddTandemEvents : &AC::RemoveTandemEvents, {}};
+}
+
+BoundCall Player::ReadPanel(Fields& line)
+{
+    return {[this, type = line.Read<UTF16String>("panel"), data = line.Read<UTF16String>("data")] {
+                mHost.GetPanelEvents().Raise(type, data);
+            },
+            {}};
+}
+
+BoundCall Player::ReadStation(Fields& line)
+{
+    const auto name = line.Read<std::string>("station");
+    const ImmutableString station = name == "panel" ? Ridge::GetPlexaStationID() : ImmutableString(name);
+    return {[this, station, message = ReadStationMessage(line)] {
+                mHost.GetStations().BroadcastMessage(station, *message);
+            },
+            {}};
+}
+
+BoundCall Player::ReadCallback(Fields& line)
+{
+    const auto name = line.Read<std::string>("callback");
+    const CallbackOperation* const callback = FindCallback(name);
+    if (callback == nullptr)
+        throw FormatError("unknown callback \"" + name + '"');
+    const std::size_t which = ReadConnector(line, "to");
+    RequireAlive(which, true);
+    BoundCall call;
+    Within("args", [&] { call = callback->bind(line.Get("args"), mConnectors[which]); });
+    return call;
+}
+
+BoundCall Player::ReadHost(Fields& line)
+{
+    return {ReadHostSettings(line.Get("host"), mHost), {}};
+}
+
+BoundCall Player::ReadUI(Fields& line)
+{
+    if (!line.Read<bool>("ui"))
+        throw FormatError("ui: expected true");
+    return {[this] { mHost.GetStations().DeliverPosted(); }, {}};
+}
+
+BoundCall Player::ReadCall(Fields& line)
+{
+    const auto name = line.Read<std::string>("call");
+    const ExportedFunction* const function = FindExportedFunction(name);
+    if (function == nullptr)
+        throw FormatError("unknown function \"" + name + '"');
+    BoundCall call;
+    Within("args", [&] { call = function->bind(line.Get("args")); });
+    return call;
+}
+
+}  // namespace Session

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "reference_host/ForwardingDispatcher.h"
+#include "session/ConnectorKinds.h"
+#include "session/Fields.h"
+#include "session/Json.h"
+#include "session/Operations.h"
+#include "session/Recorder.h"
+#include "session/SimulatedHost.h"
+
+#include <array>
+#include <iterator>
+
+namespace Session {
+
+/// Plays the inputs of a session through the library, on a simulated host of its own, which is installed as
+/// long as the player lives. The XML platform is initialised by the caller. One thread.
+class Player
+{
+public:
+    /// \param sink Gets each effect as it happens.
+    Player(Style style, Recorder::Sink sink);
+
+    /// Reads an input. \return What plays it, once, before the next input is read.
+    /// \throws FormatError when it cannot be played; nothing has happened then.
+    BoundCall Read(const Json& line);
+
+    /// Plays it. An exception that reaches the caller of the library becomes an effect.
+    void Play(const BoundCall& input);
+
+    /// How the effects are written.
+    const ValueWriter& Writer() const { return mRecorder.Writer(); }
+
+private:
+    using Notifier = Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier>;
+    using InputReader = BoundCall (Player::*)(Fields& line);
+    struct InputRow
+    {
+        const char* key;
+        InputReader read;
+    };
+    static const InputRow kInputs[];
+
+    BoundCall ReadCreate(Fields& line);
+    BoundCall ReadRelease(Fields& line);
+    BoundCall ReadRegister(Fields& line);
+    BoundCall ReadPanel(Fields& line);
+    BoundCall ReadStation(Fields& line);
+    BoundCall ReadCallback(Fields& line);
+    BoundCall ReadHost(Fields& line);
+    BoundCall ReadUI(Fields& line);
+    BoundCall ReadCall(Fields& line);
+
+    /// \return The place of the connector that the member names.
+    std::size_t ReadConnector(Fields& line, const char* member) const;
+
+    /// \throws FormatError unless the connector lives or does not live, as asked for.
+    void RequireAlive(std::size_t connector, bool alive) const;
+
+    Recorder mRecorder;
+    SimulatedHost mHost;
+    Recorder::DispatcherHook mDispatcherHook{mRecorder};
+    ReferenceHost::ForwardingDispatcher<Recorder::DispatcherHook> mDispatcher{mDispatcherHook};
+    std::array<Notifier, std::size(kConnectorKinds)> mConnectors;
+};
+
+}  // namespace Session

@@ -1,0 +1,170 @@
+#include "session/ReadableReplay.h"
+
+#include "session/ConnectorKinds.h"
+#include "session/NotificationText.h"
+
+#include <utility>
+
+namespace Session {
+namespace {
+
+/// How many like host calls in a row are printed.
+constexpr std::size_t kShownOfRun = 3;
+
+std::string TitleOf(const std::string& connector)
+{
+    for (const ConnectorKind& kind : kConnectorKinds)
+        if (kind.name == connector)
+            return std::string(kind.title);
+    return connector;
+}
+
+/// \return The last part of a dotted identifier.
+std::string ShortName(const std::string& identifier)
+{
+    return identifier.substr(identifier.rfind('.') + 1);
+}
+
+/// \return The member as a string; empty when there is none.
+template <class AnyJson>
+std::string TextOf(const AnyJson& object, const char* member)
+{
+    return object.contains(member) && object[member].is_string() ? object[member].template get<std::string>()
+                                                                 : std::string();
+}
+
+}  // namespace
+
+void ReadableReplay::OnComment(const Line& line)
+{
+    EndRun();
+    if (!std::exchange(mAfterComment, true))
+        mOutline.EndLine();
+    const std::size_t begin = line.text.find_first_not_of("# \t\r");
+    mOutline.Put(Colour::kBold, begin == std::string::npos ? "" : line.text.substr(begin)).EndLine();
+}
+
+void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const BoundCall& input)
+{
+    EndRun();
+    mAfterComment = false;
+    mOutline.EndLine();
+    mIndent = kInputIndent;
+    mCreating = TextOf(json, "create");
+    mSpeaker = Connectors();
+    const ValueWriter writer(Style::kReadable);
+    if (json.contains("create")) {
+        Sentence(Colour::kBlue, "host creates the " + TitleOf(mCreating));
+        mAlive.insert(mCreating);
+        mSpeaker = TitleOf(mCreating);
+    } else if (json.contains("release")) {
+        Sentence(Colour::kBlue, "host drops the " + TitleOf(TextOf(json, "release")));
+    } else if (json.contains("register")) {
+        Sentence(Colour::kBlue, json["register"] ? "host asks for the panels' requests"
+                                                 : "host no longer wants the panels' requests");
+    } else if (json.contains("panel")) {
+        Request(mSpeaker, TextOf(json, "panel"), json["data"]);
+    } else if (json.contains("station")) {
+        Heading(Colour::kCyan, "host", "station " + TextOf(json, "station"), TextOf(json, "message"));
+        if (json.contains("data"))
+            Request(mSpeaker, TextOf(json, "type"), json["data"]);
+    } else if (json.contains("callback")) {
+        const std::string name = TextOf(json, "callback");
+        mSpeaker = TitleOf(TextOf(json, "to"));
+        Heading(Colour::kGreen, "ingest library", mSpeaker, name);
+        Arguments(FindCallback(name)->labels, input.arguments(writer));
+    } else if (json.contains("host")) {
+        Sentence(Colour::kBlue, "host from here on");
+        mOutline.PutValue(mIndent, OrderedJson::parse(json["host"].dump()));
+    } else if (json.contains("ui")) {
+        Sentence(Colour::kBlue, "user-interface thread delivers what was posted");
+    } else {
+        const std::string name = TextOf(json, "call");
+        Heading(Colour::kBlue, "host", "connector library", name);
+        Arguments(FindExportedFunction(name)->labels, input.arguments(writer));
+    }
+    mIndent = kEffectIndent;
+}
+
+void ReadableReplay::OnEffect(const OrderedJson& effect)
+{
+    if (ExtendsRun(effect))
+        return;
+    const std::string subject = effect.front().get<std::string>();
+    if (effect.contains("dispatcher")) {
+        Heading(Colour::kYellow, mSpeaker, "dispatcher", subject);
+        Arguments(FindDispatcherOperation(subject)->labels, effect["args"]);
+    } else if (effect.contains("notification")) {
+        Heading(Colour::kMagenta, mSpeaker, "panel", ShortName(subject));
+        mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(effect["data"]));
+    } else if (effect.contains("post") || effect.contains("deliver")) {
+        Heading(Colour::kCyan, effect.contains("post") ? mSpeaker + " posts" : "user-interface thread",
+                "station " + TextOf(effect, "station"), subject);
+        mOutline.PutValue(mIndent, effect["payload"]);
+    } else if (effect.contains("hostCall")) {
+        Heading(Colour::kBlue, mSpeaker, "host", subject);
+        Arguments(FindHostOperation(subject)->labels, effect["args"]);
+    } else if (effect.contains("destroyed")) {
+        mAlive.erase(subject);
+        Sentence(Colour::kBlue, "the " + TitleOf(subject) + " is gone");
+    } else {
+        mAlive.erase(mCreating);
+        Sentence(Colour::kRed, "exception: " + subject);
+    }
+}
+
+void ReadableReplay::Heading(Colour colour, const std::string& from, const std::string& to,
+                             const std::string& what)
+{
+    mOutline.Put(Colour::kNone, std::string(mIndent - kInputIndent, ' '))
+        .Put(Colour::kNone, from)
+        .Put(Colour::kDim, " ─▶ ")
+        .Put(Colour::kNone, to + "  ")
+        .Put(colour, what)
+        .EndLine();
+}
+
+void ReadableReplay::Sentence(Colour colour, const std::string& text)
+{
+    mOutline.Put(Colour::kNone, std::string(mIndent - kInputIndent, ' ')).Put(colour, text).EndLine();
+}
+
+void ReadableReplay::Arguments(const Labels& labels, const OrderedJson& arguments)
+{
+    OrderedJson labelled = OrderedJson::object();
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        labelled[std::string(labels.texts[i])] = arguments[i];
+    mOutline.PutValue(mIndent, labelled);
+}
+
+void ReadableReplay::Request(const std::string& to, const std::string& what, const Json& data)
+{
+    Heading(Colour::kCyan, "panel", to, ShortName(what));
+    mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(data));
+}
+
+bool ReadableReplay::ExtendsRun(const OrderedJson& effect)
+{
+    const std::string operation = TextOf(effect, "hostCall");
+    if (operation.empty() || operation != mRunOperation) {
+        EndRun();
+        mRunOperation = operation;
+    }
+    return ++mRunLength > kShownOfRun && !operation.empty();
+}
+
+void ReadableReplay::EndRun()
+{
+    if (!mRunOperation.empty() && mRunLength > kShownOfRun)
+        mOutline.PutLines(kEffectIndent, Colour::kDim,
+                          "… and " + std::to_string(mRunLength - kShownOfRun) + " more");
+    mRunOperation.clear();
+    mRunLength = 0;
+}
+
+std::string ReadableReplay::Connectors() const
+{
+    return mAlive.size() == 1 ? TitleOf(*mAlive.begin()) : "connectors";
+}
+
+}  // namespace Session

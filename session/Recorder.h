@@ -1,0 +1,94 @@
+#pragma once
+
+#include "host/ferrite/ImmutableString.h"
+#include "host/kiln/Listener.h"
+#include "host/kiln/Message.h"
+#include "session/Operations.h"
+#include "session/ValueWriter.h"
+
+#include <boost/function.hpp>
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace Session {
+
+/// Takes down what the library does, as effects in session format, in the order in which it happens, and lets
+/// operations throw. The hook of the host's forwarders. One thread.
+class Recorder
+{
+public:
+    using Sink = boost::function<void(const OrderedJson& effect)>;
+
+    /// \param sink Gets each effect as it happens.
+    Recorder(Style style, Sink sink) : mWriter(style), mSink(std::move(sink)) {}
+
+    const ValueWriter& Writer() const { return mWriter; }
+
+    /// \param operations From now on these throw, and no others.
+    void SetThrowing(std::set<std::string> operations) { mThrowing = std::move(operations); }
+
+    /// The connector that ends next is this one, and its end is an effect.
+    void ExpectEnd(std::string_view connector) { mEnding = connector; }
+
+    void RecordException(const std::string& what);
+
+    /// Any operation of the host.
+    template <class... Arguments>
+    void operator()(const char* operation, const Arguments&... arguments)
+    {
+        const Operation* const row = FindHostOperation(operation);
+        if (row == nullptr)
+            return;
+        if (row->isHostCall)
+            Record("hostCall", operation, {{"args", mWriter.WriteArguments(arguments...)}});
+        ThrowIfAsked(operation);
+    }
+
+    /// Of these the effect shows less than all arguments, or has a form of its own.
+    void operator()(const char* operation, const UTF16String& mediaPath, const Ridge::XMPText& holder,
+                    const UTF16String& scratch);
+    void operator()(const char* operation, const ferrite::utility::ImmutableString& station,
+                    const Kiln::Listener& listener);
+    void operator()(const char* operation, const Kiln::Listener& listener) noexcept;
+    void operator()(const char* operation, const std::string& notification, const std::string& data);
+    void operator()(const char* operation, const ferrite::utility::ImmutableString& station,
+                    const Kiln::Message& message, const bool& flag);
+    void operator()(const char* operation, const ferrite::utility::ImmutableString& station,
+                    const Kiln::Message& message);
+
+    /// The dispatcher's hook.
+    class DispatcherHook
+    {
+    public:
+        explicit DispatcherHook(Recorder& recorder) : mRecorder(recorder) {}
+
+        template <class... Arguments>
+        void operator()(const char* operation, const Arguments&... arguments)
+        {
+            mRecorder.Record("dispatcher", operation,
+                             {{"args", mRecorder.mWriter.WriteArguments(arguments...)}});
+            mRecorder.ThrowIfAsked(operation);
+        }
+
+    private:
+        Recorder& mRecorder;
+    };
+
+private:
+    using Members = std::initializer_list<std::pair<const char*, OrderedJson>>;
+
+    void Record(const char* kind, OrderedJson subject, Members members = {});
+
+    /// \throws std::runtime_error
+    void ThrowIfAsked(const char* operation) const;
+
+    ValueWriter mWriter;
+    Sink mSink;
+    std::set<std::string> mThrowing;
+    std::string_view mEnding;
+};
+
+}  // namespace Session

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "session/SessionFile.h"
+
+#include <deque>
+#include <optional>
+
+namespace Session {
+
+/// Compares the effects of a session with those of its file, up to the first difference.
+class SessionCheck final : public Observer
+{
+public:
+    struct Difference
+    {
+        std::size_t line;  ///< Of the expected effect; without one, of the input.
+        std::optional<Json> expected;
+        std::optional<Json> actual;
+    };
+
+    const std::optional<Difference>& FirstDifference() const { return mDifference; }
+
+    void OnInput(const Line& line, const Json& json, const BoundCall& input) override;
+    void OnEffect(const OrderedJson& effect) override;
+    bool WantsExpected() const override { return true; }
+    void OnExpected(const Line& line, const Json& effect) override;
+    void OnEnd() override;
+    bool IsDone() const override { return mDifference.has_value(); }
+
+private:
+    std::size_t mInputLine = 0;
+    std::deque<Json> mActual;  ///< Effects of the input that the file has not told yet.
+    std::optional<Difference> mDifference;
+};
+
+}  // namespace Session

@@ -1,0 +1,57 @@
+#include "session/SimulatedHost.h"
+
+#include "host/ferrite/Unicode.h"
+#include "message/RidgeRecords.h"
+
+namespace Session {
+
+using ferrite::utility::Guid;
+
+Guid SimulatedTexts::CreateUniqueGuid()
+{
+    ++mCount;
+    if (mGuids.empty())
+        return {0x0000000000004000, 0x8000000000000000 | mCount};
+    const Guid guid = mGuids.front();
+    mGuids.pop_front();
+    return guid;
+}
+
+boost::shared_ptr<Ridge::AssetMediaInfo> SimulatedIngestLibrary::CreateMediaInfo(
+    Ridge::AssetMediaType type, const Guid& guid, const UTF16String& mediaPath, const Ridge::XMPText& xmp,
+    const UTF16String& fileContent, const UTF16String& customMetadata, const UTF16String& createTime,
+    const UTF16String& lastModifyTime, const UTF16String& rateTimeBase, const UTF16String& rateNtsc,
+    const UTF16String& aliasName, bool reservedFlag, const UTF16String& reservedText)
+{
+    if (mFailing.count(mediaPath) != 0)
+        return nullptr;
+    return IngestLibrary::CreateMediaInfo(type, guid, mediaPath, xmp, fileContent, customMetadata, createTime,
+                                          lastModifyTime, rateTimeBase, rateNtsc, aliasName, reservedFlag,
+                                          reservedText);
+}
+
+boost::shared_ptr<Ridge::AssetMediaInfo> SimulatedIngestLibrary::CreateMasterClipMediaInfo(
+    const Guid& guid, const UTF16String& mediaPath, const UTF16String& fileName, const Ridge::XMPText& xmp,
+    const UTF16String& customMetadata, const UTF16String& createTime, const UTF16String& lastModifyTime,
+    const UTF16String& reservedText)
+{
+    if (mFailing.count(mediaPath) != 0)
+        return nullptr;
+    return IngestLibrary::CreateMasterClipMediaInfo(guid, mediaPath, fileName, xmp, customMetadata,
+                                                    createTime, lastModifyTime, reservedText);
+}
+
+UTF16String SimulatedIngestLibrary::CreateCustomMetadataStr(const Ridge::CustomMetadata& metadata)
+{
+    return ferrite::utility::UTF8to16(ValueWriter(Style::kSession).Write(metadata).dump());
+}
+
+SimulatedHost::SimulatedHost(Recorder& recorder)
+    : mRecorder(recorder),
+      mInstallation({mForwardedPanelEvents, mForwardedStations, mForwardedIngestLibrary, mFiles,
+                     mForwardedTexts, mMemory},
+                    mStations)
+{
+}
+
+}  // namespace Session
