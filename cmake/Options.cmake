@@ -13,3 +13,9 @@ if(ASSETCONNECTOR_SANITIZE)
         -fsanitize=${ASSETCONNECTOR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(assetconnector_options INTERFACE -fsanitize=${ASSETCONNECTOR_SANITIZE})
 endif()
+
+if(ASSETCONNECTOR_BUILD_FUZZ)
+    # Coverage for the fuzzer; only the fuzz targets link its main function.
+    target_compile_options(assetconnector_options INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(assetconnector_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

@@ -1,0 +1,40 @@
+// What was decoded and encoded once comes back the same ever after.
+
+#include "codec/ACMessageDecoder.h"
+#include "codec/ACMessageEncoder.h"
+#include "codec/ValueForms.h"
+#include "fuzz/FuzzHost.h"
+#include "message/Comparison.h"
+
+namespace {
+
+/// A rate whose ratio does not fit a double's digits comes back as its neighbour, and its frames with it.
+void DropWhatIsRounded(AC::ACMessage& message)
+{
+    const tempora::FrameRate rate = message.mediaPropertyInfo.frameRate;
+    if (AC::ParseFrameRate(AC::FormatFrameRate(rate)) != rate)
+        message.mediaPropertyInfo = {};
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    FuzzHost::Get();
+    AC::ACMessage first;
+    if (!AC::ACMessageDecoder::DecodeXMLString(TextOf(data, size), first))
+        return 0;
+    DropWhatIsRounded(first);
+    const UTF16String text = AC::ACMessageEncoder::EncoderACMessage(first, AC::kNotificationRoot);
+    AC::ACMessage second;
+    Require(AC::ACMessageDecoder::DecodeXMLString(text, second));
+    const UTF16String again = AC::ACMessageEncoder::EncoderACMessage(second, AC::kNotificationRoot);
+    Require(again == text);
+    AC::ACMessage third;
+    Require(AC::ACMessageDecoder::DecodeXMLString(again, third));
+    Require(AC::Comparison::Same(second, third));
+    Require(AC::Comparison::Same(first.assetItemList, second.assetItemList));
+    Require(AC::Comparison::Same(first.customMetadata, second.customMetadata) ||
+            first.customMetadata.minimumMetadata.namespaces.empty());
+    return 0;
+}

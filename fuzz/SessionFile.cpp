@@ -1,0 +1,33 @@
+// Any text as a session file: it plays, or it is refused with an error that names the line.
+
+#include "fuzz/FuzzHost.h"
+#include "session/SessionFile.h"
+
+#include <sstream>
+
+namespace {
+
+class Silent final : public Session::Observer
+{
+public:
+    void OnInput(const Session::Line& /*line*/, const Session::Json& /*json*/,
+                 const Session::BoundCall& /*input*/) override
+    {
+    }
+    void OnEffect(const Session::OrderedJson& effect) override { Require(effect.is_object()); }
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const XMLPlatform platform;
+    std::istringstream file(std::string(reinterpret_cast<const char*>(data), size));
+    Silent observer;
+    try {
+        Session::PlaySession(file, Session::Style::kSession, observer);
+    } catch (const Session::SessionError& error) {
+        Require(error.LineNumber() > 0 && *error.what() != 0);
+    }
+    return 0;
+}
