@@ -115,7 +115,7 @@ private:
     {
         const auto from = text.rfind(" - ", text.find("; last read"));
         if (from == std::string::npos)
-            return "not JSON";
+            return "not JSON: a number beyond every range";
         return "not JSON: " + text.substr(from + 3, text.find("; last read") - from - 3);
     }
 

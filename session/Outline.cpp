@@ -41,6 +41,24 @@ std::string Legible(std::string_view text)
     return legible;
 }
 
+/// \return Whether the value takes lines of its own.
+bool IsNested(const OrderedJson& value)
+{
+    if (value.is_string())
+        return value.get_ref<const std::string&>().find('\n') != std::string::npos;
+    return value.is_structured() && !value.empty();
+}
+
+/// \return The text of a value that is not nested.
+std::string ScalarText(const OrderedJson& value)
+{
+    if (value.is_string() && !value.get_ref<const std::string&>().empty())
+        return value.get<std::string>();
+    if (value.is_boolean())
+        return value.get<bool>() ? "yes" : "no";
+    return value.is_number() ? value.dump() : "–";
+}
+
 const char* CodeOf(Colour colour)
 {
     static constexpr const char* kCodes[] = {"", "1", "2", "1;31", "32", "33", "34", "35", "36"};
@@ -81,23 +99,6 @@ void Outline::Indent(std::size_t indent)
     mBullet = false;
 }
 
-bool Outline::PutScalar(const OrderedJson& value)
-{
-    if (value.is_null() || (value.is_string() && value.get_ref<const std::string&>().empty()) ||
-        value.empty())
-        Put(Colour::kDim, "–");
-    else if (value.is_boolean())
-        Put(Colour::kNone, value.get<bool>() ? "yes" : "no");
-    else if (value.is_number())
-        Put(Colour::kNone, value.dump());
-    else if (value.is_string() && value.get_ref<const std::string&>().find('\n') == std::string::npos)
-        Put(Colour::kNone, value.get_ref<const std::string&>());
-    else
-        return false;
-    EndLine();
-    return true;
-}
-
 void Outline::PutValue(std::size_t indent, const OrderedJson& value, std::size_t levelsLeft)
 {
     if (value.is_string()) {
@@ -111,22 +112,24 @@ void Outline::PutValue(std::size_t indent, const OrderedJson& value, std::size_t
     std::size_t width = 0;
     if (value.is_object())
         for (const auto& [name, member] : value.items())
-            width = std::max(width, name.size());
+            width = std::max(width, Legible(name).size());
     for (const auto& [name, member] : value.items()) {
+        const bool isNested = IsNested(member);
         if (value.is_object()) {
             Indent(indent);
             Put(Colour::kDim, name);
-            Put(Colour::kNone, std::string(width - name.size() + 2, ' '));
+            Put(Colour::kNone, isNested ? "" : std::string(width - Legible(name).size() + 2, ' '));
         } else {
             mBullet = true;
-            if (!member.is_structured() || member.empty())
+            if (!isNested)
                 Indent(indent + 2);
         }
-        if (PutScalar(member))
-            continue;
-        if (value.is_object())
+        if (!isNested)
+            Put(member.empty() ? Colour::kDim : Colour::kNone, ScalarText(member));
+        if (!isNested || value.is_object())
             EndLine();
-        PutValue(indent + 2, member, levelsLeft - 1);
+        if (isNested)
+            PutValue(indent + 2, member, levelsLeft - 1);
     }
 }
 

@@ -45,9 +45,6 @@ public:
 private:
     void PutValue(std::size_t indent, const OrderedJson& value, std::size_t levelsLeft);
 
-    /// Prints a scalar or an empty value. \return false for another value.
-    bool PutScalar(const OrderedJson& value);
-
     /// Begins a line; the first one of an array's entry with a bullet.
     void Indent(std::size_t indent);
 

@@ -11,6 +11,9 @@ namespace {
 /// How many like host calls in a row are printed.
 constexpr std::size_t kShownOfRun = 3;
 
+/// Who acts when the host calls an exported function.
+constexpr const char* kLibrary = "connector library";
+
 std::string TitleOf(const std::string& connector)
 {
     for (const ConnectorKind& kind : kConnectorKinds)
@@ -60,6 +63,7 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
     } else if (json.contains("release")) {
         Sentence(Colour::kBlue, "host drops the " + TitleOf(TextOf(json, "release")));
     } else if (json.contains("register")) {
+        mSpeaker = kLibrary;
         Sentence(Colour::kBlue, json["register"] ? "host asks for the panels' requests"
                                                  : "host no longer wants the panels' requests");
     } else if (json.contains("panel")) {
@@ -80,7 +84,8 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
         Sentence(Colour::kBlue, "user-interface thread delivers what was posted");
     } else {
         const std::string name = TextOf(json, "call");
-        Heading(Colour::kBlue, "host", "connector library", name);
+        mSpeaker = kLibrary;
+        Heading(Colour::kBlue, "host", mSpeaker, name);
         Arguments(FindExportedFunction(name)->labels, input.arguments(writer));
     }
     mIndent = kEffectIndent;
@@ -97,10 +102,12 @@ void ReadableReplay::OnEffect(const OrderedJson& effect)
     } else if (effect.contains("notification")) {
         Heading(Colour::kMagenta, mSpeaker, "panel", ShortName(subject));
         mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(effect["data"]));
-    } else if (effect.contains("post") || effect.contains("deliver")) {
-        Heading(Colour::kCyan, effect.contains("post") ? mSpeaker + " posts" : "user-interface thread",
-                "station " + TextOf(effect, "station"), subject);
+    } else if (effect.contains("post")) {
+        Heading(Colour::kCyan, mSpeaker + " posts", "station " + TextOf(effect, "station"), subject);
         mOutline.PutValue(mIndent, effect["payload"]);
+    } else if (effect.contains("deliver")) {
+        Heading(Colour::kCyan, "user-interface thread", "station " + TextOf(effect, "station"),
+                subject + ", as posted");
     } else if (effect.contains("hostCall")) {
         Heading(Colour::kBlue, mSpeaker, "host", subject);
         Arguments(FindHostOperation(subject)->labels, effect["args"]);

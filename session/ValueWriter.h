@@ -18,7 +18,8 @@ namespace Session {
 enum class Style
 {
     kSession,   ///< As session files have it.
-    kReadable,  ///< Times as seconds, rates as frames per second, only members that differ from construction.
+    kReadable,  ///< Times as seconds, rates as frames per second, maps as objects, no members at construction
+                ///< values.
 };
 
 /// Writes values in their JSON form. A record's members come from its description. Of a message, members at
@@ -90,7 +91,12 @@ private:
     template <class Key, class Value>
     OrderedJson From(const std::map<Key, Value>& values) const
     {
-        return Entries(values);
+        if (mStyle == Style::kSession)
+            return Entries(values);
+        OrderedJson object = OrderedJson::object();
+        for (const auto& [key, value] : values)
+            object[From(key).template get<std::string>()] = From(value);
+        return object;
     }
 
     template <class Container>
