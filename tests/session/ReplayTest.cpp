@@ -1,0 +1,169 @@
+#include "session/NotificationText.h"
+#include "session/PlainReplay.h"
+#include "session/ReadableReplay.h"
+#include "session/SessionCheck.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <string_view>
+
+namespace {
+
+using Session::Style;
+
+const std::string kCreate = "{\"create\": \"library\"}\n";
+const std::string kSubscribed =
+    R"({"hostCall":"Kiln::StationUtils::AddListener","args":["Ridge.Station.PanelServices"]})"
+    "\n";
+const std::string kStart =
+    R"({"callback": "OnIngestStarted", "to": "library", "args": ["00000000-0000-0000-0000-000000000001"]})"
+    "\n";
+
+/// Plays a session; \return What is printed, and what is wrong in which line.
+std::string Replay(const std::string& session)
+{
+    std::istringstream file(session);
+    std::ostringstream output;
+    Session::PlainReplay plain(output);
+    try {
+        Session::PlaySession(file, Style::kSession, plain);
+    } catch (const Session::SessionError& error) {
+        output << error.LineNumber() << ": " << error.what();
+    }
+    return output.str();
+}
+
+TEST(ReplayTest, BadLinesEndTheReplayBehindTheLinesBeforeThem)
+{
+    const struct
+    {
+        const char* line;
+        const char* complaint;
+    } kCases[] = {
+        {"[]", "expected an object"},
+        {"{}", "neither an input nor an effect"},
+        {R"({"create": "library"})", "there already is a library connector"},
+        {R"({"create": "panel"})", "unknown connector \"panel\""},
+        {R"({"release": "mediaCollection"})", "there is no media collection connector"},
+        {R"({"release": "library", "now": true})", "unknown key \"now\""},
+        {R"({"register": null})", "register: expected true or false"},
+        {R"({"ui": false})", "ui: expected true"},
+        {R"({"panel": "x"})", "\"data\" is missing"},
+        {R"({"station": "panel", "message": "TandemEvent"})", "unknown message \"TandemEvent\""},
+        {R"({"station": "panel", "message": "Ridge::AddTandemListenerEvent", "type": "x"})",
+         "unknown key \"type\""},
+        {R"({"callback": "OnX", "to": "library", "args": []})", "unknown callback \"OnX\""},
+        {R"({"callback": "OnIngestStarted", "to": "library", "args": []})",
+         "args: expected 1 entries, not 0"},
+        {R"({"callback": "OnIngestStarted", "to": "mediaCollection", "args": []})",
+         "there is no media collection connector"},
+        {R"({"call": "ACUtils::GetResultString", "args": [0]})",
+         "unknown function \"ACUtils::GetResultString\""},
+        {R"({"host": {"throws": ["Kiln::StationUtils::BroadcastMessage"]}})",
+         "throws: unknown operation \"Kiln::StationUtils::BroadcastMessage\""},
+        {R"({"host": {"paths": {"/a": "disk"}}})",
+         "paths: \"/a\": expected \"file\", \"folder\" or \"missing\""},
+        {R"({"host": {"browserID": "b", "disk": 1}})", "unknown key \"disk\""},
+        {R"({"host": {"xmpCache": {"/a": {"code": 1}}}})", "xmpCache: \"/a\": unknown key \"code\""},
+    };
+    for (const auto& each : kCases)
+        EXPECT_EQ(Replay("#\n" + kCreate + each.line + '\n' + kStart),
+                  kCreate + kSubscribed + "3: " + each.complaint);
+}
+
+TEST(ReplayTest, InputsAreEchoedAndTheRestIsSkipped)
+{
+    const std::string echoed = " {\t\"create\":\"library\" }\r\n{\"release\": \"library\"}";
+    EXPECT_EQ(Replay("\xEF\xBB\xBF# no\n\n \r\n" + echoed.substr(0, 25) +
+                     "{\"hostCall\": [1.5, {\"a\": 1, \"a\": 2}], \"odd\": 1}\n" + echoed.substr(25)),
+              echoed.substr(0, 25) + kSubscribed + echoed.substr(25) + "\n{\"destroyed\":\"library\"}\n");
+}
+
+TEST(ReplayTest, WhatThrowsIsRecordedAndHasNoOtherEffect)
+{
+    EXPECT_EQ(Replay(R"({"host": {"throws": ["Kiln::StationUtils::AddListener"]}})"
+                     "\n" +
+                     kCreate +
+                     R"({"host": {"throws": []}})"
+                     "\n" +
+                     kCreate),
+              R"({"host": {"throws": ["Kiln::StationUtils::AddListener"]}})"
+              "\n" +
+                  kCreate + kSubscribed +
+                  R"({"exception":"Kiln::StationUtils::AddListener failed"})"
+                  "\n"
+                  R"({"host": {"throws": []}})"
+                  "\n" +
+                  kCreate + kSubscribed);
+}
+
+TEST(ReplayTest, CheckFindsTheFirstDifference)
+{
+    const std::string started = Replay(kCreate + kStart).substr((kCreate + kSubscribed + kStart).size());
+    std::string otherID = started;
+    otherID.replace(otherID.find("panel-1"), 7, "panel-2");
+
+    const struct
+    {
+        std::string session;
+        std::size_t line;  ///< 0: the same.
+        bool hasExpected, hasActual;
+    } kCases[] = {
+        {kCreate + kSubscribed + kStart + "# not an effect\n" + started, 0, false, false},
+        {kCreate + kSubscribed + kStart + otherID, 4, true, true},
+        {kCreate + kSubscribed + kStart + started + started, 5, true, false},
+        {kCreate + kSubscribed + kStart, 3, false, true},
+        {kCreate + "\n" + kStart + started, 1, false, true},
+        {kSubscribed + kCreate, 1, true, false},
+    };
+    for (const auto& each : kCases) {
+        std::istringstream file(each.session);
+        Session::SessionCheck check;
+        Session::PlaySession(file, Style::kSession, check);
+        const auto& difference = check.FirstDifference();
+        EXPECT_EQ(difference ? difference->line : 0, each.line) << each.session;
+        EXPECT_EQ(difference && difference->expected, each.hasExpected) << each.session;
+        EXPECT_EQ(difference && difference->actual, each.hasActual) << each.session;
+    }
+}
+
+TEST(ReplayTest, NotificationsAreComparedAsTrees)
+{
+    const struct
+    {
+        const char* first;
+        const char* second;
+        bool same;
+    } kCases[] = {
+        {"<a x=\"1\" y='2'><b></b></a>", "<?xml version=\"1.0\"?><a y=\"2\" x=\"1\"><b/></a>", true},
+        {"<p:a>&#65;</p:a>", "<p:a>A</p:a>", true},
+        {"<a x=\"1\"/>", "<a/>", false},
+        {"<a><b/><c/></a>", "<a><b><c/></b></a>", false},
+        {"<a><b/></a>", "<a><b/><b/></a>", false},
+        {"<a>x</a>", "<a><![CDATA[x]]></a>", false},
+        {"<a>&</a>", "<a>&</a>", true},
+        {"<a>&</a>", "<a>&amp;</a>", false},
+    };
+    for (const auto& each : kCases) {
+        EXPECT_EQ(Session::SameNotificationText(each.first, each.second), each.same) << each.first;
+        EXPECT_EQ(Session::SameNotificationText(each.second, each.first), each.same) << each.second;
+    }
+}
+
+TEST(ReplayTest, PeopleSeeNeitherPasswordsNorControlCharacters)
+{
+    for (const char* const text : {"<m><ftpSetting ftpPassword=\\\"geheim\\\"/></m>",
+                                   "<m><ftpSetting ftpPassword = 'geheim\\u001b[2J'></m>"}) {
+        std::istringstream file(std::string("{\"panel\": \"x\", \"data\": \"") + text + "\"}\n");
+        std::ostringstream output;
+        Session::ReadableReplay readable(output, false);
+        Session::PlaySession(file, Style::kReadable, readable);
+        EXPECT_NE(output.str().find("***"), std::string::npos);
+        EXPECT_EQ(output.str().find("geheim"), std::string::npos);
+        EXPECT_EQ(output.str().find('\x1B'), std::string::npos);
+    }
+}
+
+}  // namespace
