@@ -67,7 +67,7 @@ Status Encode(const std::string& file, bool decoded, std::ostream& output)
         Complain(input.Name() + ": " + error.what());
         return kBad;
     }
-    return Try(input.Name(), [&] {
+    return Try(input.Name() + ": the record cannot be encoded", [&] {
         UTF16String xml = AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot);
         if (decoded)
             ferrite::xml::utils::DecodeReservedCharacters(xml, xml);

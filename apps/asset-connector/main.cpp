@@ -5,11 +5,11 @@
 #include <boost/function.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
@@ -31,11 +31,17 @@ bool IsColoured()
     return isatty(STDOUT_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
 }
 
+/// \return Whether standard output is a pipe that nobody reads any more.
+bool ReaderIsGone()
+{
+    pollfd output{STDOUT_FILENO, POLLOUT, 0};
+    return poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0;
+}
+
 /// Prints what is left. A reader who closed the pipe has seen enough; any other failure is one.
 Status Flush(Status status)
 {
-    errno = 0;
-    if (std::cout.flush() || errno == EPIPE)
+    if (std::cout.flush() || ReaderIsGone())
         return status;
     Complain("standard output cannot be written");
     return kBad;
