@@ -69,7 +69,7 @@ const UTF16String* NotificationOf(const CallbackRow& row, bool readFromDisk)
 Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestGlintLibraryConnector(
     ALD::IAssetLibraryDispatcher* dispatcher)
 {
-    return ConnectorFrame::Create<IngestGlintLibraryConnector>(dispatcher);
+    return IngestGlintLibraryConnector::Create<IngestGlintLibraryConnector>(dispatcher);
 }
 
 IngestGlintLibraryConnector::IngestGlintLibraryConnector() : ConnectorFrame(kCallbacks)

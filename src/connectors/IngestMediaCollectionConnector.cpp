@@ -95,7 +95,7 @@ boost::shared_ptr<Ridge::ActionResult> FailedImport(const UTF16String& mediaPath
 Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestMediaCollectionConnector(
     ALD::IAssetLibraryDispatcher* dispatcher)
 {
-    return ConnectorFrame::Create<IngestMediaCollectionConnector>(dispatcher);
+    return IngestMediaCollectionConnector::Create<IngestMediaCollectionConnector>(dispatcher);
 }
 
 ferrite::utility::ImmutableString GetMCAssetConnectorStation()

@@ -4,7 +4,6 @@
 #include "host/kiln/Allocator.h"
 #include "host/kiln/MessageTypeID.h"
 
-#include <boost/bind/bind.hpp>
 #include <boost/function.hpp>
 #include <boost/smart_ptr/make_shared_object.hpp>
 
@@ -31,6 +30,7 @@ class Message
 {
 public:
     virtual ~Message() = default;
+    Message& operator=(const Message&) = delete;
 
     /// \return A copy in memory of the host's allocator, owned by the caller, who deletes it through this
     ///         base; null when the allocator gives none. Throws what copying the payload throws.
@@ -47,7 +47,6 @@ public:
 protected:
     explicit Message(std::uint32_t messageTypeID) noexcept : mMessageTypeID(messageTypeID) {}
     Message(const Message&) = default;
-    Message& operator=(const Message&) = delete;
 
 private:
     std::uint32_t mMessageTypeID;
@@ -121,9 +120,9 @@ public:
         const ferrite::utility::ImmutableString& station) const override
     {
         using Callback = MessageCallbackImpl<T>;
-        return boost::bind(&Callback::Run,
-                           boost::allocate_shared<Callback>(HostAllocator<Callback>(),
-                                                            static_cast<const T&>(*this), station));
+        const boost::shared_ptr<const Callback> callback = boost::allocate_shared<Callback>(
+            HostAllocator<Callback>(), static_cast<const T&>(*this), station);
+        return [callback] { callback->Run(); };
     }
 
 protected:
