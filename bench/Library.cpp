@@ -89,6 +89,7 @@ void MeasureConnectors(ReferenceHost::Host& host)
                                          counted->AddRef();
                                          counted->Release();
                                      }
+                                     state.counters["items"] = {1, benchmark::Counter::kAvgThreads};
                                  })
         ->Threads(2)
         ->Setup([](const benchmark::State&) { counted = AC::CreateIngestGlintLibraryConnector(nullptr); })

@@ -1,4 +1,4 @@
-// pugixml with a codec for plain structs.
+// pugixml, from and into plain structs.
 
 #include "bench/Codec.h"
 
@@ -7,26 +7,21 @@
 namespace Bench {
 namespace {
 
-std::vector<PlainAsset> Read(const std::string& text)
+using Asset = PlainAsset<std::string>;
+
+std::vector<Asset> Read(const std::string& text)
 {
-    std::vector<PlainAsset> assets;
+    std::vector<Asset> assets;
     pugi::xml_document document;
-    if (!document.load_buffer(text.data(), text.size()))
-        return assets;
+    document.load_buffer(text.data(), text.size());
     for (const pugi::xml_node item :
          document.document_element().child("assetItemList").children("assetItem")) {
-        PlainAsset& asset = assets.emplace_back();
-        asset.order = item.attribute("order").as_int();
-        asset.filePath = item.child("filePath").attribute("path").value();
-        asset.mediaInfoID = item.child("mediaInfoID").attribute("ID").value();
-        asset.parentAssetID = item.child("parentAssetID").attribute("ID").value();
-        asset.assetID = item.child("assetID").attribute("ID").value();
-        asset.startTime = item.child("startTime").text().as_llong();
-        asset.duration = item.child("duration").text().as_llong();
-        asset.frameRate = item.child_value("frameRate");
-        asset.name = item.child_value("name");
-        asset.type = item.child_value("type");
-        asset.metadata = item.child_value("assetMetadata");
+        auto value = assets.emplace_back().begin();
+        for (const AssetField& field : kAssetFields) {
+            const pugi::xml_node node = item.child(field.element);
+            *value++ =
+                field.attribute == nullptr ? node.child_value() : node.attribute(field.attribute).value();
+        }
     }
     return assets;
 }
@@ -41,23 +36,22 @@ struct StringWriter : pugi::xml_writer
     std::string text;
 };
 
-std::string Write(const std::vector<PlainAsset>& assets)
+std::string Write(const std::vector<Asset>& assets)
 {
     pugi::xml_document document;
     pugi::xml_node list = document.append_child("hostNotification").append_child("assetItemList");
-    for (const PlainAsset& asset : assets) {
+    int order = 0;
+    for (const Asset& asset : assets) {
         pugi::xml_node item = list.append_child("assetItem");
-        item.append_attribute("order") = asset.order;
-        item.append_child("filePath").append_attribute("path") = asset.filePath.c_str();
-        item.append_child("mediaInfoID").append_attribute("ID") = asset.mediaInfoID.c_str();
-        item.append_child("parentAssetID").append_attribute("ID") = asset.parentAssetID.c_str();
-        item.append_child("assetID").append_attribute("ID") = asset.assetID.c_str();
-        item.append_child("startTime").text() = static_cast<long long>(asset.startTime);
-        item.append_child("duration").text() = static_cast<long long>(asset.duration);
-        item.append_child("frameRate").text() = asset.frameRate.c_str();
-        item.append_child("name").text() = asset.name.c_str();
-        item.append_child("type").text() = asset.type.c_str();
-        item.append_child("assetMetadata").text() = asset.metadata.c_str();
+        item.append_attribute("order") = ++order;
+        auto value = asset.begin();
+        for (const AssetField& field : kAssetFields) {
+            pugi::xml_node node = item.append_child(field.element);
+            if (field.attribute != nullptr)
+                node.append_attribute(field.attribute) = value++->c_str();
+            else
+                node.text() = value++->c_str();
+        }
     }
     StringWriter writer;
     document.save(writer, "", pugi::format_raw | pugi::format_no_declaration);
@@ -71,7 +65,7 @@ Operation PrepareRead(const Work& work)
 
 Operation PrepareWrite(const Work& work)
 {
-    return [assets = PlainAssets(work)] { benchmark::DoNotOptimize(Write(assets)); };
+    return [assets = PlainAssetsOf(work)] { benchmark::DoNotOptimize(Write(assets)); };
 }
 
 const AddedCodec kPugixml({"pugixml", {PrepareRead}, {PrepareWrite}});

@@ -3,51 +3,41 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <cstdio>
 #include <iomanip>
 #include <optional>
-#include <utility>
+#include <sstream>
 
 namespace Bench {
 namespace {
 
-enum class Bound
-{
-    kNone,
-    kAtMost,
-    kUnder,
-};
-
-/// One row of the table for each size. In the name of the benchmarks, # stands for the size and * for the
-/// one that is measured and the other one.
+/// A row of the table for each size. In the name of the benchmarks, # stands for the size and * for the one
+/// that is measured and the other one.
 struct Row
 {
     const char* benchmarks;
     const char* measured;
     const char* other;  ///< Null: only the measured value is told.
     std::vector<const char*> sizes = {""};
-    Bound bound = Bound::kNone;
+    const char* bound = "";  ///< "<" or "<=" the limit; empty: no target.
     double limit = 0;
     bool isPeak = false;  ///< Of memory, else of time.
 };
 
-using B = Bound;
-
 // clang-format off
 /// What is told, and the targets.
 const Row kRows[] = {
-    {"decode/assets/#/*", "library", "xerces", {"100"}, B::kAtMost, 1.25},
-    {"decode/assets/#/*", "library", "xerces", {"30000"}, B::kAtMost, 0.05},
-    {"decode/request/1/*", "library", "xerces", {""}, B::kAtMost, 1.3},
-    {"decode/assets/#/*", "library", "xsdcxx", {"1", "100", "3000", "30000"}, B::kUnder, 1},
-    {"encode/assets/#/*", "library", "xerces", {"100", "30000"}, B::kUnder, 1},
-    {"encode/assets/#/*", "library", "xsdcxx", {"100", "30000"}, B::kAtMost, 0.5},
-    {"encode/assets/#/*", "panelText", "library", {"100", "30000"}, B::kAtMost, 1.15},
-    {"callback/*", "connector", "library", {""}, B::kUnder, 2},
-    {"decode/#/*/library", "30000", "100", {"assets", "media"}, B::kAtMost, 1.3},
-    {"encode/#/*/library", "30000", "100", {"assets", "media"}, B::kAtMost, 1.3},
-    {"decode/#/*/library", "30000", "100", {"assets", "media"}, B::kAtMost, 1.3, true},
-    {"encode/#/*/library", "30000", "100", {"assets", "media"}, B::kAtMost, 1.3, true},
+    {"decode/assets/#/*", "library", "xerces", {"100"}, "<=", 1.25},
+    {"decode/assets/#/*", "library", "xerces", {"30000"}, "<=", 0.05},
+    {"decode/request/1/*", "library", "xerces", {""}, "<=", 1.3},
+    {"decode/assets/#/*", "library", "xsdcxx", {"1", "100", "3000", "30000"}, "<", 1},
+    {"encode/assets/#/*", "library", "xerces", {"100", "30000"}, "<", 1},
+    {"encode/assets/#/*", "library", "xsdcxx", {"100", "30000"}, "<=", 0.5},
+    {"encode/assets/#/*", "panelText", "library", {"100", "30000"}, "<=", 1.15},
+    {"callback/*", "connector", "library", {""}, "<", 2},
+    {"decode/#/*/library", "30000", "100", {"assets", "media"}, "<=", 1.3},
+    {"encode/#/*/library", "30000", "100", {"assets", "media"}, "<=", 1.3},
+    {"decode/#/*/library", "30000", "100", {"assets", "media"}, "<=", 1.3, true},
+    {"encode/#/*/library", "30000", "100", {"assets", "media"}, "<=", 1.3, true},
     {"decode/assets/#/*", "library", "xerces", {"1", "3000"}},
     {"decode/media/#/*", "library", "xerces", {"1", "100", "3000", "30000"}},
     {"decode/#/*/library", "10000", "100", {"properties", "columns"}},
@@ -62,6 +52,18 @@ const Row kRows[] = {
 };
 // clang-format on
 
+/// A row with its figures; what was not measured has none.
+struct Line
+{
+    std::string what;
+    std::string unit;
+    std::optional<double> measured;
+    std::optional<double> other;
+    std::optional<double> ratio;
+    std::string target;
+    std::string result;
+};
+
 /// \return The text with the first such mark replaced.
 std::string Filled(std::string text, char mark, const std::string& by)
 {
@@ -69,18 +71,12 @@ std::string Filled(std::string text, char mark, const std::string& by)
     return place == std::string::npos ? text : text.replace(place, 1, by);
 }
 
-std::string Number(double value, const char* unit)
+std::string Number(std::optional<double> value)
 {
-    char text[32];
-    std::snprintf(text, sizeof text, value < 0.1 ? "%.3f%s" : value < 100 ? "%.2f%s" : "%.0f%s", value, unit);
-    return text;
-}
-
-std::string Duration(double nanoseconds)
-{
-    if (nanoseconds < 1e3)
-        return Number(nanoseconds, " ns");
-    return nanoseconds < 1e6 ? Number(nanoseconds / 1e3, " us") : Number(nanoseconds / 1e6, " ms");
+    std::ostringstream text;
+    if (value)
+        text << std::fixed << std::setprecision(*value < 0.1 ? 3 : 2) << *value;
+    return text.str();
 }
 
 std::optional<double> Median(const Samples& samples, const std::string& name)
@@ -89,65 +85,33 @@ std::optional<double> Median(const Samples& samples, const std::string& name)
     if (found == samples.end())
         return std::nullopt;
     std::vector<double> values = found->second;
-    std::sort(values.begin(), values.end());
-    const std::size_t middle = values.size() / 2;
-    return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
 }
 
-/// A row with its figures.
-struct Line
+Line LineOf(const Row& row, const std::string& size, const Samples& samples)
 {
-    std::string what;
-    std::optional<double> measured;
-    std::optional<double> other;
-    const Row& row;
-
-    bool IsComplete() const { return measured && (other || row.other == nullptr); }
-    double Ratio() const { return *measured / *other; }
-
-    std::string Target() const
-    {
-        if (row.bound == Bound::kNone)
-            return "";
-        return (row.bound == Bound::kAtMost ? "<= " : "< ") + Number(row.limit, "");
+    const std::string name = Filled(row.benchmarks, '#', size);
+    Line line{Filled(name, '*', row.measured),
+              row.isPeak ? "bytes/byte" : "us/item",
+              Median(samples, Filled(name, '*', row.measured)),
+              {},
+              {},
+              "",
+              ""};
+    if (row.other != nullptr) {
+        line.what = Filled(name, '*', std::string(row.measured) + ":" + row.other);
+        line.other = Median(samples, Filled(name, '*', row.other));
     }
-
-    std::string Result() const
-    {
-        if (!IsComplete())
-            return "not measured";
-        if (row.bound == Bound::kNone)
-            return "";
-        const bool isMet = row.bound == Bound::kAtMost ? Ratio() <= row.limit : Ratio() < row.limit;
-        return isMet ? "met" : "not met";
-    }
-
-    std::string Value(const std::optional<double>& value) const
-    {
-        if (!value)
-            return "";
-        return row.isPeak ? Number(*value, " B/B") : Duration(*value);
-    }
-};
-
-std::vector<Line> Lines(const Samples& nanoseconds, const Samples& peaks)
-{
-    std::vector<Line> lines;
-    for (const Row& row : kRows)
-        for (const char* size : row.sizes) {
-            const Samples& samples = row.isPeak ? peaks : nanoseconds;
-            const std::string name = Filled(row.benchmarks, '#', size);
-            Line line{
-                Filled(name, '*', row.measured), Median(samples, Filled(name, '*', row.measured)), {}, row};
-            if (row.other != nullptr) {
-                line.what = Filled(name, '*', std::string(row.measured) + ":" + row.other);
-                line.other = Median(samples, Filled(name, '*', row.other));
-            }
-            if (row.isPeak)
-                line.what += ", peak";
-            lines.push_back(line);
-        }
-    return lines;
+    if (line.measured && line.other)
+        line.ratio = *line.measured / *line.other;
+    if (*row.bound == 0)
+        return line;
+    line.target = std::string(row.bound) + " " + Number(row.limit);
+    const bool isMet = row.bound == std::string("<") ? line.ratio < row.limit : line.ratio <= row.limit;
+    line.result = !line.ratio ? "not measured" : isMet ? "met" : "not met";
+    return line;
 }
 
 }  // namespace
@@ -155,50 +119,37 @@ std::vector<Line> Lines(const Samples& nanoseconds, const Samples& peaks)
 void Report::ReportRuns(const std::vector<Run>& runs)
 {
     for (const Run& run : runs) {
-        if (run.run_type != Run::RT_Iteration || run.error_occurred)
+        if (run.run_type != Run::RT_Iteration)
             continue;
-        const auto counter = [&run](const char* name) {
-            const auto found = run.counters.find(name);
-            return found == run.counters.end() ? 0.0 : found->second.value;
-        };
-        const std::string& name = run.run_name.function_name;
-        mNanoseconds[name].push_back(run.GetAdjustedCPUTime() / std::max(1.0, counter("items")));
-        if (counter("peak") > 0)
-            mPeaks[name].push_back(counter("peak"));
+        for (const auto& [counter, value] : run.counters)
+            (counter == "items" ? mMicroseconds : mPeaks)[run.run_name.function_name].push_back(
+                counter == "items" ? run.GetAdjustedCPUTime() / 1e3 / value : value.value);
     }
 }
 
-void Report::PrintTable(std::ostream& out) const
-{
-    const auto print = [&out](const std::string& what, const std::string& measured, const std::string& other,
-                              const std::string& ratio, const std::string& target,
-                              const std::string& result) {
-        out << std::left << std::setw(44) << what << std::right << std::setw(11) << measured << std::setw(11)
-            << other << std::setw(8) << ratio << std::setw(10) << target << "  " << result << '\n';
-    };
-    print("", "this", "other", "ratio", "target", "");
-    for (const Line& line : Lines(mNanoseconds, mPeaks))
-        print(line.what, line.Value(line.measured), line.Value(line.other),
-              line.measured && line.other ? Number(line.Ratio(), "") : "", line.Target(), line.Result());
-}
-
-void Report::PrintJson(std::ostream& out) const
+void Report::Print(std::ostream& table, std::ostream* json) const
 {
     auto rows = nlohmann::ordered_json::array();
-    for (const Line& line : Lines(mNanoseconds, mPeaks)) {
-        nlohmann::ordered_json row{{"what", line.what},
-                                   {"unit", line.row.isPeak ? "bytes per byte" : "ns per item"}};
-        if (line.measured)
-            row["this"] = *line.measured;
-        if (line.other)
-            row["other"] = *line.other;
-        if (line.measured && line.other)
-            row["ratio"] = line.Ratio();
-        row["target"] = line.Target();
-        row["result"] = line.Result();
-        rows.push_back(std::move(row));
-    }
-    out << rows.dump(2) << '\n';
+    const auto print = [&table](const Line& line, const std::string& measured, const std::string& other,
+                                const std::string& ratio) {
+        table << std::left << std::setw(38) << line.what << std::setw(12) << line.unit << std::right
+              << std::setw(9) << measured << std::setw(9) << other << std::setw(8) << ratio << std::setw(10)
+              << line.target << "  " << line.result << '\n';
+    };
+    print({"", "", {}, {}, {}, "target", ""}, "this", "other", "ratio");
+    for (const Row& row : kRows)
+        for (const char* size : row.sizes) {
+            const Line line = LineOf(row, size, row.isPeak ? mPeaks : mMicroseconds);
+            print(line, Number(line.measured), Number(line.other), Number(line.ratio));
+            rows.push_back(
+                {{"what", line.what}, {"unit", line.unit}, {"target", line.target}, {"result", line.result}});
+            for (const auto& [key, value] : {std::pair("this", line.measured), std::pair("other", line.other),
+                                             std::pair("ratio", line.ratio)})
+                if (value)
+                    rows.back()[key] = *value;
+        }
+    if (json != nullptr)
+        *json << rows.dump(2) << '\n';
 }
 
 }  // namespace Bench

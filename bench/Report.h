@@ -19,12 +19,12 @@ public:
     bool ReportContext(const Context& /*context*/) override { return true; }
     void ReportRuns(const std::vector<Run>& runs) override;
 
-    void PrintTable(std::ostream& out) const;
-    void PrintJson(std::ostream& out) const;
+    /// \param json Receives the same; may be null.
+    void Print(std::ostream& table, std::ostream* json) const;
 
 private:
-    Samples mNanoseconds;  ///< For one item.
-    Samples mPeaks;        ///< Bytes held for each byte of the text.
+    Samples mMicroseconds;  ///< For one item.
+    Samples mPeaks;         ///< Bytes held for each byte of the text.
 };
 
 }  // namespace Bench

@@ -1,10 +1,11 @@
 #include "bench/Work.h"
 
 #include "codec/ACMessageDecoder.h"
+#include "codec/ValueForms.h"
 #include "host/ferrite/ReservedCharacters.h"
 #include "host/ferrite/Unicode.h"
-#include "host/ridge/AssetItem.h"
 
+#include <algorithm>
 #include <map>
 #include <stdexcept>
 #include <utility>
@@ -47,10 +48,7 @@ std::string Digits(std::size_t number, std::size_t count)
 
 std::string Repeated(const std::string& text, std::size_t count)
 {
-    std::string result;
-    while (count-- > 0)
-        result += text;
-    return result;
+    return count == 0 ? std::string() : text + Repeated(text, count - 1);
 }
 
 /// 50 characters.
@@ -166,23 +164,28 @@ const Work& WorkOf(const WorkKind& kind, std::size_t items)
     return work;
 }
 
-std::vector<PlainAsset> PlainAssets(const Work& work)
+PlainAsset<UTF16String> PlainAssetOf(const Ridge::AssetItem& item)
 {
-    std::vector<PlainAsset> assets;
+    UTF16String metadata;
+    ferrite::xml::utils::EncodeReservedCharacters(item.GetAssetMetadata(), metadata);
+    return {item.GetMediaPath(),
+            item.GetAssetMediaInfoGUID().AsString(),
+            item.GetParentGUID().AsString(),
+            item.GetAssetGUID().AsString(),
+            AC::DecimalText(item.GetInPoint().ticks),
+            AC::DecimalText(item.GetDuration().ticks),
+            u"f254016000000",
+            item.GetAssetName(),
+            AC::ClipTypeName(item.GetAssetMediaType()),
+            std::move(metadata)};
+}
+
+std::vector<PlainAsset<std::string>> PlainAssetsOf(const Work& work)
+{
+    std::vector<PlainAsset<std::string>> assets;
     for (const auto& item : work.record.assetItemList) {
-        PlainAsset asset;
-        asset.order = static_cast<int>(assets.size()) + 1;
-        asset.filePath = UTF16to8(item->GetMediaPath());
-        asset.mediaInfoID = UTF16to8(item->GetAssetMediaInfoGUID().AsString());
-        asset.parentAssetID = UTF16to8(item->GetParentGUID().AsString());
-        asset.assetID = UTF16to8(item->GetAssetGUID().AsString());
-        asset.startTime = item->GetInPoint().ticks;
-        asset.duration = item->GetDuration().ticks;
-        asset.frameRate = "f254016000000";
-        asset.name = UTF16to8(item->GetAssetName());
-        asset.type = "masterClip";
-        asset.metadata = Escaped(UTF16to8(item->GetAssetMetadata()));
-        assets.push_back(std::move(asset));
+        const PlainAsset<UTF16String> texts = PlainAssetOf(*item);
+        std::transform(texts.begin(), texts.end(), assets.emplace_back().begin(), UTF16to8);
     }
     return assets;
 }

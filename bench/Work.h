@@ -1,9 +1,10 @@
 #pragma once
 
+#include "host/ridge/AssetItem.h"
 #include "message/ACMessage.h"
 
+#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -33,17 +34,31 @@ const std::vector<WorkKind>& WorkKinds();
 /// \return The work; made when it is first asked for, and kept.
 const Work& WorkOf(const WorkKind& kind, std::size_t items);
 
-/// An asset as a program without this library would hold it.
-struct PlainAsset
+/// A child of an asset's element. The value is the attribute or, where that is null, the text.
+struct AssetField
 {
-    int order = 0;
-    std::string filePath, mediaInfoID, parentAssetID, assetID;
-    std::int64_t startTime = 0;
-    std::int64_t duration = 0;
-    std::string frameRate, name, type, metadata;
+    const char* element;
+    const char* attribute;
 };
 
-/// \return The assets of the record, each with the values that the encoder writes.
-std::vector<PlainAsset> PlainAssets(const Work& work);
+constexpr std::array<AssetField, 10> kAssetFields{{{"filePath", "path"},
+                                                   {"mediaInfoID", "ID"},
+                                                   {"parentAssetID", "ID"},
+                                                   {"assetID", "ID"},
+                                                   {"startTime", nullptr},
+                                                   {"duration", nullptr},
+                                                   {"frameRate", nullptr},
+                                                   {"name", nullptr},
+                                                   {"type", nullptr},
+                                                   {"assetMetadata", nullptr}}};
+
+/// The values of these, as the encoder writes them.
+template <class Text>
+using PlainAsset = std::array<Text, kAssetFields.size()>;
+
+PlainAsset<UTF16String> PlainAssetOf(const Ridge::AssetItem& item);
+
+/// \return The assets of the work, UTF-8.
+std::vector<PlainAsset<std::string>> PlainAssetsOf(const Work& work);
 
 }  // namespace Bench

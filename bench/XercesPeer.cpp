@@ -2,8 +2,7 @@
 
 #include "bench/Codec.h"
 #include "codec/ValueForms.h"
-#include "host/ferrite/ReservedCharacters.h"
-#include "host/ridge/AssetItem.h"
+#include "host/ferrite/Unicode.h"
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -35,30 +34,35 @@ DOMElement* Append(DOMDocument* document, DOMElement* parent, const char16_t* na
     return element;
 }
 
-void AppendText(DOMDocument* document, DOMElement* parent, const char16_t* name, const UTF16String& text)
+struct FieldName
 {
-    Append(document, parent, name)->appendChild(document->createTextNode(text.c_str()));
+    UTF16String element;
+    UTF16String attribute;
+};
+
+std::vector<FieldName> FieldNames()
+{
+    using ferrite::utility::UTF8to16;
+    std::vector<FieldName> names;
+    for (const AssetField& field : kAssetFields)
+        names.push_back(
+            {UTF8to16(field.element), UTF8to16(field.attribute == nullptr ? "" : field.attribute)});
+    return names;
 }
 
 void AppendAsset(DOMDocument* document, DOMElement* list, const Ridge::AssetItem& asset, int order)
 {
+    static const std::vector<FieldName> names = FieldNames();
     DOMElement* const item = Append(document, list, u"assetItem");
     item->setAttribute(u"order", AC::DecimalText(order).c_str());
-    Append(document, item, u"filePath")->setAttribute(u"path", asset.GetMediaPath().c_str());
-    const auto appendGuid = [&](const char16_t* name, const ferrite::utility::Guid& guid) {
-        Append(document, item, name)->setAttribute(u"ID", guid.AsString().c_str());
-    };
-    appendGuid(u"mediaInfoID", asset.GetAssetMediaInfoGUID());
-    appendGuid(u"parentAssetID", asset.GetParentGUID());
-    appendGuid(u"assetID", asset.GetAssetGUID());
-    AppendText(document, item, u"startTime", AC::DecimalText(asset.GetInPoint().ticks));
-    AppendText(document, item, u"duration", AC::DecimalText(asset.GetDuration().ticks));
-    AppendText(document, item, u"frameRate", u"f254016000000");
-    AppendText(document, item, u"name", asset.GetAssetName());
-    AppendText(document, item, u"type", AC::ClipTypeName(asset.GetAssetMediaType()));
-    UTF16String metadata;
-    ferrite::xml::utils::EncodeReservedCharacters(asset.GetAssetMetadata(), metadata);
-    AppendText(document, item, u"assetMetadata", metadata);
+    const PlainAsset<UTF16String> texts = PlainAssetOf(asset);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        DOMElement* const element = Append(document, item, names[i].element.c_str());
+        if (names[i].attribute.empty())
+            element->appendChild(document->createTextNode(texts[i].c_str()));
+        else
+            element->setAttribute(names[i].attribute.c_str(), texts[i].c_str());
+    }
 }
 
 Operation Serialize(const Work& work)

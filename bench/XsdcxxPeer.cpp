@@ -22,14 +22,14 @@ Operation Parse(const Work& work)
     };
 }
 
-Binding::AssetItem Bound(const PlainAsset& asset)
+Binding::AssetItem Bound(const PlainAsset<std::string>& asset, int order)
 {
     using Binding::Identifier;
-    Binding::AssetItem item(Binding::Path(asset.filePath), Identifier(asset.mediaInfoID),
-                            Identifier(asset.assetID), asset.startTime, asset.duration, asset.frameRate,
-                            asset.name, asset.type, asset.metadata);
-    item.parentAssetID(Identifier(asset.parentAssetID));
-    item.order(asset.order);
+    const auto& [path, mediaInfo, parent, id, start, duration, rate, name, type, metadata] = asset;
+    Binding::AssetItem item(Binding::Path{path}, Identifier{mediaInfo}, Identifier{id}, std::stoll(start),
+                            std::stoll(duration), rate, name, type, metadata);
+    item.parentAssetID(Identifier{parent});
+    item.order(order);
     return item;
 }
 
@@ -37,8 +37,9 @@ Operation Serialize(const Work& work)
 {
     const auto message = boost::make_shared<Binding::Message>();
     message->assetItemList(Binding::AssetItemList());
-    for (const PlainAsset& asset : PlainAssets(work))
-        message->assetItemList()->assetItem().push_back(Bound(asset));
+    int order = 0;
+    for (const PlainAsset<std::string>& asset : PlainAssetsOf(work))
+        message->assetItemList()->assetItem().push_back(Bound(asset, ++order));
     return [message] {
         std::ostringstream out;
         Binding::hostNotification(out, *message, xml_schema::namespace_infomap(), "UTF-8",

@@ -38,14 +38,13 @@ int main(int argc, char** argv)
         benchmark::RunSpecifiedBenchmarks(&report);
         benchmark::Shutdown();  // what the benchmarks hold needs the host
     }
-    report.PrintTable(std::cout);
-    if (jsonFile != nullptr) {
-        std::ofstream file(jsonFile);
-        report.PrintJson(file);
-        if (!file.flush()) {
-            std::cerr << "error: cannot write " << jsonFile << '\n';
-            return 1;
-        }
+    std::ofstream json;
+    if (jsonFile != nullptr)
+        json.open(jsonFile);
+    report.Print(std::cout, jsonFile == nullptr ? nullptr : &json);
+    if (!json.flush()) {
+        std::cerr << "error: cannot write " << jsonFile << '\n';
+        return 1;
     }
     return 0;
 }
