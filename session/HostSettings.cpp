@@ -43,7 +43,7 @@ SimulatedFiles::Kind ReadKind(const Json& json)
     };
     const auto found = kKinds.find(ValueReader::Read<std::string>(json));
     if (found == kKinds.end())
-        throw FormatError("expected \"file\", \"folder\" or \"missing\"");
+        throw FormatError(R"(expected "file", "folder" or "missing")");
     return found->second;
 }
 

@@ -131,7 +131,7 @@ std::string PlaceOf(const std::string& text, std::size_t position)
 {
     const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(position, text.size()));
     const auto lineBegin = std::find(std::make_reverse_iterator(end), text.rend(), '\n').base();
-    const std::string column = "column " + std::to_string(std::max<std::ptrdiff_t>(end - lineBegin, 1));
+    std::string column = "column " + std::to_string(std::max<std::ptrdiff_t>(end - lineBegin, 1));
     if (lineBegin == text.begin())
         return column;
     return "line " + std::to_string(1 + std::count(text.begin(), lineBegin, '\n')) + ", " + column;

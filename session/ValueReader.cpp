@@ -128,7 +128,7 @@ boost::shared_ptr<Ridge::AssetItem> ValueReader::ReadItem(const Json& json,
         return nullptr;
     Ridge::AssetItemValues values;
     ReadMembers(json, values);
-    const auto item = boost::make_shared<Ridge::AssetItem>(std::move(values));
+    auto item = boost::make_shared<Ridge::AssetItem>(std::move(values));
     const auto subItems = json.find(kSubItems.name);
     if (subItems != json.end())
         pending.push_back({*subItems, *item});
