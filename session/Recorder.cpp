@@ -8,6 +8,8 @@ using ferrite::utility::ImmutableString;
 
 void Recorder::Record(const char* kind, OrderedJson subject, Members members)
 {
+    if (!mSink)
+        return;
     OrderedJson effect = OrderedJson::object();
     effect[kind] = std::move(subject);
     for (const auto& [name, value] : members)

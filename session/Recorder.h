@@ -22,8 +22,8 @@ class Recorder
 public:
     using Sink = boost::function<void(const OrderedJson& effect)>;
 
-    /// \param sink Gets each effect as it happens.
-    Recorder(Style style, Sink sink) : mWriter(style), mSink(std::move(sink)) {}
+    /// \param sink Gets each effect as it happens; empty: nobody is interested.
+    explicit Recorder(Style style, Sink sink = {}) : mWriter(style), mSink(std::move(sink)) {}
 
     const ValueWriter& Writer() const { return mWriter; }
 

@@ -19,7 +19,7 @@ using ferrite::utility::UTF16to8;
 /// The simulated host as it is at the start of a session.
 struct FreshHost
 {
-    Session::Recorder recorder{Session::Style::kSession, [](const Session::OrderedJson& /*effect*/) {}};
+    Session::Recorder recorder{Session::Style::kSession};
     Session::SimulatedHost host{recorder};
 };
 
