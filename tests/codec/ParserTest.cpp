@@ -58,19 +58,34 @@ TEST_F(Decoder, RefusesHostileTexts)
          {UTF16String(1, u'\0'), UTF16String(1, 0xD800), UTF16String(1, 0xDC00), UTF16String(1, 0xFFFE)}) {
         ACMessage message;
         EXPECT_FALSE(DecodeXMLString(u"<a><result>x" + unit + u"y</result></a>", message));
+        EXPECT_FALSE(DecodeXMLString(u"<a/>" + unit, message));
     }
 }
 
 TEST_F(Decoder, TellsWhereATextIsWrong)
 {
-    ACMessage message;
-    Ridge::ParseError error;
-    ASSERT_FALSE(DecodeXMLString(u"<a>\n  <b></c>\n</a>", message, error));
-    EXPECT_EQ(error.line, 2U);
-    EXPECT_GT(error.column, 5U);
-    ASSERT_FALSE(DecodeXMLString(u"<!DOCTYPE a><a/>", message, error));
-    EXPECT_EQ(error.line, 1U);
-    EXPECT_NE(error.reason.find(u"DOCTYPE"), UTF16String::npos);
+    struct
+    {
+        UTF16String text;
+        std::size_t line;
+        std::size_t column;
+        UTF16String reason;
+    } const rows[] = {
+        {u"<a>\n  <b></c>\n</a>", 2, 8, u"'b'"},
+        {u"<!DOCTYPE a><a/>", 1, 13, u"DOCTYPE"},
+        {u"<?xml version='1.2'?><a/>", 1, 22, u"version"},
+        {u"<a>\n\n" + UTF16String(1, u'\0') + u"</a>", 3, 1, u"zero"},
+        {u"<a><ftpSetting ftpPassword='&secret;'/></a>", 1, 37, u"five named ones"},
+    };
+    for (const auto& row : rows) {
+        ACMessage message;
+        Ridge::ParseError error;
+        ASSERT_FALSE(DecodeXMLString(row.text, message, error));
+        EXPECT_EQ(error.line, row.line) << Narrow(row.text);
+        EXPECT_EQ(error.column, row.column) << Narrow(row.text);
+        EXPECT_NE(error.reason.find(row.reason), UTF16String::npos) << Narrow(error.reason);
+        EXPECT_EQ(error.reason.find(u"secret"), UTF16String::npos) << "a password may stand in a text";
+    }
 }
 
 TEST_F(Decoder, ReadsTheValueOfTheFirstNodeWhole)

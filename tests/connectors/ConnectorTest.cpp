@@ -17,6 +17,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -62,6 +63,11 @@ struct ConnectorKind
     const char* name;
     ConnectorRef (*create)(ALD::IAssetLibraryDispatcher* dispatcher);
 };
+
+std::ostream& operator<<(std::ostream& stream, const ConnectorKind& kind)
+{
+    return stream << kind.name;
+}
 
 /// What holds for both connectors.
 class BothConnectors : public HostTest, public ::testing::WithParamInterface<ConnectorKind>

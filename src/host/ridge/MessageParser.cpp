@@ -2,14 +2,26 @@
 
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
-#include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include <algorithm>
 #include <string_view>
 
 namespace Ridge {
+
+namespace {
+
+ParseError PlaceOf(std::u16string_view text, std::size_t at, const char16_t* reason)
+{
+    const std::u16string_view before = text.substr(0, at);
+    const auto line = static_cast<std::size_t>(std::count(before.begin(), before.end(), u'\n')) + 1;
+    return {line, at - before.rfind(u'\n'), reason};  // without a line feed rfind gives -1
+}
+
+}  // namespace
 
 /// Ends a parse from inside a callback; the scanner lets it through.
 struct MessageParser::Refusal
@@ -28,7 +40,7 @@ MessageParser::MessageParser()
     setCreateEntityReferenceNodes(false);
     setCreateCommentNodes(false);
     setExitOnFirstFatalError(true);
-    setErrorHandler(&mErrorHandler);
+    getScanner()->setErrorReporter(this);
 }
 
 MessageParser::~MessageParser() = default;
@@ -41,6 +53,11 @@ xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
     mRun.clear();
     mDepth = 0;
     mError = {};
+    // Behind the root the scanner takes a zero for the end of the text.
+    if (const std::size_t zero = content.find(u'\0'); zero != std::u16string_view::npos) {
+        mError = PlaceOf(content, zero, u"a zero character is not accepted");
+        return nullptr;
+    }
     xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(content.data()),
                                       content.size() * sizeof(char16_t), "panel text");
     source.setEncoding(xercesc::XMLUni::fgXMLChEncodingString);
@@ -115,19 +132,26 @@ void MessageParser::Refuse(const char16_t* reason)
     throw Refusal();
 }
 
-void MessageParser::FirstError::warning(const xercesc::SAXParseException& /*exception*/) {}
-
-void MessageParser::FirstError::error(const xercesc::SAXParseException& exception)
+void MessageParser::XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
+                            const XMLCh* actualEncoding)
 {
-    fatalError(exception);
+    try {
+        XercesDOMParser::XMLDecl(version, encoding, standalone, actualEncoding);
+    } catch (const xercesc::DOMException&) {
+        Refuse(u"the XML version is not supported");
+    }
 }
 
-void MessageParser::FirstError::fatalError(const xercesc::SAXParseException& exception)
+void MessageParser::error(unsigned int code, const XMLCh* /*domain*/,
+                          xercesc::XMLErrorReporter::ErrTypes type, const XMLCh* text,
+                          const XMLCh* /*systemID*/, const XMLCh* /*publicID*/, XMLFileLoc line,
+                          XMLFileLoc column)
 {
-    if (mError.reason.empty())
-        mError = {exception.getLineNumber(), exception.getColumnNumber(), exception.getMessage()};
+    if (type == xercesc::XMLErrorReporter::ErrType_Warning || !mError.reason.empty())
+        return;
+    // The library's own text would repeat the entity's name, which may be a piece of a password.
+    const bool isEntity = code == xercesc::XMLErrs::EntityNotFound;
+    mError = {line, column, isEntity ? u"an entity is not one of the five named ones" : text};
 }
-
-void MessageParser::FirstError::resetErrors() {}
 
 }  // namespace Ridge

@@ -4,7 +4,6 @@
 #include "host/ferrite/UTF16String.h"
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/sax/ErrorHandler.hpp>
 
 #include <cstddef>
 
@@ -47,21 +46,6 @@ public:
 private:
     struct Refusal;
 
-    /// Keeps the first error. The parser counts them.
-    class FirstError final : public xercesc::ErrorHandler
-    {
-    public:
-        explicit FirstError(ParseError& error) : mError(error) {}
-
-        void warning(const xercesc::SAXParseException& exception) override;
-        void error(const xercesc::SAXParseException& exception) override;
-        void fatalError(const xercesc::SAXParseException& exception) override;
-        void resetErrors() override;
-
-    private:
-        ParseError& mError;
-    };
-
     void docCharacters(const XMLCh* chars, XMLSize_t length, bool cdataSection) override;
     void docPI(const XMLCh* target, const XMLCh* data) override;
     void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, const XMLCh* prefix,
@@ -71,6 +55,11 @@ private:
                     const XMLCh* prefix) override;
     void doctypeDecl(const xercesc::DTDElementDecl& declaration, const XMLCh* publicID, const XMLCh* systemID,
                      bool hasInternalSubset, bool hasExternalSubset) override;
+    void XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
+                 const XMLCh* actualEncoding) override;
+    void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes type,
+               const XMLCh* text, const XMLCh* systemID, const XMLCh* publicID, XMLFileLoc line,
+               XMLFileLoc column) override;
 
     /// Hands the collected run of character data on.
     void EndRun();
@@ -80,7 +69,6 @@ private:
     UTF16String mRun;
     std::size_t mDepth = 0;
     ParseError mError;
-    FirstError mErrorHandler{mError};
 };
 
 }  // namespace Ridge
