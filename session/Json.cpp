@@ -137,7 +137,75 @@ std::string PlaceOf(const std::string& text, std::size_t position)
     return "line " + std::to_string(1 + std::count(text.begin(), lineBegin, '\n')) + ", " + column;
 }
 
+/// Writes a value as text.
+template <class AnyJson>
+class Dumper
+{
+public:
+    explicit Dumper(std::size_t indent) : mIndent(indent) {}
+
+    std::string Dump(const AnyJson& root)
+    {
+        const AnyJson* value = &root;
+        while (true) {
+            if (value->is_structured() && !value->empty()) {
+                mText += value->is_object() ? '{' : '[';
+                mOpen.push_back({value->begin(), value->end(), value->is_object()});
+            } else {
+                mText += value->dump();
+                CloseFinished();
+                if (mOpen.empty())
+                    return std::move(mText);
+                mText += ',';
+            }
+            BeginLine();
+            const Level& innermost = mOpen.back();
+            if (innermost.isObject)
+                mText += AnyJson(innermost.at.key()).dump() + (mIndent == 0 ? ":" : ": ");
+            value = &*innermost.at;
+        }
+    }
+
+private:
+    struct Level
+    {
+        typename AnyJson::const_iterator at;
+        typename AnyJson::const_iterator end;
+        bool isObject;
+    };
+
+    void CloseFinished()
+    {
+        while (!mOpen.empty() && ++mOpen.back().at == mOpen.back().end) {
+            const char bracket = mOpen.back().isObject ? '}' : ']';
+            mOpen.pop_back();
+            BeginLine();
+            mText += bracket;
+        }
+    }
+
+    void BeginLine()
+    {
+        if (mIndent != 0)
+            mText.append(1, '\n').append(mOpen.size() * mIndent, ' ');
+    }
+
+    std::size_t mIndent;
+    std::string mText;
+    std::vector<Level> mOpen;
+};
+
 }  // namespace
+
+std::string DumpJson(const Json& value, std::size_t indent)
+{
+    return Dumper<Json>(indent).Dump(value);
+}
+
+std::string DumpJson(const OrderedJson& value, std::size_t indent)
+{
+    return Dumper<OrderedJson>(indent).Dump(value);
+}
 
 Json ParseJson(const std::string& text)
 {

@@ -22,6 +22,12 @@ constexpr std::size_t kDeepestJson = 4200;
 /// \throws FormatError with line (of a text of several) and column.
 Json ParseJson(const std::string& text);
 
+/// \return The text of a value: on one line, or with each member and entry on a line of its own, indented by
+/// so
+///         many spaces a level. Unlike the library's own form it does not recurse.
+std::string DumpJson(const Json& value, std::size_t indent = 0);
+std::string DumpJson(const OrderedJson& value, std::size_t indent = 0);
+
 /// \return Whether one of the keys of the object that the text holds is accepted; whatever else may be wrong
 ///         with its values. False when the text is not JSON.
 bool HasKey(const std::string& text, bool (*accepts)(const std::string& key));

@@ -79,7 +79,7 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
         Arguments(FindCallback(name)->labels, input.arguments(writer));
     } else if (json.contains("host")) {
         Sentence(Colour::kBlue, "host from here on");
-        mOutline.PutValue(mIndent, OrderedJson::parse(json["host"].dump()));
+        mOutline.PutValue(mIndent, OrderedJson::parse(DumpJson(json["host"])));
     } else if (json.contains("ui")) {
         Sentence(Colour::kBlue, "user-interface thread delivers what was posted");
     } else {

@@ -30,7 +30,7 @@ void SessionCheck::OnInput(const Line& line, const Json& /*json*/, const BoundCa
 
 void SessionCheck::OnEffect(const OrderedJson& effect)
 {
-    mActual.push_back(Json::parse(effect.dump()));
+    mActual.push_back(Json::parse(DumpJson(effect)));
 }
 
 void SessionCheck::OnExpected(const Line& line, const Json& effect)

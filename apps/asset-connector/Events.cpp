@@ -78,7 +78,7 @@ Status Events(bool json, std::ostream& output)
         event["connectors"] = row.connectors;
         array.push_back(std::move(event));
     }
-    output << array.dump(2) << '\n';
+    output << Session::DumpJson(array, 2) << '\n';
     return kDone;
 }
 

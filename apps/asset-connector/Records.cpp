@@ -51,7 +51,7 @@ Status Decode(const std::string& file, std::ostream& output)
         if (!AC::ACMessageDecoder::DecodeXMLString(xml, message, error))
             throw std::runtime_error("line " + std::to_string(error.line) + ", column " +
                                      std::to_string(error.column) + ": " + UTF16to8(error.reason));
-        output << Session::ValueWriter(Session::Style::kSession).Write(message).dump(2) << '\n';
+        output << Session::DumpJson(Session::ValueWriter(Session::Style::kSession).Write(message), 2) << '\n';
     });
 }
 

@@ -40,7 +40,7 @@ std::string TextOf(std::optional<Json> effect)
     if (!effect)
         return "no effect";
     MaskPasswords(*effect);
-    return effect->dump();
+    return Session::DumpJson(*effect);
 }
 
 Status Check(Input& input, std::ostream& output)

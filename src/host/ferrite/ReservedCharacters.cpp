@@ -25,8 +25,10 @@ void EncodeReservedCharacters(const UTF16String& input, UTF16String& output)
     UTF16String result;
     result.reserve(input.size() + input.size() / 2);
     for (const char16_t unit : input) {
-        const auto* row = std::find_if(kReserved.begin(), kReserved.end(),
-                                       [unit](const Reserved& r) { return r.character == unit; });
+        const auto* row = kReserved.end();
+        if (unit <= u'>')  // not so for letters
+            row = std::find_if(kReserved.begin(), kReserved.end(),
+                               [unit](const Reserved& r) { return r.character == unit; });
         if (row == kReserved.end())
             result.push_back(unit);
         else
@@ -37,25 +39,21 @@ void EncodeReservedCharacters(const UTF16String& input, UTF16String& output)
 
 void DecodeReservedCharacters(const UTF16String& input, UTF16String& output)
 {
-    UTF16String result;
-    result.reserve(input.size());
-    std::u16string_view rest = input;
-    for (std::size_t at = rest.find(u'&'); at != std::u16string_view::npos; at = rest.find(u'&')) {
-        result.append(rest.substr(0, at));
-        rest.remove_prefix(at);
-        const auto* row = std::find_if(kReserved.begin(), kReserved.end(), [rest](const Reserved& r) {
-            return rest.substr(0, r.reference.size()) == r.reference;
-        });
-        if (row == kReserved.end()) {
-            result.push_back(u'&');
-            rest.remove_prefix(1);
-        } else {
-            result.push_back(row->character);
-            rest.remove_prefix(row->reference.size());
-        }
+    if (&input != &output)
+        output = input;
+    // In place: the result is never longer.
+    auto out = output.begin();
+    std::u16string_view rest = output;
+    while (!rest.empty()) {
+        const auto* row = kReserved.end();
+        if (rest.front() == u'&')
+            row = std::find_if(kReserved.begin(), kReserved.end(), [rest](const Reserved& r) {
+                return rest.substr(0, r.reference.size()) == r.reference;
+            });
+        *out++ = row == kReserved.end() ? rest.front() : row->character;
+        rest.remove_prefix(row == kReserved.end() ? 1 : row->reference.size());
     }
-    result.append(rest);
-    output = std::move(result);
+    output.erase(out, output.end());
 }
 
 }  // namespace ferrite::xml::utils

@@ -1,5 +1,6 @@
 #include "host/ferrite/Unicode.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -60,6 +61,19 @@ char32_t CodePoint(std::string_view sequence)
     return value;
 }
 
+/// Appends the ASCII characters at the start of the text, all at once. \return How many.
+std::size_t AppendAscii(std::u16string_view text, std::string& result)
+{
+    const auto* const end =
+        std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x80; });
+    const std::size_t done = result.size();
+    const auto count = static_cast<std::size_t>(end - text.begin());
+    result.resize(done + count);
+    std::transform(text.begin(), end, result.begin() + static_cast<std::ptrdiff_t>(done),
+                   [](char16_t unit) { return static_cast<char>(unit); });
+    return count;
+}
+
 }  // namespace
 
 UTF16String UTF8to16(std::string_view text)
@@ -97,11 +111,10 @@ std::string UTF16to8(std::u16string_view text)
     result.reserve(text.size());
     const auto put = [&result](std::uint32_t byte) { result.push_back(static_cast<char>(byte)); };
     for (std::size_t at = 0; at < text.size(); ++at) {
+        at += AppendAscii(text.substr(at), result);
+        if (at == text.size())
+            break;
         std::uint32_t point = text[at];
-        if (point < 0x80) {
-            put(point);
-            continue;
-        }
         if (point >= 0xD800 && point <= 0xDFFF) {
             const bool pair = point < 0xDC00 && at + 1 < text.size() && (text[at + 1] & 0xFC00U) == 0xDC00U;
             point = pair ? 0x10000U + ((point & 0x3FFU) << 10U) + (text[++at] & 0x3FFU)

@@ -3,34 +3,42 @@
 #include <xercesc/util/XMLUni.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace Ridge::XMLUtilities {
 namespace {
 
 using xercesc::DOMNode;
 
-/// \return Whether XML 1.0 can carry the unit at this place; surrogates must come in pairs.
-bool IsCarried(std::u16string_view text, std::size_t at)
+/// \return Whether the unit needs no look: neither one that is written as a reference, nor one that XML 1.0
+///         may not carry, nor the zero that ends a value.
+constexpr bool IsPlain(char16_t unit)
 {
-    const char16_t unit = text[at];
+    constexpr auto bit = [](char16_t special) { return std::uint64_t{1} << special; };
+    constexpr std::uint64_t kControls = 0xFFFFFFFF;
+    constexpr std::uint64_t kSpecial = kControls | bit(u'&') | bit(u'<') | bit(u'>') | bit(u'"');
+    return unit < 64 ? (kSpecial >> unit & 1U) == 0 : unit < 0xD800;
+}
+
+/// \return Whether XML 1.0 can carry the unit between its neighbours; surrogates must come in pairs.
+bool IsCarried(char16_t previous, char16_t unit, char16_t next)
+{
     if (unit < 0x20)
         return unit == u'\t' || unit == u'\n' || unit == u'\r';
     if (unit < 0xD800)
         return true;
     if (unit <= 0xDBFF)
-        return at + 1 < text.size() && (text[at + 1] & 0xFC00U) == 0xDC00U;
+        return (next & 0xFC00U) == 0xDC00U;
     if (unit <= 0xDFFF)
-        return at > 0 && (text[at - 1] & 0xFC00U) == 0xD800U;
+        return (previous & 0xFC00U) == 0xD800U;
     return unit < 0xFFFE;
 }
 
 /// \return What to write for the unit instead of itself, or an empty view.
-std::u16string_view Replacement(std::u16string_view text, std::size_t at, bool inAttribute)
+std::u16string_view Replacement(char16_t previous, char16_t unit, char16_t next, bool inAttribute)
 {
-    const char16_t unit = text[at];
-    if (unit > u'>' && unit < 0xD800)
-        return {};
     switch (unit) {
         case u'&':
             return u"&amp;";
@@ -47,23 +55,28 @@ std::u16string_view Replacement(std::u16string_view text, std::size_t at, bool i
         case u'\t':
             return inAttribute ? u"&#x9;" : std::u16string_view();
         default:
-            return IsCarried(text, at) ? std::u16string_view() : u"\uFFFD";
+            return IsCarried(previous, unit, next) ? std::u16string_view() : u"\uFFFD";
     }
 }
 
+/// \param value Ends with a zero.
 void AppendEscaped(UTF16String& out, const XMLCh* value, bool inAttribute)
 {
-    const std::u16string_view text(value);
-    std::size_t done = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const std::u16string_view replacement = Replacement(text, at, inAttribute);
+    const XMLCh* done = value;
+    const XMLCh* at = value;
+    for (;; ++at) {
+        if (IsPlain(*at))
+            continue;
+        if (*at == 0)
+            break;
+        const char16_t previous = at == value ? u'\0' : at[-1];
+        const std::u16string_view replacement = Replacement(previous, at[0], at[1], inAttribute);
         if (replacement.empty())
             continue;
-        out.append(text, done, at - done);
-        out.append(replacement);
+        out.append(done, at).append(replacement);
         done = at + 1;
     }
-    out.append(text, done);
+    out.append(done, at);
 }
 
 void AppendAttributes(UTF16String& out, const DOMNode* element)
@@ -73,7 +86,9 @@ void AppendAttributes(UTF16String& out, const DOMNode* element)
     for (XMLSize_t i = 0; i < count; ++i) {
         const DOMNode* const attribute = attributes->item(i);
         out.append(1, u' ').append(attribute->getNodeName()).append(u"=\"");
-        AppendEscaped(out, attribute->getNodeValue(), true);
+        // The value of the attribute itself costs a cast.
+        for (const DOMNode* text = attribute->getFirstChild(); text != nullptr; text = text->getNextSibling())
+            AppendEscaped(out, text->getNodeValue(), true);
         out.append(1, u'"');
     }
 }
@@ -138,16 +153,19 @@ xercesc::DOMDocument* CreateDomDocument()
 UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document)
 {
     UTF16String out;
+    std::vector<const DOMNode*> open;  // a node's parent costs a cast
     const DOMNode* node = document->getFirstChild();
     while (node != nullptr) {
         if (const DOMNode* const child = Open(out, node)) {
+            open.push_back(node);
             node = child;
             continue;
         }
         while (node->getNextSibling() == nullptr) {
-            node = node->getParentNode();
-            if (node == document)
+            if (open.empty())
                 return out;
+            node = open.back();
+            open.pop_back();
             out.append(u"</").append(node->getNodeName()).append(1, u'>');
         }
         node = node->getNextSibling();
