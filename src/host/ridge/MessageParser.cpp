@@ -14,6 +14,11 @@ namespace Ridge {
 
 namespace {
 
+/// Ends a parse from inside a callback; the scanner lets it through.
+struct Refusal
+{
+};
+
 ParseError PlaceOf(std::u16string_view text, std::size_t at, const char16_t* reason)
 {
     const std::u16string_view before = text.substr(0, at);
@@ -22,11 +27,6 @@ ParseError PlaceOf(std::u16string_view text, std::size_t at, const char16_t* rea
 }
 
 }  // namespace
-
-/// Ends a parse from inside a callback; the scanner lets it through.
-struct MessageParser::Refusal
-{
-};
 
 MessageParser::MessageParser()
 {

@@ -26,26 +26,24 @@ struct ParseError
 /// for every reference, and each piece searches all the buffers that earlier ones released.
 ///
 /// One parser, one text, one thread. It owns the document.
-class MessageParser final : public xercesc::XercesDOMParser
+class AC_API MessageParser final : public xercesc::XercesDOMParser
 {
 public:
     /// How deep elements may nest; the root has depth 1.
     static constexpr std::size_t kDeepestElement = 4096;
 
-    AC_API MessageParser();
-    AC_API ~MessageParser() override;
+    MessageParser();
+    ~MessageParser() override;
 
     /// Parses the text, whatever encoding it declares; a leading byte order mark is accepted.
     /// \return The document, owned by this parser; null when the text does not parse.
     /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
-    AC_API xercesc::DOMDocument* Parse(const UTF16String& text);
+    xercesc::DOMDocument* Parse(const UTF16String& text);
 
     /// \return What was wrong with the text, after Parse returned null.
     const ParseError& Error() const noexcept { return mError; }
 
 private:
-    struct Refusal;
-
     void docCharacters(const XMLCh* chars, XMLSize_t length, bool cdataSection) override;
     void docPI(const XMLCh* target, const XMLCh* data) override;
     void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, const XMLCh* prefix,
