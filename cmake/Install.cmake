@@ -17,7 +17,8 @@ if(ASSETCONNECTOR_BUILD_PROGRAM)
 endif()
 
 # The public headers. What is not named here is internal.
-install(DIRECTORY src/host src/message DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY src/host src/message DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h"
+    PATTERN ResultNames.h EXCLUDE)
 install(DIRECTORY reference_host DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
 install(FILES src/codec/ACMessageDecoder.h src/codec/ACMessageEncoder.h DESTINATION ${include_dir}/codec)
 install(FILES src/registration/ACUtils.h DESTINATION ${include_dir}/registration)
@@ -39,5 +40,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/AssetConnectorConfigVersi
 install(FILES ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake
     ${PROJECT_BINARY_DIR}/AssetConnectorConfigVersion.cmake DESTINATION ${package_dir})
 
+# Relative to its own place, so that the installed tree can be moved.
+file(RELATIVE_PATH pc_to_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/asset-connector.pc.in ${PROJECT_BINARY_DIR}/asset-connector.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/asset-connector.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

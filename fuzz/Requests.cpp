@@ -1,5 +1,5 @@
-// Raw event types and texts reach both connectors. The first byte chooses an event of the catalogue, or, beyond
-// them, the type is the input's first line.
+// Raw event types and texts reach both connectors. The first byte chooses an event of the catalogue, or,
+// beyond them, the type is the input's first line.
 
 #include "connectors/EventCatalogue.h"
 #include "connectors/IngestGlintLibraryConnector.h"

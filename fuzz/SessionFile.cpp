@@ -1,7 +1,8 @@
 // Any text as a session file: it plays, or it is refused with an error that names the line.
 
-#include "fuzz/FuzzHost.h"
 #include "session/SessionFile.h"
+
+#include "fuzz/FuzzHost.h"
 
 #include <sstream>
 

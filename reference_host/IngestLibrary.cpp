@@ -84,18 +84,11 @@ void IngestLibrary::ClearCachedXMP()
     mXMPCache.clear();
 }
 
-void IngestLibrary::RegisterAssetMediaInfoToSRCore(const Ridge::AssetMediaInfoList& infos,
-                                                   const Ridge::AssetItemList& items, bool useLocalFile,
-                                                   bool roughCutUseLocalFile, bool third, bool fourth)
+void IngestLibrary::RegisterAssetMediaInfoToSRCore(const Ridge::AssetMediaInfoList& /*infos*/,
+                                                   const Ridge::AssetItemList& /*items*/,
+                                                   bool /*useLocalFile*/, bool /*roughCutUseLocalFile*/,
+                                                   bool /*third*/, bool /*fourth*/)
 {
-    const std::lock_guard<std::mutex> lock(mMutex);
-    mCoreRegistrations.push_back({infos, items, useLocalFile, roughCutUseLocalFile, third, fourth});
-}
-
-std::vector<CoreRegistration> IngestLibrary::CoreRegistrations() const
-{
-    const std::lock_guard<std::mutex> lock(mMutex);
-    return mCoreRegistrations;
 }
 
 UTF16String IngestLibrary::CreateCustomMetadataStr(const Ridge::CustomMetadata& metadata)
@@ -141,16 +134,16 @@ void IngestLibrary::SetXMPExtensions(std::set<UTF16String> extensions)
 void IngestLibrary::RegisterDBMetadataProvider()
 {
     const std::lock_guard<std::mutex> lock(mMutex);
-    mProviders.push_back(std::nullopt);
+    mProviders.insert(UTF16String());
 }
 
 void IngestLibrary::RegisterDBMetadataProviderForPath(const UTF16String& normalizedPath)
 {
     const std::lock_guard<std::mutex> lock(mMutex);
-    mProviders.emplace_back(normalizedPath);
+    mProviders.insert(normalizedPath);
 }
 
-std::vector<std::optional<UTF16String>> IngestLibrary::MetadataProviders() const
+std::set<UTF16String> IngestLibrary::MetadataProviders() const
 {
     const std::lock_guard<std::mutex> lock(mMutex);
     return mProviders;

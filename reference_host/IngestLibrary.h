@@ -8,20 +8,8 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <vector>
 
 namespace ReferenceHost {
-
-/// What one call of RegisterAssetMediaInfoToSRCore brought.
-struct CoreRegistration
-{
-    Ridge::AssetMediaInfoList infos;
-    Ridge::AssetItemList items;
-    bool useLocalFile = false;
-    bool roughCutUseLocalFile = false;
-    bool third = false;
-    bool fourth = false;
-};
 
 /// The ingest library in memory: asset objects (MediaInfo), one project, an XMP cache, metadata providers,
 /// markers (Marker). Every operation may be called on any thread. A host that needs an operation otherwise
@@ -64,13 +52,10 @@ public:
     /// Forgets every path of SetCachedXMP.
     void ClearCachedXMP();
 
-    /// Keeps the arguments for CoreRegistrations.
+    /// Does nothing: this host has no core behind its project.
     void RegisterAssetMediaInfoToSRCore(const Ridge::AssetMediaInfoList& infos,
                                         const Ridge::AssetItemList& items, bool useLocalFile,
                                         bool roughCutUseLocalFile, bool third, bool fourth) override;
-
-    /// \return Every call so far, in order.
-    std::vector<CoreRegistration> CoreRegistrations() const;
 
     /// \return A line for each flag that is set, each keyword, and each property as "prefix:name=value".
     UTF16String CreateCustomMetadataStr(const Ridge::CustomMetadata& metadata) override;
@@ -88,8 +73,8 @@ public:
     void RegisterDBMetadataProvider() override;
     void RegisterDBMetadataProviderForPath(const UTF16String& normalizedPath) override;
 
-    /// \return The providers in the order of registration, by their path; the one without a path is empty.
-    std::vector<std::optional<UTF16String>> MetadataProviders() const;
+    /// \return The paths with a provider; empty for the one without a path.
+    std::set<UTF16String> MetadataProviders() const;
 
     /// \return The text of a Marker; empty for a marker of another class.
     UTF16String MarkerToPropertyXML(const Kiln::InterfaceRef<Keel::IMarker>& marker,
@@ -107,8 +92,7 @@ private:
     std::map<UTF16String, CachedXMP> mXMPCache;
     std::set<UTF16String> mXMPPaths;
     std::set<UTF16String> mXMPExtensions;
-    std::vector<CoreRegistration> mCoreRegistrations;
-    std::vector<std::optional<UTF16String>> mProviders;
+    std::set<UTF16String> mProviders;
 };
 
 }  // namespace ReferenceHost

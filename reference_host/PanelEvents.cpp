@@ -72,10 +72,4 @@ void PanelEvents::Detach(const Panel& panel)
     mPanels.erase(found);
 }
 
-std::set<UTF16String> PanelEvents::RegisteredTypes() const
-{
-    const std::lock_guard<std::mutex> lock(mMutex);
-    return mRegistered;
-}
-
 }  // namespace ReferenceHost

@@ -58,9 +58,6 @@ public:
     /// it. Does nothing for a panel that is not attached.
     void Detach(const Panel& panel);
 
-    /// \return The registered request types.
-    std::set<UTF16String> RegisteredTypes() const;
-
 private:
     Kiln::IStations& mStations;
     mutable std::mutex mMutex;

@@ -18,41 +18,29 @@ boost::shared_ptr<Ridge::AssetMediaInfo> Project::GetAssetMediaInfo(const UTF16S
 
 void Project::RefreshAssetMediaInfoByPath(const UTF16String& mediaPath, const Ridge::XMPText& xmp)
 {
-    const std::lock_guard<std::mutex> lock(mMutex);
-    const auto found = mInfos.find(mediaPath);
-    if (found == mInfos.end())
+    const boost::shared_ptr<Ridge::AssetMediaInfo> known = GetAssetMediaInfo(mediaPath, false);
+    if (known == nullptr)
         return;
-    Ridge::AssetMediaInfoValues values = MediaInfo::ValuesOf(*found->second);
+    Ridge::AssetMediaInfoValues values = MediaInfo::ValuesOf(*known);
     values.xmpString = xmp;
-    found->second = boost::make_shared<MediaInfo>(std::move(values));
+    boost::shared_ptr<Ridge::AssetMediaInfo> refreshed = boost::make_shared<MediaInfo>(std::move(values));
+    const std::lock_guard<std::mutex> lock(mMutex);
+    boost::shared_ptr<Ridge::AssetMediaInfo>& entry = mInfos[mediaPath];
+    if (entry == known)  // else somebody registered another one meanwhile, which is newer
+        entry.swap(refreshed);
 }
 
-void Project::RegisterAssetMediaInfoList(const Ridge::AssetItemList& items,
+void Project::RegisterAssetMediaInfoList(const Ridge::AssetItemList& /*items*/,
                                          const Ridge::AssetMediaInfoList& infos, bool /*first*/,
                                          bool /*second*/)
 {
-    const std::lock_guard<std::mutex> lock(mMutex);
-    for (const auto& info : infos)
-        if (info != nullptr)
-            mInfos[info->GetMediaPath()] = info;
-    for (const auto& item : items)
-        if (item != nullptr)
-            mItems.push_back(item);
-}
-
-Ridge::AssetMediaInfoList Project::MediaInfos() const
-{
-    const std::lock_guard<std::mutex> lock(mMutex);
-    Ridge::AssetMediaInfoList infos;
-    for (const auto& [path, info] : mInfos)
-        infos.push_back(info);
-    return infos;
-}
-
-Ridge::AssetItemList Project::Items() const
-{
-    const std::lock_guard<std::mutex> lock(mMutex);
-    return mItems;
+    for (boost::shared_ptr<Ridge::AssetMediaInfo> info : infos) {
+        if (info == nullptr)
+            continue;
+        const UTF16String path = info->GetMediaPath();
+        const std::lock_guard<std::mutex> lock(mMutex);
+        mInfos[path].swap(info);
+    }
 }
 
 }  // namespace ReferenceHost

@@ -7,7 +7,7 @@
 
 namespace ReferenceHost {
 
-/// The project registry in memory: media infos by their path, asset items in the order of registration.
+/// The project registry in memory: media infos by their path. Asset items are not kept: nobody asks for them.
 /// Every operation may be called on any thread.
 class Project : public Ridge::SRProject
 {
@@ -19,20 +19,13 @@ public:
     /// no change.
     void RefreshAssetMediaInfoByPath(const UTF16String& mediaPath, const Ridge::XMPText& xmp) override;
 
-    /// Adds the infos and the items; of several infos with one path the last one stays.
+    /// Adds the infos; of several with one path the last one stays.
     void RegisterAssetMediaInfoList(const Ridge::AssetItemList& items, const Ridge::AssetMediaInfoList& infos,
                                     bool first, bool second) override;
 
-    /// \return The infos, sorted by media path.
-    Ridge::AssetMediaInfoList MediaInfos() const;
-
-    /// \return The items, in the order of registration.
-    Ridge::AssetItemList Items() const;
-
 private:
-    mutable std::mutex mMutex;
+    std::mutex mMutex;  ///< Not held while an info is read or destroyed, which may be the host's own class.
     std::map<UTF16String, boost::shared_ptr<Ridge::AssetMediaInfo>> mInfos;
-    Ridge::AssetItemList mItems;
 };
 
 }  // namespace ReferenceHost

@@ -102,7 +102,10 @@ void Stations::PostMessageToUIThread(const ferrite::utility::ImmutableString& st
 {
     Callback callback = message.CreateStationCallback(station);
     const Lock lock(mMutex);
-    mPosted.push_back(std::move(callback));
+    std::list<PostedMessage> posted;
+    posted.push_back({mPostedCount + 1, std::move(callback)});
+    mUnfinished.insert(mPostedCount + 1);
+    mPosted.splice(mPosted.end(), posted);
     ++mPostedCount;
     mChanged.notify_all();
 }
@@ -122,17 +125,17 @@ std::size_t Stations::DeliverPosted()
 /// Requires that something is posted.
 void Stations::DeliverNext(Lock& lock)
 {
-    std::list<Callback> taken;
+    std::list<PostedMessage> taken;
     taken.splice(taken.end(), mPosted, mPosted.begin());
     ++mRunning;
-    const Unlocked unlocked(lock, [this] {
+    const Unlocked unlocked(lock, [this, ordinal = taken.front().ordinal] {
         --mRunning;
-        ++mFinishedCount;
+        mUnfinished.erase(ordinal);
         mChanged.notify_all();
     });
     // Moved to here so that the message is gone before the delivery counts as finished.
-    const std::list<Callback> running = std::move(taken);
-    const Callback& deliver = running.front();
+    const std::list<PostedMessage> running = std::move(taken);
+    const Callback& deliver = running.front().deliver;
     if (mDelivery == Delivery::kByHand) {
         deliver();
         return;
@@ -171,21 +174,22 @@ void Stations::Report(const std::exception_ptr& exception)
 void Stations::WaitUntilDelivered()
 {
     Lock lock(mMutex);
-    mChanged.wait(lock, [this, end = mPostedCount] { return mFinishedCount >= end; });
+    mChanged.wait(lock,
+                  [this, end = mPostedCount] { return mUnfinished.empty() || *mUnfinished.begin() > end; });
 }
 
 void Stations::DropPosted()
 {
     Lock lock(mMutex);
     while (!mPosted.empty() || mRunning != 0) {
-        std::list<Callback> dropped;
+        std::list<PostedMessage> dropped;
         dropped.swap(mPosted);
-        const std::size_t count = dropped.size();
-        {
-            const Unlocked unlocked(lock, [this, count] {
-                mFinishedCount += count;
-                mChanged.notify_all();
-            });
+        if (!dropped.empty()) {
+            const Unlocked unlocked(
+                lock, [this, first = dropped.front().ordinal, last = dropped.back().ordinal] {
+                    mUnfinished.erase(mUnfinished.lower_bound(first), mUnfinished.upper_bound(last));
+                    mChanged.notify_all();
+                });
             dropped.clear();
         }
         mChanged.wait(lock, [this] { return mRunning == 0; });

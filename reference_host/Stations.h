@@ -11,6 +11,7 @@
 #include <list>
 #include <map>
 #include <mutex>
+#include <set>
 #include <thread>
 #include <utility>
 
@@ -45,7 +46,8 @@ public:
     void AddListener(const ferrite::utility::ImmutableString& station, Kiln::Listener& listener) override;
 
     /// Broadcasts under way deliver nothing more to the listener. Two threads that end, each from inside a
-    /// delivery, the listener that the other one is delivering to wait for ever.
+    /// delivery, the listener that the other one is delivering to wait for ever. A delivery is told by its
+    /// listener's address: a new listener where one was destroyed inside its own delivery waits for it, too.
     void EndSubscriptions(Kiln::Listener& listener) noexcept override;
 
     /// \throws What a listener throws, std::bad_alloc.
@@ -86,6 +88,12 @@ private:
     using Callback = boost::function<void()>;
     using SubscriptionKey = std::pair<ferrite::utility::ImmutableString, std::uint64_t>;
 
+    struct PostedMessage
+    {
+        std::uint64_t ordinal;  ///< From 1.
+        Callback deliver;
+    };
+
     struct DeliveryUnderWay
     {
         const Kiln::Listener* listener;
@@ -105,10 +113,10 @@ private:
     std::uint64_t mNextSubscription = 0;
     std::list<DeliveryUnderWay> mUnderWay;
 
-    std::list<Callback> mPosted;
-    std::uint64_t mPostedCount = 0;    ///< Ever posted.
-    std::uint64_t mFinishedCount = 0;  ///< Of these, delivered or dropped.
-    std::size_t mRunning = 0;          ///< Taken off the queue, not yet finished.
+    std::list<PostedMessage> mPosted;
+    std::uint64_t mPostedCount = 0;       ///< Ever posted.
+    std::set<std::uint64_t> mUnfinished;  ///< The ordinals of those neither delivered nor dropped.
+    std::size_t mRunning = 0;             ///< Taken off the queue, not yet finished.
 
     ExceptionHandler mExceptionHandler;
     std::size_t mExceptionCount = 0;

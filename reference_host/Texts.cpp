@@ -44,7 +44,6 @@ void Texts::SetSDKInfoString(const UTF16String& text, const UTF16String& detail)
     boost::function<void(const SDKInfo&)> handler;
     {
         const std::lock_guard<std::mutex> lock(mMutex);
-        mInfos.push_back(info);
         handler = mInfoHandler;
     }
     if (handler)
@@ -55,12 +54,6 @@ void Texts::SetSDKInfoHandler(boost::function<void(const SDKInfo&)> handler)
 {
     const std::lock_guard<std::mutex> lock(mMutex);
     mInfoHandler.swap(handler);
-}
-
-std::vector<SDKInfo> Texts::SDKInfos() const
-{
-    const std::lock_guard<std::mutex> lock(mMutex);
-    return mInfos;
 }
 
 ferrite::utility::Guid Texts::CreateUniqueGuid()

@@ -7,7 +7,6 @@
 
 #include <map>
 #include <mutex>
-#include <vector>
 
 namespace ReferenceHost {
 
@@ -18,7 +17,7 @@ struct SDKInfo
     UTF16String detail;
 };
 
-/// Texts from a table of translations, reports kept in a list, random GUIDs. Any thread.
+/// Texts from a table of translations, reports to a handler, random GUIDs. Any thread.
 class Texts : public ferrite::ITexts
 {
 public:
@@ -29,22 +28,18 @@ public:
     /// \param keyPath What stands between "$$$/" and "=" in a key.
     void SetTranslation(const UTF16String& keyPath, UTF16String text);
 
-    /// Keeps the report and passes it to the handler, whose exceptions reach the caller.
+    /// Passes the report to the handler, whose exceptions reach the caller.
     void SetSDKInfoString(const UTF16String& text, const UTF16String& detail) override;
 
     /// \param handler Empty for none. It runs on the thread that reports, without a lock.
     void SetSDKInfoHandler(boost::function<void(const SDKInfo&)> handler);
 
-    /// \return Every report so far, in order.
-    std::vector<SDKInfo> SDKInfos() const;
-
     /// \return A random GUID (version 4).
     ferrite::utility::Guid CreateUniqueGuid() override;
 
 private:
-    mutable std::mutex mMutex;
+    std::mutex mMutex;
     std::map<UTF16String, UTF16String> mTranslations;
-    std::vector<SDKInfo> mInfos;
     boost::function<void(const SDKInfo&)> mInfoHandler;
     boost::uuids::random_generator mRandomGuids;
 };

@@ -15,6 +15,21 @@ run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${work}/installed)
 run(${CMAKE_COMMAND} -S ${SOURCE}/examples/embedding -B ${work}/build -G Ninja -DCMAKE_BUILD_TYPE=Release
     -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_PREFIX_PATH=${work}/installed)
 run(${CMAKE_COMMAND} --build ${work}/build)
+
+# The same by pkg-config, from the installed tree alone.
+find_program(pkg_config pkg-config)
+if(pkg_config)
+    file(GLOB_RECURSE pc ${work}/installed/*.pc)
+    cmake_path(GET pc PARENT_PATH pc_folder)
+    run(${CMAKE_COMMAND} -E env PKG_CONFIG_PATH=${pc_folder} ${pkg_config} --cflags --libs asset-connector)
+    separate_arguments(flags UNIX_COMMAND "${output}")
+    file(WRITE ${work}/events.cpp
+        "#include \"connectors/EventCatalogue.h\"\nint main() { return AC::EventCatalogue().size() == 111 ? 0 : 1; }\n")
+    run(${COMPILER} -std=c++17 ${work}/events.cpp -o ${work}/events ${flags})
+    cmake_path(GET pc_folder PARENT_PATH libraries)
+    run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${libraries} ${work}/events)
+endif()
+
 run(${work}/build/embedding)
 foreach(expected "show the ingest dialog for \"Interviews\"" "OpenIngestDialogStatus" "StartIngest"
         "component: ingest started")

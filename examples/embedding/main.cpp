@@ -1,21 +1,16 @@
-// A small host. It brings what is its own, the panel events and a dispatcher, and takes the other services from
-// the reference host, as a host may do while it grows.
+// A small host. It brings what is its own, the panel events and a dispatcher, and takes the other services
+// from the reference host, as a host may do while it grows.
 
 #include "connectors/EventCatalogue.h"
 #include "connectors/IngestGlintLibraryConnector.h"
 #include "connectors/IngestMediaCollectionConnector.h"
 #include "connectors/StationMessages.h"
-#include "host/Host.h"
 #include "host/ferrite/Unicode.h"
 #include "host/kiln/StationUtils.h"
 #include "host/ridge/TandemEvents.h"
 #include "host/ridge/Utilities.h"
-#include "reference_host/Files.h"
 #include "reference_host/ForwardingDispatcher.h"
-#include "reference_host/IngestLibrary.h"
-#include "reference_host/Memory.h"
-#include "reference_host/Stations.h"
-#include "reference_host/Texts.h"
+#include "reference_host/Host.h"
 
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -42,7 +37,10 @@ class Panels : public Plexa::IPanelEvents
 {
 public:
     void AddTandemEventListener(const UTF16String& type, void* /*callback*/) override { mTypes.insert(type); }
-    void RemoveTandemEventListener(const UTF16String& type, void* /*callback*/) override { mTypes.erase(type); }
+    void RemoveTandemEventListener(const UTF16String& type, void* /*callback*/) override
+    {
+        mTypes.erase(type);
+    }
 
     void DispatchApplicationEvent(const std::string& type, const std::string& data) override
     {
@@ -99,26 +97,26 @@ void RunHost()
     ReferenceHost::Files files;
     ReferenceHost::Texts texts;
     ReferenceHost::Memory memory;
-    AC::InstallHost({panels, stations, library, files, texts, memory});
+    // Uninstalls at the end, and drops what is still posted while the memory service lives.
+    const ReferenceHost::Installation installation({panels, stations, library, files, texts, memory},
+                                                   stations);
     AC::AddTandemEvents();
-    {
-        Dispatcher dispatcher;
-        const auto libraryConnector = AC::CreateIngestGlintLibraryConnector(&dispatcher);
-        const auto mediaCollectionConnector = AC::CreateIngestMediaCollectionConnector(nullptr);
-        const IngestWatcher watcher;
 
-        panels.Raise(AC::kPlexaEventType_OpenIngestDlg,
-                     u"<browserMessage><browserID ID=\"panel-1\"/>"
-                     u"<taskID ID=\"10000000-0000-4000-8000-000000000001\"/>"
-                     u"<msgID ID=\"20000000-0000-4000-8000-000000000002\"/>"
-                     u"<targetBin ID=\"Interviews\"/></browserMessage>");
+    Dispatcher dispatcher;
+    const auto libraryConnector = AC::CreateIngestGlintLibraryConnector(&dispatcher);
+    const auto mediaCollectionConnector = AC::CreateIngestMediaCollectionConnector(nullptr);
+    const IngestWatcher watcher;
 
-        const Guid task = Guid::CreateUnique();
-        libraryConnector->OnIngestStarted(task);
-        mediaCollectionConnector->OnIngestStarted(task);
-        stations.DeliverPosted();  // a host with a user-interface thread does this there
-    }
-    AC::UninstallHost();
+    panels.Raise(AC::kPlexaEventType_OpenIngestDlg,
+                 u"<browserMessage><browserID ID=\"panel-1\"/>"
+                 u"<taskID ID=\"10000000-0000-4000-8000-000000000001\"/>"
+                 u"<msgID ID=\"20000000-0000-4000-8000-000000000002\"/>"
+                 u"<targetBin ID=\"Interviews\"/></browserMessage>");
+
+    const Guid task = Guid::CreateUnique();
+    libraryConnector->OnIngestStarted(task);
+    mediaCollectionConnector->OnIngestStarted(task);
+    stations.DeliverPosted();  // a host with a user-interface thread does this there
 }
 
 }  // namespace

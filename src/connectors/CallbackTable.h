@@ -41,7 +41,9 @@ enum class Callback
     OnGetMediaPropertyInfoStatus,
     OnGetTargetBinPath,
     OnXMPFileTimeChanged,
+    kCount,
 };
+static_assert(static_cast<int>(Callback::kCount) == Ridge::kCallbackCount);
 
 /// Which GUIDs a message's header gets.
 enum class HeaderRule

@@ -96,24 +96,25 @@ public:
 
 protected:
     /// \param callbacks What this connector does for each callback; of static storage.
-    explicit ConnectorFrame(const CallbackTable& callbacks);
+    AC_LOCAL explicit ConnectorFrame(const CallbackTable& callbacks);
 
     /// Subscribes to the stations in their order. The last statement of a connector's constructor: from then
     /// on messages arrive, on any thread. If a subscription fails, those before it are ended again.
-    void Subscribe(std::initializer_list<ferrite::utility::ImmutableString> stations);
+    AC_LOCAL void Subscribe(std::initializer_list<ferrite::utility::ImmutableString> stations);
 
     void OnStationMessage(const Kiln::Message& message) override;
 
     /// A panel raised a request. Read the dispatcher once; touch no member after calling it.
     virtual void OnPanelRequest(const UTF16String& type, const UTF16String& data) = 0;
 
-    const CallbackRow& RowOf(Callback callback) const;
+    AC_LOCAL const CallbackRow& RowOf(Callback callback) const;
 
     ALD::IAssetLibraryDispatcher* Dispatcher() const noexcept { return mDispatcher.load(); }
 
     /// Makes a connector as the two factories do. Defined in ConnectorFactory.h.
     template <class Connector>
-    static Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> Create(ALD::IAssetLibraryDispatcher* dispatcher);
+    AC_LOCAL static Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> Create(
+        ALD::IAssetLibraryDispatcher* dispatcher);
 
 private:
     Kiln::SharedReferenceBroker mBroker;

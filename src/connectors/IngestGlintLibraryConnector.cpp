@@ -11,6 +11,8 @@
 #include "host/ridge/SRProject.h"
 #include "host/ridge/Utilities.h"
 
+#include <boost/make_shared.hpp>
+
 namespace AC {
 namespace {
 
@@ -72,7 +74,8 @@ Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestGlintLibraryConnec
     return IngestGlintLibraryConnector::Create<IngestGlintLibraryConnector>(dispatcher);
 }
 
-IngestGlintLibraryConnector::IngestGlintLibraryConnector() : ConnectorFrame(kCallbacks)
+IngestGlintLibraryConnector::IngestGlintLibraryConnector()
+    : ConnectorFrame(kCallbacks), mReadFromDisk(boost::make_shared<std::atomic<bool>>(false))
 {
     Subscribe({Ridge::GetPlexaStationID()});
 }
@@ -84,7 +87,7 @@ IngestGlintLibraryConnector::~IngestGlintLibraryConnector()
 
 void IngestGlintLibraryConnector::OnPanelRequest(const UTF16String& type, const UTF16String& data)
 {
-    HandleRequest(kLibraryRequests, type, data, Dispatcher(), &mReadFromDisk);
+    HandleRequest(kLibraryRequests, type, data, Dispatcher(), mReadFromDisk);
 }
 
 bool IngestGlintLibraryConnector::Handles(const UTF16String& identifier)
@@ -99,7 +102,7 @@ void IngestGlintLibraryConnector::OnImportXMPFinished(const Guid& task, const Gu
                                                       const Ridge::AssetItemList& items)
 {
     const CallbackRow& row = RowOf(Callback::OnImportXMPFinished);
-    Report(row, task, message, NotificationOf(row, mReadFromDisk), [&](ACMessage& record) {
+    Report(row, task, message, NotificationOf(row, *mReadFromDisk), [&](ACMessage& record) {
         record.batchID = batch;
         record.taskItemID = taskItem;
         record.assetMediaInfoList = infos;
@@ -115,7 +118,7 @@ void IngestGlintLibraryConnector::OnReadXMPFinished(
     const Ridge::ErrorRecordList& /*errors*/, const Kiln::InterfaceRef<KilnUnknown>& /*requestContext*/)
 {
     const CallbackRow& row = RowOf(Callback::OnReadXMPFinished);
-    const bool readFromDisk = mReadFromDisk;
+    const bool readFromDisk = *mReadFromDisk;
     Report(row, task, message, NotificationOf(row, readFromDisk), [&](ACMessage& record) {
         record.batchID = batch;
         record.taskItemID = taskItem;

@@ -29,21 +29,22 @@ private:
     friend AC_API Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestGlintLibraryConnector(
         ALD::IAssetLibraryDispatcher* dispatcher);
 
-    IngestGlintLibraryConnector();
+    AC_LOCAL IngestGlintLibraryConnector();
 
-    void OnPanelRequest(const UTF16String& type, const UTF16String& data) override;
+    AC_LOCAL void OnPanelRequest(const UTF16String& type, const UTF16String& data) override;
 
     /// The last XMP request was ReadXMPFromDisk, not ImportXMP: chooses the notification of what is reported
-    /// next. Read once per callback.
-    std::atomic<bool> mReadFromDisk{false};
+    /// next. Read once per callback. Shared with requests under way, which may outlive the connector.
+    const boost::shared_ptr<std::atomic<bool>> mReadFromDisk;
 };
 
 /// Makes the library panel's connector, subscribed to the panel services station.
 /// \param dispatcher The host's, which keeps it alive as long as the connector lives; null: nothing is
 ///                   forwarded until SetDispatcher.
 /// \return A counted reference; the last one destroys the connector.
-/// \throws Kiln::NullInterfaceException without memory; std::logic_error without an installed host; what the
-///         host throws while the connector subscribes, which leaves none.
+/// \throws Kiln::NullInterfaceException without memory for the connector, std::bad_alloc without memory for
+///         what it holds; std::logic_error without an installed host; what the host throws while the
+///         connector subscribes. No connector is left then.
 AC_API Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestGlintLibraryConnector(
     ALD::IAssetLibraryDispatcher* dispatcher);
 

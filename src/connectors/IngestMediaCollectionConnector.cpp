@@ -115,7 +115,7 @@ IngestMediaCollectionConnector::~IngestMediaCollectionConnector()
 
 void IngestMediaCollectionConnector::OnPanelRequest(const UTF16String& type, const UTF16String& data)
 {
-    HandleRequest(kMediaCollectionRequests, type, data, Dispatcher(), nullptr);
+    HandleRequest(kMediaCollectionRequests, type, data, Dispatcher());
 }
 
 bool IngestMediaCollectionConnector::Handles(const UTF16String& identifier)

@@ -32,9 +32,9 @@ private:
     friend AC_API Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestMediaCollectionConnector(
         ALD::IAssetLibraryDispatcher* dispatcher);
 
-    IngestMediaCollectionConnector();
+    AC_LOCAL IngestMediaCollectionConnector();
 
-    void OnPanelRequest(const UTF16String& type, const UTF16String& data) override;
+    AC_LOCAL void OnPanelRequest(const UTF16String& type, const UTF16String& data) override;
 };
 
 /// Makes the media collection's connector, subscribed to its own station and then to the panel services

@@ -3,6 +3,8 @@
 #include "connectors/EventCatalogue.h"
 #include "connectors/SendRoad.h"
 
+#include <utility>
+
 namespace AC {
 namespace {
 
@@ -119,11 +121,6 @@ const RequestRow* FindRow(const RequestTable& own, Fits fits)
 
 }  // namespace
 
-const RequestRow* FindRequest(const RequestTable& own, const UTF16String& type)
-{
-    return FindRow(own, [&type](const RequestRow& row) { return *row.identifier == type; });
-}
-
 bool HandlesRequestOrReply(const RequestTable& own, const UTF16String& identifier)
 {
     return FindRow(own, [&identifier](const RequestRow& row) {
@@ -132,14 +129,16 @@ bool HandlesRequestOrReply(const RequestTable& own, const UTF16String& identifie
 }
 
 void HandleRequest(const RequestTable& own, const UTF16String& type, const UTF16String& data,
-                   ALD::IAssetLibraryDispatcher* dispatcher, std::atomic<bool>* readFromDisk)
+                   ALD::IAssetLibraryDispatcher* dispatcher,
+                   boost::shared_ptr<std::atomic<bool>> readFromDisk)
 {
-    const RequestRow* const row = FindRequest(own, type);
+    const RequestRow* const row =
+        FindRow(own, [&type](const RequestRow& candidate) { return *candidate.identifier == type; });
     if (row == nullptr)
         return;
     ACMessage request;
     if (row->decode(data, request))
-        row->handle({*row, request, dispatcher, readFromDisk});
+        row->handle({*row, request, dispatcher, std::move(readFromDisk)});
 }
 
 }  // namespace AC

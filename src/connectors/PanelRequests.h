@@ -4,6 +4,8 @@
 #include "host/ald/IAssetLibraryDispatcher.h"
 #include "message/ACMessage.h"
 
+#include <boost/shared_ptr.hpp>
+
 #include <atomic>
 #include <cstddef>
 
@@ -16,15 +18,15 @@ struct RequestRow;
 struct RequestCall
 {
     const RequestRow& row;
-    ACMessage& request;                        ///< As decoded; a handler may change it.
-    ALD::IAssetLibraryDispatcher* dispatcher;  ///< Null: nothing is forwarded.
-    std::atomic<bool>* readFromDisk;           ///< The library connector's flag; null for the other one.
+    ACMessage& request;                                 ///< As decoded; a handler may change it.
+    ALD::IAssetLibraryDispatcher* dispatcher;           ///< Null: nothing is forwarded.
+    boost::shared_ptr<std::atomic<bool>> readFromDisk;  ///< The library connector's; null for the other.
 };
 
 struct RequestRow
 {
     const UTF16String* identifier;
-    /// Carries the request out. After a call of the dispatcher the connector may be gone.
+    /// Carries the request out. The connector may be gone: decoding calls the host, too.
     void (*handle)(const RequestCall& call);
     const UTF16String* reply = nullptr;  ///< What the connector itself answers with, if it does.
     bool (*decode)(const UTF16String& xml, ACMessage& message) = &ACMessageDecoder::DecodeXMLString;
@@ -42,16 +44,14 @@ constexpr RequestTable TableOf(const RequestRow (&rows)[N])
     return {rows, rows + N};
 }
 
-/// \return The row of the request in the connector's own table or among the shared ones, or null.
-const RequestRow* FindRequest(const RequestTable& own, const UTF16String& type);
-
 /// \return Whether the connector acts on this request or replies with this notification.
 bool HandlesRequestOrReply(const RequestTable& own, const UTF16String& identifier);
 
 /// Decodes the text and carries the request out. A type without a row is ignored, a text that does not decode
-/// is dropped.
+/// is dropped. What is passed by value here outlives the connector, which the host may drop on the way.
 void HandleRequest(const RequestTable& own, const UTF16String& type, const UTF16String& data,
-                   ALD::IAssetLibraryDispatcher* dispatcher, std::atomic<bool>* readFromDisk);
+                   ALD::IAssetLibraryDispatcher* dispatcher,
+                   boost::shared_ptr<std::atomic<bool>> readFromDisk = {});
 
 /// The handler that passes the request on with forward(dispatcher, request).
 template <void (*forward)(ALD::IAssetLibraryDispatcher&, const ACMessage&)>

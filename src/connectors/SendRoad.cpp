@@ -9,10 +9,14 @@ namespace AC {
 
 using ferrite::utility::Guid;
 
+namespace {
+
 std::string EncodeNotification(const ACMessage& message)
 {
     return ferrite::utility::UTF16to8(ACMessageEncoder::EncoderACMessage(message, kNotificationRoot));
 }
+
+}  // namespace
 
 std::string EncodeDecodedNotification(const ACMessage& message)
 {

@@ -7,9 +7,6 @@
 /// The one road on which notifications leave. Nothing is sent when a step throws.
 namespace AC {
 
-/// \return The notification's text, UTF-8.
-std::string EncodeNotification(const ACMessage& message);
-
 /// \return The notification's text with one layer of reserved characters decoded, UTF-8: the markers around
 ///         XMP packets become real CDATA sections, and encoded metadata is escaped once instead of twice.
 ///         What a text value holds of < and & becomes bare, so the whole may not be well-formed.

@@ -4,7 +4,7 @@
 #include "host/ridge/RecordLists.h"
 #include "message/ACMessage.h"
 
-#include <utility>
+#include <array>
 
 /// The typed messages that the media collection connector posts for host components: to its own station
 /// (AC::GetMCAssetConnectorStation) those of namespace AC, to the project's station
@@ -20,6 +20,7 @@ class StationMessage : public Kiln::MessageImpl<Message>
 public:
     using Payload = PayloadType;
 
+    /// \return What the message carries; valid as long as the message.
     const Payload& GetPayload() const noexcept { return mPayload; }
 
 protected:
@@ -53,3 +54,15 @@ struct InsertedColumns
     }
 #include "connectors/StationMessages.def"
 #undef AC_STATION_MESSAGE
+
+namespace AC {
+
+/// The identifiers of all classes.
+constexpr std::array kStationMessageTypes{
+#define AC_STATION_MESSAGE(NAMESPACE, NAME, TYPE_NAME, PAYLOAD) NAMESPACE::NAME::TypeID(),
+#include "connectors/StationMessages.def"
+#undef AC_STATION_MESSAGE
+};
+static_assert(kStationMessageTypes.size() == 20);
+
+}  // namespace AC

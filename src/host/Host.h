@@ -10,7 +10,9 @@
 
 /// How a host makes itself known to the library. The functions that the library calls by the host's own
 /// names (PlexaManager::DispatchApplicationEvent, Kiln::StationUtils::AddListener, ...) forward to the
-/// services of the installed table.
+/// services of the installed table. The host also initialises the XML library
+/// (xercesc::XMLPlatformUtils::Initialize) before it installs itself, and terminates it after the last
+/// connector is gone.
 namespace AC {
 
 /// One table of references; the services belong to the host and outlive the installation.

@@ -5,6 +5,7 @@
 #include "host/ridge/ErrorRecord.h"
 #include "message/ACMessage.h"
 
+#include <cstddef>
 #include <tuple>
 #include <type_traits>
 
@@ -15,6 +16,8 @@ namespace AC::Description {
 template <class Record, class Member>
 struct MemberRow
 {
+    using Type = Member;
+
     const char* name;
     Member Record::*member;
 };
@@ -38,10 +41,32 @@ struct IsDescribed<Record, std::void_t<decltype(Members<Record>::kRows)>> : std:
 {
 };
 
-/// Calls visit(row) for each member of the record, in order.
+/// \return The size of a struct of exactly the described members, in their order.
+template <class Record>
+constexpr std::size_t SizeOfMembers()
+{
+    std::size_t size = 0;
+    std::size_t alignment = 1;
+    const auto place = [&](std::size_t memberSize, std::size_t memberAlignment) {
+        size = (size + memberAlignment - 1) / memberAlignment * memberAlignment + memberSize;
+        alignment = memberAlignment > alignment ? memberAlignment : alignment;
+    };
+    std::apply(
+        [&](const auto&... row) {
+            (place(sizeof(typename std::decay_t<decltype(row)>::Type),
+                   alignof(typename std::decay_t<decltype(row)>::Type)),
+             ...);
+        },
+        Members<Record>::kRows);
+    return (size + alignment - 1) / alignment * alignment;
+}
+
+/// Calls visit(row) for each member of the record, in order. A member without a row does not compile, unless
+/// it is small enough to hide between others.
 template <class Record, class Visit>
 void ForEachMember(Visit&& visit)
 {
+    static_assert(SizeOfMembers<Record>() == sizeof(Record), "a member has no row, or rows are out of order");
     std::apply([&visit](const auto&... row) { (visit(row), ...); }, Members<Record>::kRows);
 }
 

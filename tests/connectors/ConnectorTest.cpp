@@ -69,6 +69,26 @@ std::ostream& operator<<(std::ostream& stream, const ConnectorKind& kind)
     return stream << kind.name;
 }
 
+/// An ingest library that calls back when it makes a media info.
+class CallingLibrary : public ReferenceHost::IngestLibrary
+{
+public:
+    boost::shared_ptr<Ridge::AssetMediaInfo> CreateMediaInfo(
+        Ridge::AssetMediaType type, const Guid& guid, const UTF16String& mediaPath, const Ridge::XMPText& xmp,
+        const UTF16String& fileContent, const UTF16String& customMetadata, const UTF16String& createTime,
+        const UTF16String& lastModifyTime, const UTF16String& rateTimeBase, const UTF16String& rateNtsc,
+        const UTF16String& aliasName, bool reservedFlag, const UTF16String& reservedText) override
+    {
+        if (onCreate)
+            onCreate();
+        return IngestLibrary::CreateMediaInfo(type, guid, mediaPath, xmp, fileContent, customMetadata,
+                                              createTime, lastModifyTime, rateTimeBase, rateNtsc, aliasName,
+                                              reservedFlag, reservedText);
+    }
+
+    std::function<void()> onCreate;
+};
+
 /// What holds for both connectors.
 class BothConnectors : public HostTest, public ::testing::WithParamInterface<ConnectorKind>
 {
@@ -154,6 +174,35 @@ TEST_P(BothConnectors, MayBeDroppedFromInsideTheirOwnCalls)
     Raise(AC::kPlexaEventType_ExitApp, u"<a/>");  // forwards
     EXPECT_EQ(broker->GetObject(), nullptr);
     EXPECT_EQ(panel->types.size(), 2U);
+}
+
+TEST(Connectors, MayBeDroppedWhileARequestIsDecoded)
+{
+    ReferenceHost::Host host(ReferenceHost::Stations::Delivery::kByHand);
+    CallingLibrary library;
+    const ReferenceHost::Installation installation({host.GetPanelEvents(), host.GetStations(), library,
+                                                    host.GetFiles(), host.GetTexts(), host.GetMemory()},
+                                                   host.GetStations());
+    struct
+    {
+        ConnectorRef (*create)(ALD::IAssetLibraryDispatcher* dispatcher);
+        const UTF16String& type;
+    } const rows[] = {
+        {AC::CreateIngestGlintLibraryConnector, AC::kPlexaEventType_ImportXMP},
+        {AC::CreateIngestGlintLibraryConnector, AC::kPlexaEventType_ReadXMPFromDisk},
+        {AC::CreateIngestMediaCollectionConnector, AC::kPlexaEventType_ReadXMPFromDisk},
+    };
+    for (const auto& row : rows) {
+        ConnectorRef connector = row.create(nullptr);
+        const auto broker = static_cast<AC::ConnectorFrame*>(connector.Get())->GetReferenceBroker();
+        library.onCreate = [&connector] { connector.Clear(); };
+        host.GetStations().BroadcastMessage(
+            Ridge::GetPlexaStationID(),
+            Ridge::TandemEvent(row.type,
+                               u"<a><fileList><filePath path='/a'/></fileList>"
+                               u"<assetMediaInfoList><assetMediaInfo/></assetMediaInfoList></a>"));
+        EXPECT_EQ(broker->GetObject(), nullptr);
+    }
 }
 
 TEST_P(BothConnectors, RegisterEveryRequestWhenAsked)

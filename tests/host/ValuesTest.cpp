@@ -190,12 +190,9 @@ TEST(PathUtils, CutBehindTheLastSeparator)
 
 TEST(MessageTypes, AreAllDistinct)
 {
-    const std::set<std::uint32_t> identifiers{
-#define AC_STATION_MESSAGE(NAMESPACE, NAME, TYPE_NAME, PAYLOAD) NAMESPACE::NAME::TypeID(),
-#include "connectors/StationMessages.def"
-#undef AC_STATION_MESSAGE
-        Ridge::TandemEvent::TypeID(), Ridge::AddTandemListenerEvent::TypeID(),
-        Ridge::RemoveTandemListenerEvent::TypeID()};
+    std::set<std::uint32_t> identifiers(AC::kStationMessageTypes.begin(), AC::kStationMessageTypes.end());
+    identifiers.insert({Ridge::TandemEvent::TypeID(), Ridge::AddTandemListenerEvent::TypeID(),
+                        Ridge::RemoveTandemListenerEvent::TypeID()});
     EXPECT_EQ(identifiers.size(), 23U);
     EXPECT_EQ(identifiers.count(0), 0U);
 }

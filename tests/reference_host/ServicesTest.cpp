@@ -2,6 +2,7 @@
 #include "host/kiln/StationUtils.h"
 #include "host/ridge/TandemEvents.h"
 #include "host/ridge/Utilities.h"
+#include "host/spur/SDKErrors.h"
 #include "reference_host/Marker.h"
 #include "reference_host/MediaInfo.h"
 #include "tests/support/HostTest.h"
@@ -212,6 +213,20 @@ TEST_F(ServicesTest, TextsAreTranslatedByTheirKeyPath)
                       {u"", u""}};
     for (const auto& row : rows)
         EXPECT_EQ(ferrite::config::Localizer::Get().Lookup(row.key), row.text) << Narrow(row.key);
+}
+
+TEST_F(ServicesTest, ReportsReachTheirHandlerAndProvidersAreKnownByPath)
+{
+    UTF16String reported;
+    host.GetTexts().SetSDKInfoHandler(
+        [&reported](const ReferenceHost::SDKInfo& info) { reported = info.text + u"|" + info.detail; });
+    Spur::SDKErrors::SetSDKInfoString(u"text", u"detail");
+    EXPECT_EQ(reported, u"text|detail");
+
+    Ridge::Utilities::RegisterDBMetadataProviderForPath(u"/b");
+    Ridge::Utilities::RegisterDBMetadataProvider();
+    Ridge::Utilities::RegisterDBMetadataProviderForPath(u"/b");
+    EXPECT_EQ(host.GetIngestLibrary().MetadataProviders(), (std::set<UTF16String>{u"", u"/b"}));
 }
 
 TEST_F(ServicesTest, FreshGuidsAreRandomAndOfVersion4)

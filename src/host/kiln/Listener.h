@@ -24,6 +24,9 @@ protected:
     /// Called by the host for each message; passes it to the handler.
     virtual void DispatchMessageW(const Message& message);
 
+    /// Handles a message, on the thread that broadcasts it, several at once. It may run as soon as
+    /// AddListener is called, before a constructor that calls it is through. What it throws ends the
+    /// broadcast and reaches its caller.
     virtual void OnStationMessage(const Message& message) = 0;
 
     /// Ends every subscription and waits until no other thread is inside a delivery to this object. Does

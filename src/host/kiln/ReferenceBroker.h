@@ -50,6 +50,7 @@ class AC_API SharedReferenceBroker
 {
 public:
     /// A new broker; this is its first handle.
+    /// \throws std::bad_alloc
     SharedReferenceBroker();
     SharedReferenceBroker(const SharedReferenceBroker& other) noexcept;
     SharedReferenceBroker& operator=(const SharedReferenceBroker& other) noexcept;
@@ -60,8 +61,6 @@ public:
 
     /// See ReferenceBroker::Lock.
     InterfaceRef<KilnUnknown> Lock() const noexcept { return mBroker->Lock(); }
-
-    std::int32_t ShareCount() const noexcept { return mShareCount->load(std::memory_order_relaxed); }
 
 private:
     std::atomic<std::int32_t>* mShareCount;

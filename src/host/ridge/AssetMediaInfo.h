@@ -62,9 +62,13 @@ public:
     virtual UTF16String GetRateNtsc() const = 0;
     virtual UTF16String GetAliasName() const = 0;
 
+    // Times, time base ("25") and NTSC flag ("TRUE", "FALSE") are texts that the library passes on as they
+    // are.
+
     /// A tri-state: -1 not set, 0 false, anything else is passed on.
     virtual std::int32_t GetForceLoadFromLocalDisk() const = 0;
 
+    /// Whether saving must first look for a newer file on disk.
     virtual void SetNeedSavePreCheck(bool needed) = 0;
 };
 

@@ -12,8 +12,11 @@ namespace Ridge {
 /// at once. The order of the operations crosses the binary boundary and must not change.
 ///
 /// Most operations begin with the task and the message they report on. Lists are passed on whole and in
-/// order, null entries included. What an operation of the host throws under way travels back to the caller;
-/// nothing is sent after it.
+/// order, null entries included; shared objects stay shared with the caller. Result codes are named as
+/// ACUtils::GetResultString does, unless an operation says that only the sign counts: negative is "ERROR",
+/// anything else "OK". Percentages go out as they are, but for -1, which says that there is none. Which
+/// operation tells which panel or station is in each connector's table; several tell nobody. What an
+/// operation of the host throws under way travels back to the caller; nothing is sent after it.
 class IIngestLibraryNotifier : public KilnUnknown
 {
 public:
@@ -42,27 +45,36 @@ public:
                                        const UTF16String& error, const UTF16String& outputPath) = 0;
     virtual void OnTranscodeProgress(const Guid& task, const Guid& message, std::int32_t percentage) = 0;
     virtual void OnConcatenationProgress(const Guid& task, const Guid& message, std::int32_t percentage) = 0;
+    /// \param item May be null: then there is none. \param saveFlag For listeners of the media collection's
+    /// station; no panel sees it.
     virtual void OnSaveAsset(const Guid& task, const Guid& message, const AssetMediaInfoList& infos,
                              const boost::shared_ptr<AssetItem>& item, bool saveFlag) = 0;
+    /// The sign of the code counts. \param error Told on failure. \param infos Told on success.
     virtual void OnTriggerSaveAssetStatus(const Guid& task, const Guid& message, ResultCode code,
                                           const UTF16String& error, const AssetMediaInfoList& infos) = 0;
+    /// \param info May be null: then there is none.
     virtual void OnFileChanged(const Guid& task, const Guid& message,
                                const boost::shared_ptr<AssetMediaInfo>& info, ResultCode code) = 0;
     virtual void OnFileOffLine(const Guid& task, const Guid& message, const PathList& paths) = 0;
     virtual void OnXMPChanged(const Guid& task, const Guid& message, const AssetMediaInfoList& infos) = 0;
     virtual void OnMediaInfoChanged(const Guid& task, const Guid& message,
                                     const AssetMediaInfoList& infos) = 0;
+    /// Only the code 0 is "OK".
     virtual void OnImportXMPFinished(const Guid& task, const Guid& message, ResultCode code,
                                      const Guid& batch, const Guid& taskItem, const AssetMediaInfoList& infos,
                                      const AssetItemList& items) = 0;
-    /// \param xmp May be null. \param first, second Passed on to AssetMediaInfo::CreateMasterClipMediaInfo.
-    /// \param requestContext May be null; kept as long as a record or message of this report lives.
+    /// The sign of the code counts. \param metadata, errors For the media collection alone: what the user
+    /// typed in, and on failure what went wrong. \param xmp May be null. \param first, second Passed on to
+    /// AssetMediaInfo::CreateMasterClipMediaInfo. \param requestContext May be null; kept as long as a record
+    /// or message of this report lives.
     virtual void OnReadXMPFinished(const Guid& task, const Guid& message, ResultCode code,
                                    const UTF16String& mediaPath, const Guid& mediaInfo,
                                    const CustomMetadata& metadata, const XMPText& xmp,
                                    const UTF16String& first, const UTF16String& second, const Guid& batch,
                                    const Guid& taskItem, const ErrorRecordList& errors,
                                    const Kiln::InterfaceRef<KilnUnknown>& requestContext) = 0;
+    /// The sign of the code counts. \param startTime kTime_Invalid for none. \param thumbPath Told on
+    /// success.
     virtual void OnRequestThumbnailStatus(const Guid& task, const Guid& message, ResultCode code,
                                           const UTF16String& clipPath, const Guid& asset,
                                           tempora::TickTime startTime, const UTF16String& thumbPath,
@@ -72,6 +84,7 @@ public:
                                   const TransferResultList& results) = 0;
     virtual void OnRenameStatus(const Guid& task, const Guid& message, ResultCode code,
                                 const TransferResultList& results) = 0;
+    /// The sign of the code counts.
     virtual void OnGetMediaPropertyInfoStatus(const Guid& task, const Guid& message, ResultCode code,
                                               const AC::MediaPropertyInfo& info) = 0;
     virtual void OnGetTargetBinPath(const Guid& task, const Guid& message) = 0;
@@ -79,7 +92,7 @@ public:
                                       const ActionResultList& results) = 0;
 };
 
-/// How many callbacks the interface has; each connector has a row for every one.
+/// How many callbacks the interface has. Each connector has a row for every one.
 constexpr int kCallbackCount = 29;
 
 }  // namespace Ridge
