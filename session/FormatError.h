@@ -5,8 +5,8 @@
 
 namespace Session {
 
-/// A line, a record or a value is not what the format says. The text never repeats a value: it may be a
-/// secret.
+/// A line, a record or a value is not what the format says. The text repeats names, never a value that could
+/// be a secret.
 class FormatError : public std::runtime_error
 {
 public:

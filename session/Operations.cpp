@@ -158,7 +158,7 @@ constexpr Operation kDispatcherOperations[] = {
     DispatcherRow<&Dispatcher::ApplyTagTemplate>("ApplyTagTemplate", "task", "message", "templates",
                                                  "option"),
 };
-static_assert(std::size(kDispatcherOperations) == 22);
+static_assert(std::size(kDispatcherOperations) == ALD::kOperationCount);
 
 constexpr Operation kHostOperations[] = {
     HostCallRow("PlexaManager::AddTandemEventListener", "type", "callback"),

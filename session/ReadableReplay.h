@@ -23,6 +23,7 @@ public:
     void OnInput(const Line& line, const Json& json, const BoundCall& input) override;
     void OnEffect(const OrderedJson& effect) override;
     void OnEnd() override { EndRun(); }
+    void OnBadLine() override { EndRun(); }
     bool IsDone() const override { return !mOutput; }
 
 private:

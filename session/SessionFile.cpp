@@ -98,6 +98,7 @@ void PlaySession(std::istream& file, Style style, Observer& observer)
         try {
             PlayLine(line, player, observer);
         } catch (const FormatError& error) {
+            observer.OnBadLine();
             throw SessionError(line.number, error.what());
         }
     }

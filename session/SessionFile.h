@@ -55,6 +55,9 @@ public:
     /// The file was played to its end.
     virtual void OnEnd() {}
 
+    /// A bad line ends the session here.
+    virtual void OnBadLine() {}
+
     /// Asked after each of these calls; true ends the session.
     virtual bool IsDone() const { return false; }
 };

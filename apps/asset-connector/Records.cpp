@@ -30,6 +30,8 @@ Status Try(const std::string& what, Action action)
     try {
         action();
         return kDone;
+    } catch (const std::bad_alloc&) {
+        throw;  // says nothing about the text
     } catch (const std::exception& exception) {
         Complain(what + ": " + exception.what());
     } catch (const xercesc::DOMException& exception) {

@@ -3,12 +3,14 @@
 
 #include <CLI/CLI.hpp>
 #include <boost/function.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <poll.h>
 #include <unistd.h>
 
@@ -87,6 +89,12 @@ public:
         try {
             const XMLPlatform platform;
             return Flush(mRun());
+        } catch (const xercesc::OutOfMemoryException&) {  // not a std::exception
+            Complain("not enough memory");
+            return kBad;
+        } catch (const std::bad_alloc&) {
+            Complain("not enough memory");
+            return kBad;
         } catch (const std::exception& exception) {
             Complain(exception.what());
             return kBad;

@@ -17,11 +17,6 @@ using namespace Vocabulary;
 using Ridge::AssetItem;
 using Ridge::AssetItemList;
 
-tempora::TickTime TimeOrInvalid(const ElementReader& reader, Name child, tempora::FrameRate rate)
-{
-    return reader.ChildTime(child, rate).value_or(tempora::kTime_Invalid);
-}
-
 /// Reads an item's own values. Not inlined into the recursion below, whose frames must stay small: a text
 /// may nest items some 2,000 deep, and a thread of the host may have 1 MiB of stack.
 [[gnu::noinline]] boost::shared_ptr<AssetItem> ReadAssetItem(const DOMElement* item)
@@ -34,8 +29,8 @@ tempora::TickTime TimeOrInvalid(const ElementReader& reader, Name child, tempora
         ClipTypeFromName(reader.ChildText(kType)), reader.ChildAttribute(kFilePath, kPath),
         GuidOf(reader.ChildAttribute(kAssetID, kID)), GuidOf(reader.ChildAttribute(kParentAssetID, kID)),
         GuidOf(reader.ChildAttribute(kMediaInfoID, kID)), reader.ChildText(kItemName), std::move(metadata),
-        TimeOrInvalid(reader, kStartTime, rate), TimeOrInvalid(reader, kItemDuration, rate),
-        TimeOrInvalid(reader, kCustomInPoint, rate), TimeOrInvalid(reader, kCustomOutPoint, rate),
+        reader.ItemTime(kStartTime, rate), reader.ItemTime(kItemDuration, rate),
+        reader.ItemTime(kCustomInPoint, rate), reader.ItemTime(kCustomOutPoint, rate),
         GuidOf(reader.ChildAttribute(kClipItemID, kID)), GuidOf(reader.ChildAttribute(kMarkerID, kID)),
         reader.ChildAttribute(kRelativePath, kPath), UTF16String());
 }

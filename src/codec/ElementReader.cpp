@@ -111,12 +111,6 @@ void ElementReader::GetChildInt(Name child, std::int32_t& target) const
         target = ferrite::utility::ParseInt32(value);
 }
 
-void ElementReader::GetChildInt64(Name child, std::int64_t& target) const
-{
-    if (const XMLCh* const value = ChildValue(child))
-        target = ferrite::utility::ParseInt64(value);
-}
-
 void ElementReader::GetChildBool(Name child, bool& target) const
 {
     if (const XMLCh* const value = ChildValue(child))

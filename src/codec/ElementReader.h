@@ -83,7 +83,6 @@ public:
 
     /// These leave the target as it is when there is no such child or value.
     void GetChildInt(Name child, std::int32_t& target) const;
-    void GetChildInt64(Name child, std::int64_t& target) const;
     void GetChildBool(Name child, bool& target) const;
 
     /// The target is true for a child with the value "true", else false.
@@ -104,6 +103,12 @@ public:
     /// \return The time that the child gives as frames of the rate; nothing when it is missing or has no
     ///         value.
     std::optional<tempora::TickTime> ChildTime(Name child, tempora::FrameRate rate) const;
+
+    /// \return The same for an item: kTime_Invalid in place of nothing.
+    tempora::TickTime ItemTime(Name child, tempora::FrameRate rate) const
+    {
+        return ChildTime(child, rate).value_or(tempora::kTime_Invalid);
+    }
 
 private:
     const XMLCh* ChildValue(Name child) const { return ValueOf(FindChildElement(child)); }

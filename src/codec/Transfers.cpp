@@ -47,8 +47,8 @@ boost::shared_ptr<Item> ReadConversionItem(const ElementReader& reader)
     auto item = boost::make_shared<Item>();
     item->filePath = reader.ChildAttribute(kFilePath, kPath);
     item->frameRate = reader.Multiplier();
-    item->startTime = reader.ChildTime(kStartTime, item->frameRate).value_or(tempora::kTime_Invalid);
-    item->duration = reader.ChildTime(kItemDuration, item->frameRate).value_or(tempora::kTime_Invalid);
+    item->startTime = reader.ItemTime(kStartTime, item->frameRate);
+    item->duration = reader.ItemTime(kItemDuration, item->frameRate);
     return item;
 }
 

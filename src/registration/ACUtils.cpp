@@ -11,6 +11,7 @@
 #include <boost/make_shared.hpp>
 
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -35,7 +36,7 @@ public:
 
     void Complete(AssetItem& item)
     {
-        if (mByGuid.count(item.GetAssetMediaInfoGUID()) != 0)
+        if (mGuids.count(item.GetAssetMediaInfoGUID()) != 0)
             return;
         const auto known = mByPath.find(item.GetMediaPath());
         if (known != mByPath.end())
@@ -45,11 +46,11 @@ public:
     }
 
 private:
-    /// The first info of a path or GUID stays.
+    /// The first info of a path stays.
     void Index(const boost::shared_ptr<AssetMediaInfo>& info)
     {
         mByPath.emplace(info->GetMediaPath(), info);
-        mByGuid.emplace(info->GetAssetMediaInfoGUID(), info);
+        mGuids.insert(info->GetAssetMediaInfoGUID());
     }
 
     void CreateFor(const AssetItem& item)
@@ -78,7 +79,7 @@ private:
     bool mMasterFlag;
     bool mRoughCutFlag;
     std::map<UTF16String, boost::shared_ptr<AssetMediaInfo>> mByPath;
-    std::map<ferrite::utility::Guid, boost::shared_ptr<AssetMediaInfo>> mByGuid;
+    std::set<ferrite::utility::Guid> mGuids;
 };
 
 /// \return The items and their direct sub-items, each item before its own; null entries left out.

@@ -19,6 +19,9 @@ using Encoder = HostTest;
 
 TEST_F(Decoder, RefusesHostileTexts)
 {
+    std::string names;
+    for (int i = 0; i < 50000; ++i)
+        names += "<n" + std::to_string(i) + "/>";
     const std::string bomb =
         "<!DOCTYPE a [<!ENTITY x \"xxxxxxxxxx\"><!ENTITY y \"&x;&x;&x;&x;&x;&x;&x;&x;\">]>";
     struct
@@ -45,6 +48,7 @@ TEST_F(Decoder, RefusesHostileTexts)
         {"bare ampersand", "<a><result>a & b</result></a>"},
         {"doubled attribute", "<a><host ID=\"1\" ID=\"2\"/></a>"},
         {"4,097 levels", Repeated("<a>", 4097) + Repeated("</a>", 4097)},
+        {"50,001 names", "<a>" + names + "</a>"},
         {"a million levels", Repeated("<a>", 1000000)},
     };
     for (const auto& row : rows) {

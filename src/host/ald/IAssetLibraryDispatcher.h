@@ -106,4 +106,7 @@ public:
                                   const Ridge::TagTemplateInfoList& infos, std::int32_t option) = 0;
 };
 
+/// How many operations the interface has.
+constexpr int kOperationCount = 22;
+
 }  // namespace ALD

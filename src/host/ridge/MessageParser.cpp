@@ -52,6 +52,7 @@ xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
         content.remove_prefix(1);
     mRun.clear();
     mDepth = 0;
+    mNames.clear();
     mError = {};
     // Behind the root the scanner takes a zero for the end of the text.
     if (const std::size_t zero = content.find(u'\0'); zero != std::u16string_view::npos) {
@@ -86,6 +87,16 @@ void MessageParser::docCharacters(const XMLCh* chars, XMLSize_t length, bool cda
     XercesDOMParser::docCharacters(chars, length, true);
 }
 
+void MessageParser::CountName(const XMLCh* name)
+{
+    const std::u16string_view text(name);
+    if (mNames.find(text) != mNames.end())
+        return;
+    if (mNames.size() == kMostNames)
+        Refuse(u"there are too many different names");
+    mNames.emplace(text);
+}
+
 void MessageParser::EndRun()
 {
     if (mRun.empty())
@@ -104,6 +115,9 @@ void MessageParser::startElement(const xercesc::XMLElementDecl& declaration, uns
     EndRun();
     if (mDepth == kDeepestElement)
         Refuse(u"elements are nested too deeply");
+    CountName(declaration.getFullName());
+    for (XMLSize_t i = 0; i < attributeCount; ++i)
+        CountName(attributes.elementAt(i)->getName());
     if (!isEmpty)
         ++mDepth;
     XercesDOMParser::startElement(declaration, uriID, prefix, attributes, attributeCount, isEmpty, isRoot);

@@ -6,6 +6,8 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include <cstddef>
+#include <functional>
+#include <set>
 
 namespace Ridge {
 
@@ -31,6 +33,10 @@ class AC_API MessageParser final : public xercesc::XercesDOMParser
 public:
     /// How deep elements may nest; the root has depth 1.
     static constexpr std::size_t kDeepestElement = 4096;
+
+    /// How many different names of elements and attributes a text may hold: the DOM's pool of names takes
+    /// quadratic time beyond.
+    static constexpr std::size_t kMostNames = 50000;
 
     MessageParser();
     ~MessageParser() override;
@@ -59,6 +65,9 @@ private:
                const XMLCh* text, const XMLCh* systemID, const XMLCh* publicID, XMLFileLoc line,
                XMLFileLoc column) override;
 
+    /// Notes a name. Refuses the text when there are too many.
+    void CountName(const XMLCh* name);
+
     /// Hands the collected run of character data on.
     void EndRun();
 
@@ -66,6 +75,7 @@ private:
 
     UTF16String mRun;
     std::size_t mDepth = 0;
+    std::set<UTF16String, std::less<>> mNames;
     ParseError mError;
 };
 
