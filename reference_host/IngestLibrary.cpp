@@ -104,7 +104,7 @@ UTF16String IngestLibrary::CreateCustomMetadataStr(const Ridge::CustomMetadata& 
     for (const auto& space : block.namespaces)
         if (space != nullptr)
             for (const auto& [name, value] : space->properties)
-                text += space->prefix + u':' + name + u'=' + value + u'\n';
+                text.append(space->prefix).append(u":").append(name).append(u"=").append(value).append(u"\n");
     return text;
 }
 
