@@ -52,7 +52,8 @@ xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
         content.remove_prefix(1);
     mRun.clear();
     mDepth = 0;
-    mNames.clear();
+    mElementNames.clear();
+    mAttributeNames.clear();
     mError = {};
     // Behind the root the scanner takes a zero for the end of the text.
     if (const std::size_t zero = content.find(u'\0'); zero != std::u16string_view::npos) {
@@ -87,14 +88,25 @@ void MessageParser::docCharacters(const XMLCh* chars, XMLSize_t length, bool cda
     XercesDOMParser::docCharacters(chars, length, true);
 }
 
-void MessageParser::CountName(const XMLCh* name)
+void MessageParser::CountElement(const xercesc::XMLElementDecl& declaration)
+{
+    if (mElementNames.insert(&declaration).second)
+        RefuseTooManyNames();
+}
+
+void MessageParser::CountAttribute(const XMLCh* name)
 {
     const std::u16string_view text(name);
-    if (mNames.find(text) != mNames.end())
+    if (mAttributeNames.find(text) != mAttributeNames.end())
         return;
-    if (mNames.size() == kMostNames)
+    mAttributeNames.emplace(text);
+    RefuseTooManyNames();
+}
+
+void MessageParser::RefuseTooManyNames()
+{
+    if (mElementNames.size() + mAttributeNames.size() > kMostNames)
         Refuse(u"there are too many different names");
-    mNames.emplace(text);
 }
 
 void MessageParser::EndRun()
@@ -115,9 +127,9 @@ void MessageParser::startElement(const xercesc::XMLElementDecl& declaration, uns
     EndRun();
     if (mDepth == kDeepestElement)
         Refuse(u"elements are nested too deeply");
-    CountName(declaration.getFullName());
+    CountElement(declaration);
     for (XMLSize_t i = 0; i < attributeCount; ++i)
-        CountName(attributes.elementAt(i)->getName());
+        CountAttribute(attributes.elementAt(i)->getName());
     if (!isEmpty)
         ++mDepth;
     XercesDOMParser::startElement(declaration, uriID, prefix, attributes, attributeCount, isEmpty, isRoot);

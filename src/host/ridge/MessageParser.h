@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <set>
+#include <unordered_set>
 
 namespace Ridge {
 
@@ -65,8 +66,11 @@ private:
                const XMLCh* text, const XMLCh* systemID, const XMLCh* publicID, XMLFileLoc line,
                XMLFileLoc column) override;
 
-    /// Notes a name. Refuses the text when there are too many.
-    void CountName(const XMLCh* name);
+    /// Each notes a name. They refuse the text when there are too many. The scanner has one declaration for
+    /// each name of an element; attributes have nothing but their name.
+    void CountElement(const xercesc::XMLElementDecl& declaration);
+    void CountAttribute(const XMLCh* name);
+    void RefuseTooManyNames();
 
     /// Hands the collected run of character data on.
     void EndRun();
@@ -75,7 +79,8 @@ private:
 
     UTF16String mRun;
     std::size_t mDepth = 0;
-    std::set<UTF16String, std::less<>> mNames;
+    std::unordered_set<const xercesc::XMLElementDecl*> mElementNames;
+    std::set<UTF16String, std::less<>> mAttributeNames;
     ParseError mError;
 };
 
