@@ -28,7 +28,12 @@ Input::Input(const std::string& file) : mName(file), mStream(&mFile)
 
 std::string Input::ReadAll()
 {
-    std::string content{std::istreambuf_iterator<char>(*mStream), {}};
+    std::string content;
+    try {
+        content.assign(std::istreambuf_iterator<char>(*mStream), {});
+    } catch (const std::ios_base::failure&) {  // thrown by the buffer, past the stream
+        mStream->setstate(std::ios_base::badbit);
+    }
     RequireGood();
     if (content.compare(0, 3, "\xEF\xBB\xBF") == 0)
         content.erase(0, 3);

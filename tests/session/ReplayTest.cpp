@@ -77,7 +77,8 @@ TEST(ReplayTest, InputsAreEchoedAndTheRestIsSkipped)
 {
     const std::string echoed = " {\t\"create\":\"library\" }\r\n{\"release\": \"library\"}";
     EXPECT_EQ(Replay("\xEF\xBB\xBF# no\n\n \r\n" + echoed.substr(0, 25) +
-                     "{\"hostCall\": [1.5, {\"a\": 1, \"a\": 2}], \"odd\": 1}\n" + echoed.substr(25)),
+                     "{\"hostCall\": [1.5, {\"a\": 1, \"a\": 2}], \"odd\": 1}\n{\"deliver\": 1e999}\n" +
+                     echoed.substr(25)),
               echoed.substr(0, 25) + kSubscribed + echoed.substr(25) + "\n{\"destroyed\":\"library\"}\n");
 }
 
