@@ -18,21 +18,32 @@ struct Reserved
 constexpr std::array<Reserved, 5> kReserved{
     {{u'&', u"&amp;"}, {u'<', u"&lt;"}, {u'>', u"&gt;"}, {u'"', u"&quot;"}, {u'\'', u"&apos;"}}};
 
+/// \return The reference that stands for the unit, or an empty view.
+std::u16string_view ReferenceTo(char16_t unit)
+{
+    if (unit <= u'>')  // not so for letters
+        for (const Reserved& row : kReserved)
+            if (row.character == unit)
+                return row.reference;
+    return {};
+}
+
 }  // namespace
 
 void EncodeReservedCharacters(const UTF16String& input, UTF16String& output)
 {
-    UTF16String result;
-    result.reserve(input.size() + input.size() / 2);
+    std::size_t length = input.size();
+    for (const char16_t unit : input)
+        if (const std::u16string_view reference = ReferenceTo(unit); !reference.empty())
+            length += reference.size() - 1;
+    UTF16String result(length, u'\0');
+    auto out = result.begin();
     for (const char16_t unit : input) {
-        const auto* row = kReserved.end();
-        if (unit <= u'>')  // not so for letters
-            row = std::find_if(kReserved.begin(), kReserved.end(),
-                               [unit](const Reserved& r) { return r.character == unit; });
-        if (row == kReserved.end())
-            result.push_back(unit);
+        const std::u16string_view reference = ReferenceTo(unit);
+        if (reference.empty())
+            *out++ = unit;
         else
-            result.append(row->reference);
+            out = std::copy(reference.begin(), reference.end(), out);
     }
     output = std::move(result);
 }

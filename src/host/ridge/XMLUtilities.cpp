@@ -1,15 +1,19 @@
 #include "host/ridge/XMLUtilities.h"
 
+#include "host/ferrite/TextBuilder.h"
+
 #include <xercesc/util/XMLUni.hpp>
 
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Ridge::XMLUtilities {
 namespace {
 
+using ferrite::utility::TextBuilder;
 using xercesc::DOMNode;
 
 /// \return Whether the unit needs no look: neither one that is written as a reference, nor one that XML 1.0
@@ -60,36 +64,40 @@ std::u16string_view Replacement(char16_t previous, char16_t unit, char16_t next,
 }
 
 /// \param value Ends with a zero.
-void AppendEscaped(UTF16String& out, const XMLCh* value, bool inAttribute)
+void PutEscaped(TextBuilder& out, const XMLCh* value, bool inAttribute)
 {
     const XMLCh* done = value;
     const XMLCh* at = value;
-    for (;; ++at) {
-        if (IsPlain(*at))
-            continue;
+    while (true) {
+        while (IsPlain(*at))
+            ++at;
+        const std::u16string_view run(done, static_cast<std::size_t>(at - done));
         if (*at == 0)
-            break;
+            return out.Put(run);
         const char16_t previous = at == value ? u'\0' : at[-1];
         const std::u16string_view replacement = Replacement(previous, at[0], at[1], inAttribute);
+        ++at;
         if (replacement.empty())
             continue;
-        out.append(done, at).append(replacement);
-        done = at + 1;
+        out.Put(run);
+        out.Put(replacement);
+        done = at;
     }
-    out.append(done, at);
 }
 
-void AppendAttributes(UTF16String& out, const DOMNode* element)
+void PutAttributes(TextBuilder& out, const DOMNode* element)
 {
     const xercesc::DOMNamedNodeMap* const attributes = element->getAttributes();
     const XMLSize_t count = attributes->getLength();
     for (XMLSize_t i = 0; i < count; ++i) {
         const DOMNode* const attribute = attributes->item(i);
-        out.append(1, u' ').append(attribute->getNodeName()).append(u"=\"");
+        out.Put(u' ');
+        out.Put(attribute->getNodeName());
+        out.Put(u"=\"");
         // The value of the attribute itself costs a cast.
         for (const DOMNode* text = attribute->getFirstChild(); text != nullptr; text = text->getNextSibling())
-            AppendEscaped(out, text->getNodeValue(), true);
-        out.append(1, u'"');
+            PutEscaped(out, text->getNodeValue(), true);
+        out.Put(u'"');
     }
 }
 
@@ -108,20 +116,21 @@ bool IsEmpty(const DOMNode* element)
 }
 
 /// Writes what stands before the node's children. \return The first child to go on with, or null.
-const DOMNode* Open(UTF16String& out, const DOMNode* node)
+const DOMNode* Open(TextBuilder& out, const DOMNode* node)
 {
     if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
-        out.append(1, u'<').append(node->getNodeName());
-        AppendAttributes(out, node);
+        out.Put(u'<');
+        out.Put(node->getNodeName());
+        PutAttributes(out, node);
         if (IsEmpty(node)) {
-            out.append(u"/>");
+            out.Put(u"/>");
             return nullptr;
         }
-        out.append(1, u'>');
+        out.Put(u'>');
         return node->getFirstChild();
     }
     if (IsText(node))
-        AppendEscaped(out, node->getNodeValue(), false);
+        PutEscaped(out, node->getNodeValue(), false);
     return nullptr;
 }
 
@@ -152,7 +161,7 @@ xercesc::DOMDocument* CreateDomDocument()
 
 UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document)
 {
-    UTF16String out;
+    TextBuilder out;
     std::vector<const DOMNode*> open;  // a node's parent costs a cast
     const DOMNode* node = document->getFirstChild();
     while (node != nullptr) {
@@ -161,16 +170,17 @@ UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document)
             node = child;
             continue;
         }
-        while (node->getNextSibling() == nullptr) {
-            if (open.empty())
-                return out;
-            node = open.back();
+        const DOMNode* next = node->getNextSibling();
+        while (next == nullptr && !open.empty()) {
+            out.Put(u"</");
+            out.Put(open.back()->getNodeName());
+            out.Put(u'>');
+            next = open.back()->getNextSibling();
             open.pop_back();
-            out.append(u"</").append(node->getNodeName()).append(1, u'>');
         }
-        node = node->getNextSibling();
+        node = next;
     }
-    return out;
+    return std::move(out).Take();
 }
 
 }  // namespace Ridge::XMLUtilities

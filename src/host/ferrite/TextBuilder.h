@@ -1,0 +1,83 @@
+#pragma once
+
+#include "host/ferrite/UTF16String.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace ferrite::utility {
+
+/// A text under construction, in pieces that are put together once. A string that grows by doubling would
+/// touch twice as much memory, which for a large text is what costs most. Not for more than one thread.
+class TextBuilder
+{
+public:
+    /// \throws std::bad_alloc, as the next one does; what was put before stays.
+    void Put(char16_t unit)
+    {
+        if (mUsed == mSize)
+            Grow();
+        mUnits[mUsed++] = unit;
+    }
+
+    void Put(std::u16string_view text)
+    {
+        while (!text.empty()) {
+            if (mUsed == mSize)
+                Grow();
+            const std::size_t count = std::min(mSize - mUsed, text.size());
+            std::copy_n(text.begin(), count, mUnits.get() + mUsed);
+            mUsed += count;
+            text.remove_prefix(count);
+        }
+    }
+
+    /// \return The whole text. Nothing may be put afterwards.
+    UTF16String Take() &&
+    {
+        std::size_t length = mUsed;
+        for (const Piece& piece : mFull)
+            length += piece.size;
+        UTF16String text;
+        text.reserve(length);
+        for (Piece& piece : mFull) {
+            text.append(piece.units.get(), piece.size);
+            piece.units.reset();
+        }
+        text.append(mUnits.get(), mUsed);
+        return text;
+    }
+
+private:
+    using Units = std::unique_ptr<char16_t[]>;
+    struct Piece
+    {
+        Units units;
+        std::size_t size;
+    };
+
+    static constexpr std::size_t kFirstSize = 512;
+    static constexpr std::size_t kLargestSize = std::size_t{1} << 15U;
+
+    void Grow()
+    {
+        const std::size_t size = mSize == 0 ? kFirstSize : std::min(2 * mSize, kLargestSize);
+        Units units(new char16_t[size]);
+        if (mSize != 0)
+            mFull.push_back({std::move(mUnits), mSize});
+        mUnits = std::move(units);
+        mSize = size;
+        mUsed = 0;
+    }
+
+    std::vector<Piece> mFull;
+    Units mUnits;  // the piece that is being filled
+    std::size_t mSize = 0;
+    std::size_t mUsed = 0;
+};
+
+}  // namespace ferrite::utility
