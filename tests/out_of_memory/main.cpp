@@ -1,0 +1,207 @@
+// Memory runs out at each place in turn: in our own code, and inside the XML library. A program of its own,
+// since it replaces operator new.
+
+#include "codec/ACMessageDecoder.h"
+#include "codec/ACMessageEncoder.h"
+#include "connectors/EventCatalogue.h"
+#include "connectors/SendRoad.h"
+#include "host/kiln/Exceptions.h"
+#include "host/ridge/TandemEvents.h"
+#include "host/ridge/Utilities.h"
+#include "message/Comparison.h"
+#include "reference_host/ForwardingDispatcher.h"
+#include "session/ConnectorKinds.h"
+#include "session/ValueReader.h"
+#include "tests/support/HostTest.h"
+
+#include <xercesc/framework/MemoryManager.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <new>
+#include <sstream>
+
+namespace {
+
+/// How many more blocks there are, and how many are out. The tests run on one thread.
+struct Supply
+{
+    static constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
+
+    /// \return Null when there are none left.
+    void* Take(std::size_t size) noexcept
+    {
+        if (left == 0)
+            return nullptr;
+        if (left != kUnlimited)
+            --left;
+        ++live;
+        return std::malloc(size == 0 ? 1 : size);
+    }
+    void Return(void* memory) noexcept
+    {
+        if (memory != nullptr)
+            --live;
+        std::free(memory);
+    }
+
+    std::size_t left = kUnlimited;
+    std::ptrdiff_t live = 0;
+};
+
+Supply ours;  // of operator new
+Supply xmls;  // of the XML library's memory manager
+
+class XMLMemory : public xercesc::MemoryManager
+{
+public:
+    xercesc::MemoryManager* getExceptionMemoryManager() override { return this; }
+    void* allocate(XMLSize_t size) override
+    {
+        void* const memory = xmls.Take(size);
+        if (memory == nullptr)
+            throw xercesc::OutOfMemoryException();
+        return memory;
+    }
+    void deallocate(void* memory) override { xmls.Return(memory); }
+};
+
+}  // namespace
+
+// Not inlined: the compiler would take malloc and free for a mistake.
+[[gnu::noinline]] void* operator new(std::size_t size)
+{
+    void* const memory = ours.Take(size);
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    return memory;
+}
+
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+{
+    return ours.Take(size);
+}
+
+[[gnu::noinline]] void operator delete(void* memory) noexcept
+{
+    ours.Return(memory);
+}
+
+[[gnu::noinline]] void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
+{
+    ours.Return(memory);
+}
+
+[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept
+{
+    ours.Return(memory);
+}
+
+namespace {
+
+std::string Contents(const std::filesystem::path& path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+AC::ACMessage RecordOf(const std::filesystem::path& path)
+{
+    return Session::ValueReader::Read<AC::ACMessage>(Session::ParseJson(Contents(path)));
+}
+
+class OutOfMemory : public HostTest
+{
+protected:
+    /// Runs the action without a block of either supply, with one and so on, until it has enough.
+    template <class Action>
+    void Starve(Action action)
+    {
+        action();  // what stays from the first time on is no leak
+        host.GetStations().DropPosted();
+        for (Supply* const supply : {&ours, &xmls}) {
+            bool isEnough = false;
+            for (std::size_t blocks = 0; !isEnough; ++blocks) {
+                const std::ptrdiff_t before = ours.live;
+                const std::ptrdiff_t xmlBefore = xmls.live;
+                supply->left = blocks;
+                try {
+                    action();
+                    isEnough = true;
+                } catch (const std::bad_alloc&) {
+                } catch (const Kiln::NullInterfaceException&) {  // no connector was made
+                } catch (const xercesc::OutOfMemoryException&) {
+                }
+                supply->left = Supply::kUnlimited;
+                host.GetStations().DropPosted();
+                ASSERT_EQ(ours.live, before) << "with " << blocks << " blocks";
+                if (supply != &xmls) {  // the XML library itself is not so careful
+                    ASSERT_EQ(xmls.live, xmlBefore) << "with " << blocks << " blocks";
+                }
+            }
+        }
+    }
+};
+
+TEST_F(OutOfMemory, DecodersLeaveNothingBehind)
+{
+    for (const auto& file : std::filesystem::directory_iterator(TEST_DATA "/texts")) {
+        if (file.path().extension() != ".xml")
+            continue;
+        SCOPED_TRACE(file.path());
+        const UTF16String text = U(Contents(file.path()));
+        Starve([&text] {
+            AC::ACMessage record;
+            try {
+                AC::ACMessageDecoder::DecodeXMLString(text, record);
+            } catch (const xercesc::OutOfMemoryException&) {
+                EXPECT_TRUE(AC::Comparison::Same(record, AC::ACMessage()));
+                throw;
+            }
+        });
+    }
+}
+
+TEST_F(OutOfMemory, EncodersLeaveNothingBehind)
+{
+    for (const char* const name : {"everything", "partial", "nothing"}) {
+        const AC::ACMessage record = RecordOf(std::string(TEST_DATA "/records/") + name + ".json");
+        Starve([&record] { AC::EncodeDecodedNotification(record); });
+    }
+}
+
+TEST_F(OutOfMemory, ConnectorsLeaveNothingBehind)
+{
+    const AC::ACMessage record = RecordOf(TEST_DATA "/records/everything.json");
+    ReferenceHost::IdleDispatcher dispatcher;
+    for (const auto& kind : Session::kConnectorKinds) {
+        Starve([&] { kind.create(&dispatcher); });
+        const auto connector = kind.create(&dispatcher);
+        Starve([&] {
+            connector->OnSaveAsset({}, {}, record.assetMediaInfoList, record.assetItemList.front(), true);
+        });
+        for (const UTF16String& type :
+             {AC::kPlexaEventType_ReadXMPFromDisk, AC::kPlexaEventType_OpenIngestDlg}) {
+            const Ridge::TandemEvent event(type, U(Contents(TEST_DATA "/texts/assets.xml")));
+            Starve([&] { host.GetStations().BroadcastMessage(Ridge::GetPlexaStationID(), event); });
+        }
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    ::testing::InitGoogleTest(&argc, argv);
+    XMLMemory memory;
+    xercesc::XMLPlatformUtils::Initialize(xercesc::XMLUni::fgXercescDefaultLocale, nullptr, nullptr, &memory);
+    const int result = RUN_ALL_TESTS();
+    xercesc::XMLPlatformUtils::Terminate();
+    return result;
+}
