@@ -74,7 +74,7 @@ public:
 }  // namespace
 
 /// The XML library loses blocks of its own when memory runs out inside it. Ours are counted, too.
-extern "C" const char* __lsan_default_suppressions()
+extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions()
 {
     return "leak:libxerces-c";
 }
