@@ -17,6 +17,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <ostream>
 #include <stdexcept>
 #include <thread>
@@ -219,32 +220,60 @@ TEST_P(BothConnectors, RegisterEveryRequestWhenAsked)
     EXPECT_FALSE(isRegistered(AC::kPlexaEventType_RequestInitInfo));
 }
 
+/// How often connectors are made and dropped while other threads are busy with them.
+int Rounds()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    constexpr int kLong = 50000;
+#else
+    constexpr int kLong = 1000000;
+#endif
+    return std::getenv("ASSETCONNECTOR_LONG_TESTS") != nullptr ? kLong : 5000;
+}
+
 TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
 {
-    const UTF16String request = u"<a><allowExit>false</allowExit></a>";
+    std::mutex mutex;
+    Kiln::SharedReferenceBroker current = BrokerOf(Create());
+    std::atomic<int> used{0};
     std::atomic<bool> stop{false};
+    const std::function<void()> jobs[] = {
+        [&] { Raise(AC::kPlexaEventType_ExitApp, u"<a><allowExit>false</allowExit></a>"); },
+        [&] { host.GetStations().DeliverPosted(); },
+        [&] {
+            std::unique_lock<std::mutex> lock(mutex);
+            Kiln::SharedReferenceBroker broker = current;
+            lock.unlock();
+            if (const auto locked = broker.Lock()) {
+                const ConnectorRef counted = ConnectorRef::Retain(static_cast<Notifier*>(locked.Get()));
+                counted->OnIngestPaused({});
+                ++used;
+            }
+        },
+    };
     std::vector<std::thread> threads;
-    for (int i = 0; i < 2; ++i)
-        threads.emplace_back([&] {
-            while (!stop)
-                Raise(AC::kPlexaEventType_ExitApp, request);
+    for (const auto& job : jobs)
+        threads.emplace_back([&stop, &job] {
+            for (; !stop; std::this_thread::yield())
+                job();
         });
-    const int rounds = std::getenv("ASSETCONNECTOR_LONG_TESTS") != nullptr ? 5000 : 300;
-    for (int i = 0; i < rounds; ++i) {
+    for (int i = Rounds(); i > 0; --i) {
         ConnectorRef connector = Create();
-        const auto broker = BrokerOf(connector);
-        std::thread other([&broker] {
-            for (int k = 0; k < 20; ++k)
-                if (const auto locked = broker.Lock())
-                    static_cast<Notifier*>(locked.Get())->OnIngestPaused({});
-        });
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            current = BrokerOf(connector);
+        }
+        std::this_thread::yield();  // to those who would use it
         connector.Clear();
-        other.join();
-        EXPECT_FALSE(broker.Lock());
     }
     stop = true;
     for (std::thread& thread : threads)
         thread.join();
+    host.GetStations().DropPosted();
+    EXPECT_FALSE(current.Lock());
+    EXPECT_GT(dispatcher.calls, 0);
+    EXPECT_GT(used, 0);
+    EXPECT_EQ(host.GetMemory().LiveBlocks(), 0U);
 }
 
 TEST(ReferenceBroker, BindsOneObject)

@@ -1,7 +1,7 @@
 #include "message/Comparison.h"
 #include "session/ValueReader.h"
 #include "session/ValueWriter.h"
-#include "tests/session/FilledRecords.h"
+#include "tests/support/FilledRecords.h"
 #include "tests/support/HostTest.h"
 
 #include <gtest/gtest.h>
@@ -23,21 +23,25 @@ protected:
 
 TEST_F(ValuesTest, EveryMemberOfARecordComesBack)
 {
-    const auto message = Filler().Make<AC::ACMessage>();
-    const std::string text = writer.Write(message).dump();
-    const auto copy = ValueReader::Read<AC::ACMessage>(ParseJson(text));
-    EXPECT_EQ(writer.Write(copy).dump(), text);
+    for (std::uint32_t seed = 0; seed < 50; ++seed) {
+        SCOPED_TRACE(seed);
+        const auto message = Filler(seed).Make<AC::ACMessage>();
+        const std::string text = writer.Write(message).dump();
+        const auto copy = ValueReader::Read<AC::ACMessage>(ParseJson(text));
+        EXPECT_EQ(writer.Write(copy).dump(), text);
 
-    AC::Description::ForEachMember<AC::ACMessage>([&](const auto& row) {
-        using Value = std::decay_t<decltype(message.*row.member)>;
-        // Compared by the objects themselves, or masked on the way.
-        if constexpr (!std::is_same_v<Value, Kiln::InterfaceRef<KilnUnknown>> &&
-                      !std::is_same_v<Value, AC::MarkerInfoList> && !std::is_same_v<Value, AC::FtpSetting>) {
-            EXPECT_TRUE(AC::Comparison::Same(message.*row.member, copy.*row.member)) << row.name;
-        }
-    });
-    EXPECT_EQ(copy.ftpSetting.ftpPassword, u"***");
-    EXPECT_EQ(copy.ftpSetting.ftpPort, message.ftpSetting.ftpPort);
+        AC::Description::ForEachMember<AC::ACMessage>([&](const auto& row) {
+            using Value = std::decay_t<decltype(message.*row.member)>;
+            // Compared by the objects themselves, or masked on the way.
+            if constexpr (!std::is_same_v<Value, Kiln::InterfaceRef<KilnUnknown>> &&
+                          !std::is_same_v<Value, AC::MarkerInfoList> &&
+                          !std::is_same_v<Value, AC::FtpSetting>) {
+                EXPECT_TRUE(AC::Comparison::Same(message.*row.member, copy.*row.member)) << row.name;
+            }
+        });
+        EXPECT_EQ(copy.ftpSetting.ftpPassword, u"***");
+        EXPECT_EQ(copy.ftpSetting.ftpPort, message.ftpSetting.ftpPort);
+    }
 }
 
 TEST_F(ValuesTest, FormsOfValues)

@@ -1,0 +1,119 @@
+// Random records through the XML texts and back.
+
+#include "codec/ACMessageDecoder.h"
+#include "codec/ACMessageEncoder.h"
+#include "message/Comparison.h"
+#include "tests/support/FilledRecords.h"
+#include "tests/support/HostTest.h"
+
+#include <set>
+#include <string_view>
+
+namespace {
+
+using AC::ACMessage;
+
+/// The members that both directions know.
+const std::set<std::string_view> kBothWays = {
+    "header",
+    "assetMediaInfoList",
+    "assetItemList",
+    "filePath",
+    "taskItemID",
+    "batchID",
+    "errorInfo",
+    "fileContent",
+    "deleteOnDisk",
+    "result",
+    "mediaUseLocalFile",
+    "roughCutUseLocalFile",
+    "fileList",
+    "percentage",
+    "thumbnailRequest",
+    "allowExit",
+    "taskIDList",
+    "actionResultList",
+    "commandList",
+    "customMetadata",
+    "targetBin",
+    "mediaPropertyInfo",
+};
+
+/// Replaces what one direction cannot say.
+void Restrict(ACMessage& message, Filler& random)
+{
+    for (std::int32_t* const flag : {&message.mediaUseLocalFile, &message.deleteOnDisk, &message.allowExit})
+        *flag = static_cast<std::int32_t>(random.Below(2));
+    message.roughCutUseLocalFile = AC::kACMessage_False;  // else sub-items are not read
+    for (auto& info : message.assetMediaInfoList) {
+        Ridge::AssetMediaInfoValues values = AC::Comparison::ValuesOf(*info);
+        values.forceLoadFromLocalDisk = -1;
+        info = boost::make_shared<ReferenceHost::MediaInfo>(values);
+    }
+    for (UTF16String& path : message.fileList)
+        path = u"/media/" + path.substr(path.size() - 1);  // its own normal form
+    for (auto& result : message.actionResultList)
+        result->result = random.Below(2) == 0 ? 0 : Ridge::kFailure;
+    message.transferResultList.clear();  // shares an element
+    message.mediaPropertyInfo.frameRate = {tempora::kTicksPerSecond / 25};
+    message.mediaPropertyInfo.startTime.ticks = message.mediaPropertyInfo.frameRate.ticksPerFrame * 7;
+    message.mediaPropertyInfo.duration.ticks = message.mediaPropertyInfo.frameRate.ticksPerFrame * -8;
+}
+
+using RoundTrip = HostTest;
+
+TEST_F(RoundTrip, BringsBackWhatBothDirectionsKnow)
+{
+    for (std::uint32_t seed = 0; seed < 100; ++seed) {
+        SCOPED_TRACE(seed);
+        Filler random(seed, true);
+        auto message = random.Make<ACMessage>();
+        Restrict(message, random);
+        ACMessage copy;
+        ASSERT_TRUE(AC::ACMessageDecoder::DecodeXMLString(
+            AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot), copy));
+        std::size_t compared = 0;
+        AC::Description::ForEachMember<ACMessage>([&](const auto& row) {
+            if (kBothWays.count(row.name) == 0)
+                return;
+            ++compared;
+            EXPECT_TRUE(AC::Comparison::Same(message.*row.member, copy.*row.member)) << row.name;
+        });
+        EXPECT_EQ(compared, kBothWays.size());
+    }
+}
+
+TEST_F(RoundTrip, CarriesEveryUnitOrItsReplacement)
+{
+    std::mt19937 random(1);
+    const char16_t edges[] = {0,      1,      u'\t',  u'\n',  u'\r',  0x1F,   u' ',   u'<',   u'>',
+                              u'&',   u'"',   u'\'',  u']',   0x7F,   0x85,   0x2028, 0xD7FF, 0xD800,
+                              0xDBFF, 0xDC00, 0xDFFF, 0xE000, 0xFFFD, 0xFFFE, 0xFFFF};
+    for (int round = 0; round < 2000; ++round) {
+        UTF16String text = u"x";
+        for (auto length = random() % 40; length > 0; --length)
+            text += random() % 4 == 0 ? static_cast<char16_t>(random()) : edges[random() % std::size(edges)];
+        UTF16String expected = text;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const auto isAt = [&text](std::size_t at, unsigned kind) {
+                return at < text.size() && (text[at] & 0xFC00U) == kind;
+            };
+            const bool isLone =
+                (isAt(i, 0xD800) && !isAt(i + 1, 0xDC00)) || (isAt(i, 0xDC00) && !isAt(i - 1, 0xD800));
+            const bool isControl =
+                text[i] < 0x20 && UTF16String(u"\t\n\r").find(text[i]) == UTF16String::npos;
+            if (isLone || isControl || text[i] >= 0xFFFE)
+                expected[i] = 0xFFFD;
+        }
+        ACMessage message;
+        message.result = text;
+        message.targetBin = text;
+        ACMessage copy;
+        ASSERT_TRUE(AC::ACMessageDecoder::DecodeXMLString(
+            AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot), copy));
+        EXPECT_EQ(copy.result, expected);
+        EXPECT_EQ(copy.targetBin, expected);
+    }
+}
+
+}  // namespace
