@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <limits>
 #include <new>
 #include <sstream>
@@ -125,6 +126,8 @@ AC::ACMessage RecordOf(const std::filesystem::path& path)
 class OutOfMemory : public HostTest
 {
 protected:
+    ~OutOfMemory() override { std::cerr << "memory ran out " << failures << " times\n"; }
+
     /// Runs the action without a block of either supply, with one and so on, until it has enough.
     template <class Action>
     void Starve(Action action)
@@ -147,12 +150,15 @@ protected:
                 supply->left = Supply::kUnlimited;
                 host.GetStations().DropPosted();
                 ASSERT_EQ(ours.live, before) << "with " << blocks << " blocks";
+                failures += isEnough ? 0 : 1;
                 if (supply != &xmls) {  // the XML library itself is not so careful
                     ASSERT_EQ(xmls.live, xmlBefore) << "with " << blocks << " blocks";
                 }
             }
         }
     }
+
+    int failures = 0;
 };
 
 TEST_F(OutOfMemory, DecodersLeaveNothingBehind)
