@@ -10,7 +10,8 @@ namespace AC::ACMessageEncoder {
 /// \param rootName The root element, kNotificationRoot for every notification.
 /// \return The text, without declaration and indentation.
 /// \throws xercesc::DOMException for a root or a custom metadata property whose name is not an XML name;
-///         std::logic_error without an installed host; what the host throws.
+///         xercesc::OutOfMemoryException, std::bad_alloc; std::logic_error without an installed host; what
+///         the host throws.
 /// Any thread; the record and what it shares are only read. The XML platform is initialised by the host.
 AC_API UTF16String EncoderACMessage(const ACMessage& message, const UTF16String& rootName);
 

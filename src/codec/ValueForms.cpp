@@ -1,7 +1,6 @@
 #include "codec/ValueForms.h"
 
 #include "host/ferrite/DecimalNumbers.h"
-#include "host/ferrite/Unicode.h"
 
 #include <algorithm>
 #include <array>

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// How values are spelled in texts. All of them are pure and total.
+/// How values are spelled in texts. All of them are pure; what is not noexcept throws std::bad_alloc alone.
 namespace AC {
 
 /// \return Whether both are equal once A to Z are folded to a to z; nothing else is folded.

@@ -14,8 +14,9 @@ public:
     static constexpr ferrite::utility::Guid kInterfaceID{0x05CB16FD091F4D0C, 0x9B7397E030715A93};
 
     /// Replaces the dispatcher, for requests that arrive from now on. Any thread.
-    /// \param dispatcher The host's, which keeps it alive; null: requests are not forwarded any more, what
-    ///                   the connector answers itself still goes out.
+    /// \param dispatcher The host's, which keeps it alive, and the one that it replaces, as
+    ///                   IAssetLibraryDispatcher says; null: requests are not forwarded any more, what the
+    ///                   connector answers itself still goes out.
     virtual void SetDispatcher(ALD::IAssetLibraryDispatcher* dispatcher) = 0;
 };
 

@@ -39,7 +39,7 @@ private:
 };
 
 /// Makes the library panel's connector, subscribed to the panel services station.
-/// \param dispatcher The host's, which keeps it alive as long as the connector lives; null: nothing is
+/// \param dispatcher The host's, which keeps it alive as IAssetLibraryDispatcher says; null: nothing is
 ///                   forwarded until SetDispatcher.
 /// \return A counted reference; the last one destroys the connector.
 /// \throws Kiln::NullInterfaceException without memory for the connector, std::bad_alloc without memory for

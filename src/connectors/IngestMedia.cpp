@@ -12,14 +12,14 @@
 namespace AC {
 namespace {
 
+// clang-format off
 constexpr char16_t kSourceFailure[] =
-    u"$$$/Brisel/SRLibrarySupport/IngestMediaSrcFail=Ingestion of @0 failed. Either the path is non-existent "
-    u"or "
-    u"it is a directory";
+    u"$$$/Brisel/SRLibrarySupport/IngestMediaSrcFail="
+    u"Ingestion of @0 failed. Either the path is non-existent or it is a directory";
 constexpr char16_t kDestinationFailure[] =
-    u"$$$/Brisel/SRLibrarySupport/IngestMediaDstFail=Copy to @0 failed. Either the path is non-existent or "
-    u"it is "
-    u"not a directory";
+    u"$$$/Brisel/SRLibrarySupport/IngestMediaDstFail="
+    u"Copy to @0 failed. Either the path is non-existent or it is not a directory";
+// clang-format on
 
 /// \return Whether the request asks for copies of what it ingests.
 bool IsCopy(const IngestMediaSettings& settings)

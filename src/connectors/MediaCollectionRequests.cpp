@@ -5,7 +5,6 @@
 #include "connectors/SendRoad.h"
 #include "connectors/StationMessages.h"
 #include "host/kiln/StationUtils.h"
-#include "host/kiln/Strings.h"
 #include "host/loft/Utilities.h"
 #include "host/ridge/AssetMediaInfo.h"
 #include "host/ridge/SRProject.h"
@@ -75,7 +74,7 @@ bool ReadFromDisk(const AssetMediaInfo& sent, ACMessage& reply)
 {
     if (!IsMasterOrSubClip(sent))
         return false;
-    const auto holder = boost::make_shared<std::string>(Kiln::MakeStdString(UTF16String()));
+    const auto holder = boost::make_shared<std::string>();
     UTF16String scratch;
     if (Ridge::SRLibrarySupport::ReadXMPFromCache(sent.GetMediaPath(), holder, scratch) < 0)
         return false;

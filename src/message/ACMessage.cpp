@@ -1,8 +1,5 @@
 #include "message/ACMessage.h"
 
-#include "host/ridge/AssetItem.h"
-#include "host/ridge/AssetMediaInfo.h"
-
 namespace AC {
 
 void ACMessageHeader::Set(const ferrite::utility::Guid& inTaskID, const ferrite::utility::Guid& inMsgID,

@@ -2,7 +2,9 @@
 
 #include "message/Description.h"
 
-#include <iterator>
+#include <string>
+#include <type_traits>
+#include <utility>
 
 /// Equality of records by their description: values by value, items of lists by what they hold, counted
 /// references by the object they name. Media infos are compared through their getters.

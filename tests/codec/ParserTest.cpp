@@ -56,6 +56,7 @@ TEST_F(Decoder, RefusesHostileTexts)
         {"bare ampersand", "<a><result>a & b</result></a>"},
         {"doubled attribute", "<a><host ID=\"1\" ID=\"2\"/></a>"},
         {"4,097 levels", Repeated("<a>", 4097) + Repeated("</a>", 4097)},
+        {"4,097 levels beside empty elements", Repeated("<a><b/><b/>", 4097) + Repeated("</a>", 4097)},
         {"50,001 names", "<a>" + names + "</a>"},
         {"a million levels", Repeated("<a>", 1000000)},
     };
@@ -141,7 +142,11 @@ TEST_F(Decoder, TellsWhereATextIsWrong)
         {u"<!DOCTYPE a><a/>", 1, 13, u"DOCTYPE"},
         {u"<?xml version='1.2'?><a/>", 1, 22, u"version"},
         {u"<a>\n\n" + UTF16String(1, u'\0') + u"</a>", 3, 1, u"zero"},
-        {u"<a><ftpSetting ftpPassword='&secret;'/></a>", 1, 37, u"five named ones"},
+        {u"<a>&nbsp;</a>", 1, 10, u"'nbsp'"},
+        {u"<a><ftpSetting ftpPassword='&secret;'/></a>", 1, 37, u"entity '***'"},
+        {u"<a><ftpSetting ftpPassword='a&secret'/></a>", 1, 37, u"'***'"},
+        {u"<a><ftpSetting ftpPassword='a' secret='b' secret=''/></a>", 1, 50, u"'***'"},
+        {u"<a><ftpSetting ftpPassword='a'/><secret/'/></a>", 1, 41, u"'***'"},
     };
     for (const auto& row : rows) {
         ACMessage message;

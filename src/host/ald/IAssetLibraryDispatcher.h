@@ -7,10 +7,12 @@
 namespace ALD {
 
 /// Carries out what panels ask for. Implemented by the host, which owns it and keeps it alive as long as a
-/// connector may call it; called on the thread that delivers the panel event, several at once. References
-/// are valid during the call only. The host answers later, through the callbacks of
-/// Ridge::IIngestLibraryNotifier, with the same task and message. What an operation throws travels to the
-/// host's messaging. The order of the operations crosses the binary boundary and must not change.
+/// connector has it and until every panel event that was raised before has been delivered, even if the
+/// connector was dropped or got another dispatcher meanwhile: a request under way still calls it. Called on
+/// the thread that delivers the panel event, several at once. References are valid during the call only. The
+/// host answers later, through the callbacks of Ridge::IIngestLibraryNotifier, with the same task and
+/// message. What an operation throws travels to the host's messaging. The order of the operations crosses the
+/// binary boundary and must not change.
 class IAssetLibraryDispatcher
 {
 public:

@@ -21,7 +21,7 @@ constexpr std::array<Reserved, 5> kReserved{
 /// \return The reference that stands for the unit, or an empty view.
 std::u16string_view ReferenceTo(char16_t unit)
 {
-    if (unit <= u'>')  // not so for letters
+    if (unit <= u'>')  // the last of them; most texts are letters
         for (const Reserved& row : kReserved)
             if (row.character == unit)
                 return row.reference;

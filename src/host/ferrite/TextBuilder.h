@@ -57,7 +57,7 @@ private:
     struct Piece
     {
         Units units;
-        std::size_t size;
+        std::size_t size = 0;
     };
 
     static constexpr std::size_t kFirstSize = 512;
@@ -68,7 +68,9 @@ private:
         const std::size_t size = mSize == 0 ? kFirstSize : std::min(2 * mSize, kLargestSize);
         Units units(new char16_t[size]);
         if (mSize != 0)
-            mFull.push_back({std::move(mUnits), mSize});
+            mFull.emplace_back();  // before the piece is moved: this may throw
+        if (mSize != 0)
+            mFull.back() = {std::move(mUnits), mSize};
         mUnits = std::move(units);
         mSize = size;
         mUsed = 0;

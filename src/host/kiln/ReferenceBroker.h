@@ -10,7 +10,8 @@
 namespace Kiln {
 
 /// Holds an object's reference count apart from the object, so that holders of a broker handle can tell
-/// whether the object still exists. All operations are safe on any thread.
+/// whether the object still exists. All operations are safe on any thread that holds a handle to the broker
+/// throughout the call.
 class AC_API ReferenceBroker
 {
 public:
@@ -32,8 +33,7 @@ public:
     /// The last release deletes the object, unless Lock takes a reference in between.
     void Release();
 
-    /// \return A counted reference while the object lives, else null: never revives an object whose last
-    ///         reference is gone.
+    /// \return A counted reference while the object lives, else null: never once the count is kDestroyed.
     InterfaceRef<KilnUnknown> Lock() noexcept;
 
     /// What the count becomes when the object goes, far from anything that AddRef could bring back.

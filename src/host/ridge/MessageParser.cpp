@@ -2,7 +2,6 @@
 
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
-#include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
@@ -24,6 +23,22 @@ ParseError PlaceOf(std::u16string_view text, std::size_t at, const char16_t* rea
     const std::u16string_view before = text.substr(0, at);
     const auto line = static_cast<std::size_t>(std::count(before.begin(), before.end(), u'\n')) + 1;
     return {line, at - before.rfind(u'\n'), reason};  // without a line feed rfind gives -1
+}
+
+/// \return The XML library's reason without what it quotes of the text.
+UTF16String WithoutQuotes(std::u16string_view reason)
+{
+    UTF16String masked;
+    bool isQuoted = false;
+    for (const char16_t unit : reason) {
+        if (unit == u'\'') {
+            isQuoted = !isQuoted;
+            masked += isQuoted ? u"'***'" : u"";
+        } else if (!isQuoted) {
+            masked += unit;
+        }
+    }
+    return masked;
 }
 
 }  // namespace
@@ -55,6 +70,15 @@ xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
     mElementNames.clear();
     mAttributeNames.clear();
     mError = {};
+    xercesc::DOMDocument* const document = ParseContent(content);
+    // Where a quote or an ampersand was not escaped, a piece of a password may pass for a name.
+    if (document == nullptr && content.find(u"ftpPassword") != std::u16string_view::npos)
+        mError.reason = WithoutQuotes(mError.reason);
+    return document;
+}
+
+xercesc::DOMDocument* MessageParser::ParseContent(std::u16string_view content)
+{
     // Behind the root the scanner takes a zero for the end of the text.
     if (const std::size_t zero = content.find(u'\0'); zero != std::u16string_view::npos) {
         mError = PlaceOf(content, zero, u"a zero character is not accepted");
@@ -130,8 +154,7 @@ void MessageParser::startElement(const xercesc::XMLElementDecl& declaration, uns
     CountElement(declaration);
     for (XMLSize_t i = 0; i < attributeCount; ++i)
         CountAttribute(attributes.elementAt(i)->getName());
-    if (!isEmpty)
-        ++mDepth;
+    ++mDepth;
     XercesDOMParser::startElement(declaration, uriID, prefix, attributes, attributeCount, isEmpty, isRoot);
 }
 
@@ -139,7 +162,6 @@ void MessageParser::endElement(const xercesc::XMLElementDecl& declaration, unsig
                                const XMLCh* prefix)
 {
     EndRun();
-    // The base class reports an empty element through this function, too, without having counted it.
     XercesDOMParser::endElement(declaration, uriID, isRoot, prefix);
     --mDepth;
 }
@@ -168,16 +190,14 @@ void MessageParser::XMLDecl(const XMLCh* version, const XMLCh* encoding, const X
     }
 }
 
-void MessageParser::error(unsigned int code, const XMLCh* /*domain*/,
+void MessageParser::error(unsigned int /*code*/, const XMLCh* /*domain*/,
                           xercesc::XMLErrorReporter::ErrTypes type, const XMLCh* text,
                           const XMLCh* /*systemID*/, const XMLCh* /*publicID*/, XMLFileLoc line,
                           XMLFileLoc column)
 {
     if (type == xercesc::XMLErrorReporter::ErrType_Warning || !mError.reason.empty())
         return;
-    // The library's own text would repeat the entity's name, which may be a piece of a password.
-    const bool isEntity = code == xercesc::XMLErrs::EntityNotFound;
-    mError = {line, column, isEntity ? u"an entity is not one of the five named ones" : text};
+    mError = {line, column, text};
 }
 
 }  // namespace Ridge

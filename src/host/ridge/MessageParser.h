@@ -47,10 +47,15 @@ public:
     /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
     xercesc::DOMDocument* Parse(const UTF16String& text);
 
-    /// \return What was wrong with the text, after Parse returned null.
+    /// \return What was wrong with the text, after Parse returned null. Quotes no piece of a text that may
+    /// hold
+    ///         an FTP password.
     const ParseError& Error() const noexcept { return mError; }
 
 private:
+    /// Parse behind the byte order mark.
+    xercesc::DOMDocument* ParseContent(std::u16string_view content);
+
     void docCharacters(const XMLCh* chars, XMLSize_t length, bool cdataSection) override;
     void docPI(const XMLCh* target, const XMLCh* data) override;
     void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, const XMLCh* prefix,

@@ -2,8 +2,6 @@
 
 #include "host/ferrite/TextBuilder.h"
 
-#include <xercesc/util/XMLUni.hpp>
-
 #include <cstddef>
 #include <cstdint>
 #include <string_view>

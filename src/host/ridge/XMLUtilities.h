@@ -14,7 +14,8 @@ namespace Ridge::XMLUtilities {
 /// Parses a text.
 /// \param document Receives the document, owned by the parser; unchanged on failure.
 /// \return false for a text that does not parse, including every text with a DOCTYPE, an entity other than
-///         the five named ones or elements nested beyond MessageParser::kDeepestElement.
+///         the five named ones, a zero character, elements nested beyond MessageParser::kDeepestElement or
+///         more different names than MessageParser::kMostNames.
 /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
 AC_API bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document);
 
@@ -28,7 +29,8 @@ AC_API xercesc::DOMDocument* CreateDomDocument();
 /// \return The document's text: no declaration, no indentation; an element without content as <a/>;
 ///         attributes in the DOM's order. A unit that XML 1.0 cannot carry becomes U+FFFD, so the text is
 ///         well-formed whatever the tree holds, and CR, and in attributes LF and TAB, become references,
-///         so that they survive the next parse. Does not recurse.
+///         so that they survive the next parse. CDATA sections are written as text; comments and processing
+///         instructions are left out. Does not recurse.
 AC_API UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document);
 
 }  // namespace Ridge::XMLUtilities
