@@ -25,6 +25,16 @@ need() {
 build_packages=(g++ cmake ninja-build libxerces-c-dev libboost-dev nlohmann-json3-dev libcli11-dev)
 test_packages=(libgtest-dev libgmock-dev)
 
+# say_at_first_step TEXT: says it once the build on standard input compiles or links something.
+say_at_first_step() {
+    local line said=false
+    while IFS= read -r line; do
+        case $line in
+            *' Building '* | *' Linking '*) $said || say "$1"; said=true ;;
+        esac
+    done
+}
+
 # build PRESET TARGET [OPTION...]: configures what is not configured with these options yet, and builds.
 # Silent when there is nothing to do; on failure shows what the build said.
 build() {
@@ -37,7 +47,6 @@ build() {
         (cd "$top" && cmake --preset "$preset" "$@") >"$log" 2>&1 || { cat "$log" >&2; fail "cmake failed"; }
         printf '%s' "$*" >"$dir/.options"
     fi
-    ninja -C "$dir" -n "$target" 2>/dev/null | grep -q 'no work to do' && return
-    say "building $preset"
-    ninja -C "$dir" "$target" >"$log" 2>&1 || { grep -v '^\[' "$log" | head -n 100 >&2; fail "the build failed; all of it: $log"; }
+    ninja -C "$dir" "$target" 2>&1 | tee "$log" | say_at_first_step "building $preset" ||
+        { grep -v '^\[' "$log" | head -n 100 >&2; fail "the build failed; all of it: $log"; }
 }

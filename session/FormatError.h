@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace Session {
 
@@ -10,7 +11,16 @@ namespace Session {
 class FormatError : public std::runtime_error
 {
 public:
-    using std::runtime_error::runtime_error;
+    /// \param text A zero in it, which would end it, becomes U+FFFD.
+    explicit FormatError(std::string text) : std::runtime_error(WithoutZeros(std::move(text))) {}
+
+private:
+    static std::string WithoutZeros(std::string text)
+    {
+        for (std::size_t zero = text.find('\0'); zero != std::string::npos; zero = text.find('\0', zero))
+            text.replace(zero, 1, "\uFFFD");
+        return text;
+    }
 };
 
 /// Runs the action; a FormatError that it throws comes out with the place in front.

@@ -36,7 +36,8 @@ public:
 class Builder : public Events
 {
 public:
-    explicit Builder(Json& root) : mRoot(root) {}
+    /// \param read How many bytes were read, which the parser keeps up to date.
+    Builder(Json& root, const std::size_t& read) : mRoot(root), mRead(read) {}
 
     bool null() { return Add(nullptr); }
     bool boolean(bool value) { return Add(value); }
@@ -46,7 +47,8 @@ public:
     {
         return Fail(text.find_first_of(".eE") == std::string::npos
                         ? "the integer is out of range"
-                        : "a number is written with a point or an exponent");
+                        : "a number is written with a point or an exponent",
+                    mRead - 1);  // what ends a number was read, too
     }
     bool string(std::string& value) { return Add(std::move(value)); }
 
@@ -55,7 +57,7 @@ public:
     {
         auto [member, isNew] = mOpen.back()->get_ref<Json::object_t&>().emplace(value, nullptr);
         mMember = &member->second;
-        return isNew || Fail("the key \"" + value + "\" is doubled");
+        return isNew || Fail("the key \"" + value + "\" is doubled", mRead);
     }
     bool end_object() { return Close(); }
     bool start_array(std::size_t /*size*/) { return Open(Json::array()); }
@@ -63,13 +65,12 @@ public:
 
     bool parse_error(std::size_t position, const std::string& /*token*/, const Json::exception& error)
     {
-        mPosition = position;
-        return Fail(Reason(error.what()));
+        return Fail(Reason(error.what()), position);
     }
 
     const std::string& Problem() const { return mProblem; }
 
-    /// \return Up to which byte the text was read; 0 when the problem is not one of syntax.
+    /// \return The byte of the problem, from 1.
     std::size_t Position() const { return mPosition; }
 
 private:
@@ -93,7 +94,7 @@ private:
     bool Open(Json value)
     {
         if (mOpen.size() == kDeepestJson)
-            return Fail("arrays and objects are nested too deeply");
+            return Fail("arrays and objects are nested too deeply", mRead);
         mOpen.push_back(Place(std::move(value)));
         return true;
     }
@@ -104,9 +105,10 @@ private:
         return true;
     }
 
-    bool Fail(std::string problem)
+    bool Fail(std::string problem, std::size_t position)
     {
         mProblem = std::move(problem);
+        mPosition = position;
         return false;
     }
 
@@ -120,10 +122,34 @@ private:
     }
 
     Json& mRoot;
+    const std::size_t& mRead;
     std::vector<Json*> mOpen;
     Json* mMember = nullptr;
     std::string mProblem;
     std::size_t mPosition = 0;
+};
+
+/// Reads a text and counts how far.
+struct CountingIterator
+{
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = const char&;
+
+    reference operator*() const { return *at; }
+    CountingIterator& operator++()
+    {
+        ++at;
+        ++*count;
+        return *this;
+    }
+    bool operator==(const CountingIterator& other) const { return at == other.at; }
+    bool operator!=(const CountingIterator& other) const { return at != other.at; }
+
+    const char* at;
+    std::size_t* count;
 };
 
 /// \return The place of a byte, counted from 1.
@@ -215,12 +241,12 @@ Json ParseJson(const std::string& text)
     if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
         throw FormatError("column 1: not JSON: a byte order mark");
     Json value;
-    Builder builder(value);
-    if (!Json::sax_parse(text, &builder))
-        throw FormatError(builder.Position() == 0
-                              ? builder.Problem()
-                              : PlaceOf(text, builder.Position()) + ": " + builder.Problem());
-    return value;
+    std::size_t read = 0;
+    Builder builder(value, read);
+    const char* const end = text.data() + text.size();
+    if (Json::sax_parse(CountingIterator{text.data(), &read}, CountingIterator{end, &read}, &builder))
+        return value;
+    throw FormatError(PlaceOf(text, builder.Position()) + ": " + builder.Problem());
 }
 
 bool HasKey(const std::string& text, bool (*accepts)(const std::string& key))

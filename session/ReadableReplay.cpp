@@ -3,6 +3,7 @@
 #include "session/ConnectorKinds.h"
 #include "session/NotificationText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Session {
@@ -43,8 +44,9 @@ void ReadableReplay::OnComment(const Line& line)
     EndRun();
     if (!std::exchange(mAfterComment, true))
         mOutline.EndLine();
-    const std::size_t begin = line.text.find_first_not_of("# \t\r");
-    mOutline.Put(Colour::kBold, begin == std::string::npos ? "" : line.text.substr(begin)).EndLine();
+    const std::size_t begin = std::min(line.text.find_first_not_of("# \t\r"), line.text.size());
+    const std::size_t end = line.text.find_last_not_of(" \t\r") + 1;
+    mOutline.Put(Colour::kBold, line.text.substr(begin, end - std::min(begin, end))).EndLine();
 }
 
 void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const BoundCall& input)

@@ -110,18 +110,26 @@ void ValueReader::Into(const Json& json, boost::shared_ptr<Ridge::AssetMediaInfo
 void ValueReader::Into(const Json& json, boost::shared_ptr<Ridge::AssetItem>& item)
 {
     std::vector<PendingSubItems> pending;
-    item = ReadItem(json, pending);
+    item = ReadItem(json, {}, pending);
     ReadSubItems(pending);
 }
 
 void ValueReader::Into(const Json& json, Ridge::AssetItemList& items)
 {
     std::vector<PendingSubItems> pending;
-    ForEachEntry(json, [&](const Json& entry) { items.push_back(ReadItem(entry, pending)); });
+    ReadItems(json, {}, items, pending);
     ReadSubItems(pending);
 }
 
-boost::shared_ptr<Ridge::AssetItem> ValueReader::ReadItem(const Json& json,
+void ValueReader::ReadItems(const Json& json, const std::string& place, Ridge::AssetItemList& items,
+                            std::vector<PendingSubItems>& pending)
+{
+    ForEachEntry(json, [&](const Json& entry) {
+        items.push_back(ReadItem(entry, place + IndexText(items.size()) + ": ", pending));
+    });
+}
+
+boost::shared_ptr<Ridge::AssetItem> ValueReader::ReadItem(const Json& json, const std::string& place,
                                                           std::vector<PendingSubItems>& pending)
 {
     if (json.is_null())
@@ -131,7 +139,7 @@ boost::shared_ptr<Ridge::AssetItem> ValueReader::ReadItem(const Json& json,
     auto item = boost::make_shared<Ridge::AssetItem>(std::move(values));
     const auto subItems = json.find(kSubItems.name);
     if (subItems != json.end())
-        pending.push_back({*subItems, *item});
+        pending.push_back({*subItems, *item, place + kSubItems.name});
     return item;
 }
 
@@ -141,9 +149,7 @@ void ValueReader::ReadSubItems(std::vector<PendingSubItems>& pending)
         const PendingSubItems next = pending.back();
         pending.pop_back();
         Ridge::AssetItemList subItems;
-        Within(kSubItems.name, [&] {
-            ForEachEntry(next.json, [&](const Json& entry) { subItems.push_back(ReadItem(entry, pending)); });
-        });
+        Within(next.place, [&] { ReadItems(next.json, next.place + ": ", subItems, pending); });
         next.item.SetSubAssetItemList(std::move(subItems));
     }
 }

@@ -73,8 +73,11 @@ private:
     {
         const Json& json;
         Ridge::AssetItem& item;
+        std::string place;  ///< Of the list, from the outermost one.
     };
-    static boost::shared_ptr<Ridge::AssetItem> ReadItem(const Json& json,
+    static void ReadItems(const Json& json, const std::string& place, Ridge::AssetItemList& items,
+                          std::vector<PendingSubItems>& pending);
+    static boost::shared_ptr<Ridge::AssetItem> ReadItem(const Json& json, const std::string& place,
                                                         std::vector<PendingSubItems>& pending);
     static void ReadSubItems(std::vector<PendingSubItems>& pending);
 

@@ -13,7 +13,7 @@ namespace AssetConnector {
 
 Input::Input(const std::string& file) : mName(file), mStream(&mFile)
 {
-    if (file.empty() || file == "-") {
+    if (file == "-") {
         mName = "standard input";
         mStream = &std::cin;
         return;
@@ -23,7 +23,7 @@ Input::Input(const std::string& file) : mName(file), mStream(&mFile)
         throw std::runtime_error(file + ": is a directory");
     mFile.open(file, std::ios::binary);
     if (!mFile)
-        throw std::runtime_error(file + ": " + std::strerror(errno));
+        throw std::runtime_error((file.empty() ? "\"\"" : file) + ": " + std::strerror(errno));
 }
 
 std::string Input::ReadAll()

@@ -10,7 +10,7 @@ namespace AssetConnector {
 class Input
 {
 public:
-    /// \param file Empty or "-": standard input.
+    /// \param file "-": standard input.
     /// \throws std::runtime_error when it cannot be opened.
     explicit Input(const std::string& file);
 

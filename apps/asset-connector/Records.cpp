@@ -8,8 +8,10 @@
 #include "session/ValueReader.h"
 
 #include <xercesc/dom/DOMException.hpp>
+#include <xercesc/util/XMLChar.hpp>
 
 #include <exception>
+#include <stdexcept>
 
 namespace AssetConnector {
 namespace {
@@ -23,6 +25,17 @@ struct FreshHost
     Session::SimulatedHost host{recorder};
 };
 
+/// \return What the encoder could not write: names of custom metadata properties become names of elements.
+std::string BadName(const AC::ACMessage& message)
+{
+    for (const auto& metadata : message.customMetadata.minimumMetadata.namespaces)
+        if (metadata)
+            for (const auto& [name, value] : metadata->properties)
+                if (!xercesc::XMLChar1_0::isValidName(name.data(), name.size()))
+                    return "the property name \"" + UTF16to8(name) + "\" is no name of an element";
+    return "a name is not one";
+}
+
 /// Runs the action. \return kDone, or kFailed with a complaint when it throws.
 template <class Action>
 Status Try(const std::string& what, Action action)
@@ -34,8 +47,6 @@ Status Try(const std::string& what, Action action)
         throw;  // says nothing about the text
     } catch (const std::exception& exception) {
         Complain(what + ": " + exception.what());
-    } catch (const xercesc::DOMException& exception) {
-        Complain(what + ": " + UTF16to8(exception.getMessage()));
     }
     return kFailed;
 }
@@ -70,7 +81,12 @@ Status Encode(const std::string& file, bool decoded, std::ostream& output)
         return kBad;
     }
     return Try(input.Name() + ": the record cannot be encoded", [&] {
-        UTF16String xml = AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot);
+        UTF16String xml;
+        try {
+            xml = AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot);
+        } catch (const xercesc::DOMException&) {
+            throw std::runtime_error(BadName(message));
+        }
         if (decoded)
             ferrite::xml::utils::DecodeReservedCharacters(xml, xml);
         output << UTF16to8(xml) << '\n';

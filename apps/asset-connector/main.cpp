@@ -82,7 +82,8 @@ public:
             mApp.exit(help);
             return Flush(kDone);
         } catch (const CLI::Error& error) {
-            Complain(std::string(error.what()) +
+            const bool isUnknown = count > 1 && *arguments[1] != '-' && mApp.get_subcommands().empty();
+            Complain((isUnknown ? std::string("unknown command \"") + arguments[1] + '"' : error.what()) +
                      "; usage: asset-connector decode|encode|replay|events [OPTIONS] [FILE]");
             return kBad;
         }
@@ -123,7 +124,7 @@ private:
 
     CLI::App mApp{"Decodes, encodes and plays the messages between HTML panels and a video host",
                   "asset-connector"};
-    std::string mFile;
+    std::string mFile = "-";
     bool mDecoded = false;
     bool mReadable = false;
     bool mCheck = false;

@@ -87,10 +87,10 @@ TEST_F(ValuesTest, BadRecordsAreRefused)
         const char* json;
         const char* complaint;
     } kCases[] = {
-        {R"({"filePath":"a","filePath":"a"})", "the key \"filePath\" is doubled"},
-        {R"({"percentage":1.0})", "a number is written with a point or an exponent"},
-        {R"({"percentage":1e1})", "a number is written with a point or an exponent"},
-        {R"({"percentage":18446744073709551616})", "the integer is out of range"},
+        {R"({"filePath":"a","filePath":"a"})", "column 26: the key \"filePath\" is doubled"},
+        {R"({"percentage":1.0})", "column 17: a number is written with a point or an exponent"},
+        {"{\n\"percentage\":1e1\n}", "line 2, column 16: a number is written with a point or an exponent"},
+        {R"({"percentage":18446744073709551616})", "column 34: the integer is out of range"},
         {R"({"percentage":2147483648})", "percentage: the integer is out of range"},
         {R"({"percentage":-2147483649})", "percentage: the integer is out of range"},
         {R"({"percentage":true})", "percentage: expected an integer"},
@@ -99,6 +99,7 @@ TEST_F(ValuesTest, BadRecordsAreRefused)
         {R"({"saveFlag":0})", "saveFlag: expected true or false"},
         {R"({"filePath":null})", "filePath: expected a string"},
         {R"({"file":""})", "unknown member \"file\""},
+        {R"({"a\u0000":""})", "unknown member \"a\uFFFD\""},
         {R"({"fileList":{}})", "fileList: expected an array"},
         {R"({"event":[]})", "event: expected an object"},
         {R"({"batchID":"00000000000000000000000000000000"})", "batchID: malformed GUID"},
@@ -109,7 +110,7 @@ TEST_F(ValuesTest, BadRecordsAreRefused)
          R"(["{00000000-0000-0000-0000-000000000001}","b"]]})",
          "newDynamicColumns: [1]: the key is doubled"},
         {R"({"assetItemList":[{"subAssetItemList":[null,{"inPoint":""}]}]})",
-         "assetItemList: subAssetItemList: [1]: inPoint: expected an integer"},
+         "assetItemList: [0]: subAssetItemList: [1]: inPoint: expected an integer"},
         {R"({"filePath":"\ud800"})",
          "column 20: not JSON: invalid string: surrogate U+D800..U+DBFF must be followed by U+DC00..U+DFFF"},
         {"{\"filePath\":\"\xC0\x80\"}", "column 14: not JSON: invalid string: ill-formed UTF-8 byte"},

@@ -71,6 +71,8 @@ xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
     mAttributeNames.clear();
     mError = {};
     xercesc::DOMDocument* const document = ParseContent(content);
+    if (content.find_first_not_of(u" \t\r\n") == std::u16string_view::npos)
+        mError.reason = u"the text is empty";
     // Where a quote or an ampersand was not escaped, a piece of a password may pass for a name.
     if (document == nullptr && content.find(u"ftpPassword") != std::u16string_view::npos)
         mError.reason = WithoutQuotes(mError.reason);
