@@ -18,14 +18,18 @@ struct Reserved
 constexpr std::array<Reserved, 5> kReserved{
     {{u'&', u"&amp;"}, {u'<', u"&lt;"}, {u'>', u"&gt;"}, {u'"', u"&quot;"}, {u'\'', u"&apos;"}}};
 
+/// The reference that stands for each of the first units, or an empty view.
+constexpr auto kReferences = [] {
+    std::array<std::u16string_view, 64> references{};
+    for (const Reserved& row : kReserved)
+        references[row.character] = row.reference;
+    return references;
+}();
+
 /// \return The reference that stands for the unit, or an empty view.
-std::u16string_view ReferenceTo(char16_t unit)
+constexpr std::u16string_view ReferenceTo(char16_t unit)
 {
-    if (unit <= u'>')  // the last of them; most texts are letters
-        for (const Reserved& row : kReserved)
-            if (row.character == unit)
-                return row.reference;
-    return {};
+    return unit < kReferences.size() ? kReferences[unit] : std::u16string_view();
 }
 
 }  // namespace

@@ -26,14 +26,13 @@ public:
 
     void Put(std::u16string_view text)
     {
-        while (!text.empty()) {
-            if (mUsed == mSize)
-                Grow();
-            const std::size_t count = std::min(mSize - mUsed, text.size());
-            std::copy_n(text.begin(), count, mUnits.get() + mUsed);
-            mUsed += count;
+        while (text.size() > mSize - mUsed) {
+            const std::size_t count = mSize - mUsed;
+            Append(text.substr(0, count));
             text.remove_prefix(count);
+            Grow();
         }
+        Append(text);
     }
 
     /// \return The whole text. Nothing may be put afterwards.
@@ -62,6 +61,13 @@ private:
 
     static constexpr std::size_t kFirstSize = 512;
     static constexpr std::size_t kLargestSize = std::size_t{1} << 15U;
+
+    /// \param text Fits.
+    void Append(std::u16string_view text)
+    {
+        std::copy(text.begin(), text.end(), mUnits.get() + mUsed);
+        mUsed += text.size();
+    }
 
     void Grow()
     {

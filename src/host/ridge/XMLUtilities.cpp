@@ -2,6 +2,7 @@
 
 #include "host/ferrite/TextBuilder.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -24,11 +25,10 @@ constexpr bool IsPlain(char16_t unit)
     return unit < 64 ? (kSpecial >> unit & 1U) == 0 : unit < 0xD800;
 }
 
-/// \return Whether XML 1.0 can carry the unit between its neighbours; surrogates must come in pairs.
+/// \return Whether XML 1.0 can carry the unit, no control character, between its neighbours; surrogates must
+///         come in pairs.
 bool IsCarried(char16_t previous, char16_t unit, char16_t next)
 {
-    if (unit < 0x20)
-        return unit == u'\t' || unit == u'\n' || unit == u'\r';
     if (unit < 0xD800)
         return true;
     if (unit <= 0xDBFF)
@@ -38,31 +38,39 @@ bool IsCarried(char16_t previous, char16_t unit, char16_t next)
     return unit < 0xFFFE;
 }
 
-/// \return What to write for the unit instead of itself, or an empty view.
-std::u16string_view Replacement(char16_t previous, char16_t unit, char16_t next, bool inAttribute)
+using Replacements = std::array<std::u16string_view, 64>;
+
+/// \return What to write instead of the first 64 units, or empty views.
+constexpr Replacements MakeReplacements(bool inAttribute)
 {
-    switch (unit) {
-        case u'&':
-            return u"&amp;";
-        case u'<':
-            return u"&lt;";
-        case u'>':
-            return inAttribute ? std::u16string_view() : u"&gt;";
-        case u'"':
-            return inAttribute ? u"&quot;" : std::u16string_view();
-        case u'\r':
-            return u"&#xD;";
-        case u'\n':
-            return inAttribute ? u"&#xA;" : std::u16string_view();
-        case u'\t':
-            return inAttribute ? u"&#x9;" : std::u16string_view();
-        default:
-            return IsCarried(previous, unit, next) ? std::u16string_view() : u"\uFFFD";
-    }
+    Replacements rows{};
+    for (std::size_t control = 0; control < 0x20; ++control)
+        rows[control] = u"\uFFFD";
+    rows[u'\t'] = inAttribute ? std::u16string_view(u"&#x9;") : std::u16string_view();
+    rows[u'\n'] = inAttribute ? std::u16string_view(u"&#xA;") : std::u16string_view();
+    rows[u'\r'] = u"&#xD;";
+    rows[u'&'] = u"&amp;";
+    rows[u'<'] = u"&lt;";
+    if (inAttribute)
+        rows[u'"'] = u"&quot;";
+    else
+        rows[u'>'] = u"&gt;";
+    return rows;
+}
+
+constexpr Replacements kInText = MakeReplacements(false);
+constexpr Replacements kInAttribute = MakeReplacements(true);
+
+/// \return What to write for the unit instead of itself, or an empty view.
+std::u16string_view Replacement(char16_t previous, char16_t unit, char16_t next, const Replacements& low)
+{
+    if (unit < low.size())
+        return low[unit];
+    return IsCarried(previous, unit, next) ? std::u16string_view() : u"\uFFFD";
 }
 
 /// \param value Ends with a zero.
-void PutEscaped(TextBuilder& out, const XMLCh* value, bool inAttribute)
+void PutEscaped(TextBuilder& out, const XMLCh* value, const Replacements& low)
 {
     const XMLCh* done = value;
     const XMLCh* at = value;
@@ -73,7 +81,7 @@ void PutEscaped(TextBuilder& out, const XMLCh* value, bool inAttribute)
         if (*at == 0)
             return out.Put(run);
         const char16_t previous = at == value ? u'\0' : at[-1];
-        const std::u16string_view replacement = Replacement(previous, at[0], at[1], inAttribute);
+        const std::u16string_view replacement = Replacement(previous, at[0], at[1], low);
         ++at;
         if (replacement.empty())
             continue;
@@ -94,7 +102,7 @@ void PutAttributes(TextBuilder& out, const DOMNode* element)
         out.Put(u"=\"");
         // The value of the attribute itself costs a cast.
         for (const DOMNode* text = attribute->getFirstChild(); text != nullptr; text = text->getNextSibling())
-            PutEscaped(out, text->getNodeValue(), true);
+            PutEscaped(out, text->getNodeValue(), kInAttribute);
         out.Put(u'"');
     }
 }
@@ -128,7 +136,7 @@ const DOMNode* Open(TextBuilder& out, const DOMNode* node)
         return node->getFirstChild();
     }
     if (IsText(node))
-        PutEscaped(out, node->getNodeValue(), false);
+        PutEscaped(out, node->getNodeValue(), kInText);
     return nullptr;
 }
 
