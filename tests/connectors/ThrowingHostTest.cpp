@@ -15,7 +15,6 @@
 #include <boost/function.hpp>
 #include <xercesc/dom/DOMException.hpp>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>

@@ -73,10 +73,10 @@ private:
     {
         const std::size_t size = mSize == 0 ? kFirstSize : std::min(2 * mSize, kLargestSize);
         Units units(new char16_t[size]);
-        if (mSize != 0)
+        if (mSize != 0) {
             mFull.emplace_back();  // before the piece is moved: this may throw
-        if (mSize != 0)
             mFull.back() = {std::move(mUnits), mSize};
+        }
         mUnits = std::move(units);
         mSize = size;
         mUsed = 0;
