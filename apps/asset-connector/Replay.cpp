@@ -28,11 +28,14 @@ Status Play(Input& input, Style style, Session::Observer& observer)
 /// Masks what a file should not hold and the program does not print.
 void MaskPasswords(Json& json, const std::string& name = {})
 {
-    if (name == "ftpPassword" && json.is_string() && json != "" && json != "***")
-        json = "(a password, not masked)";
-    else if (json.is_structured())
+    if (name == "ftpPassword" && json.is_string()) {
+        auto& text = json.get_ref<std::string&>();
+        if (!text.empty() && text != "***")
+            text = "(a password, not masked)";
+    } else if (json.is_structured()) {
         for (auto& [key, value] : json.items())
             MaskPasswords(value, key);
+    }
 }
 
 std::string TextOf(std::optional<Json> effect)
