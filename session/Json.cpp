@@ -213,7 +213,7 @@ private:
     void BeginLine()
     {
         if (mIndent != 0)
-            mText.append(1, '\n').append(mOpen.size() * mIndent, ' ');
+            mText.append(1, '\n').append(std::min(mOpen.size(), kDeepestIndent) * mIndent, ' ');
     }
 
     std::size_t mIndent;

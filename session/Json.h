@@ -17,6 +17,9 @@ using OrderedJson = nlohmann::ordered_json;
 /// levels of sub-items, as the XML texts do.
 constexpr std::size_t kDeepestJson = 4200;
 
+/// How deep lines are indented at most: deep values would be blanks more than anything else.
+constexpr std::size_t kDeepestIndent = 64;
+
 /// Parses one JSON value, strictly: a doubled key, a number with a point or an exponent or beyond 64 bits,
 /// an unpaired surrogate, invalid UTF-8 and deeper nesting than kDeepestJson are errors. Does not recurse.
 /// \throws FormatError with line (of a text of several) and column.

@@ -2,6 +2,7 @@
 
 #include "host/ferrite/Unicode.h"
 #include "host/ridge/XMLUtilities.h"
+#include "session/Json.h"
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -13,6 +14,8 @@
 
 namespace Session {
 namespace {
+
+constexpr std::string_view kPassword = "ftpPassword";
 
 using xercesc::DOMNamedNodeMap;
 using xercesc::DOMNode;
@@ -137,16 +140,18 @@ private:
     void WriteAttribute(const DOMNode& attribute)
     {
         mText += ' ' + Utf8(attribute.getNodeName()) + "=\"";
-        Append(Utf8(attribute.getNodeValue()));
+        const std::string value = Utf8(attribute.getNodeValue());
+        const bool isPassword = Utf8(attribute.getNodeName()) == kPassword && !value.empty();
+        Append(isPassword ? "***" : WithoutPassword(value));
         mText += '"';
     }
 
     void WriteText(const DOMNode* node)
     {
         if (node->getNodeType() == DOMNode::CDATA_SECTION_NODE)
-            mText += "<![CDATA[" + Utf8(node->getNodeValue()) + "]]>";
+            mText += "<![CDATA[" + WithoutPassword(Utf8(node->getNodeValue())) + "]]>";
         else
-            Append(Utf8(node->getNodeValue()));
+            Append(WithoutPassword(Utf8(node->getNodeValue())));
     }
 
     void Append(const std::string& text)
@@ -167,7 +172,7 @@ private:
     {
         if (!mText.empty())
             mText += '\n';
-        mText.append(2 * mDepth, ' ');
+        mText.append(2 * std::min(mDepth, kDeepestIndent), ' ');
     }
 
     static std::string Utf8(const XMLCh* text) { return ferrite::utility::UTF16to8(text); }
@@ -176,23 +181,15 @@ private:
     std::size_t mDepth = 0;
 };
 
-/// \return The text with the values of all FTP passwords masked; they end at a quote like their first one.
-std::string Masked(std::string text)
+}  // namespace
+
+std::string WithoutPassword(std::string text)
 {
-    static constexpr std::string_view kPassword = "ftpPassword";
-    for (std::size_t at = text.find(kPassword); at != std::string::npos; at = text.find(kPassword, at)) {
-        at += kPassword.size();
-        const std::size_t open = text.find_first_not_of(" \t\r\n=", at);
-        if (open == std::string::npos || (text[open] != '"' && text[open] != '\''))
-            continue;
-        const std::size_t length = std::min(text.find(text[open], open + 1), text.size()) - open - 1;
-        if (length != 0)
-            text.replace(open + 1, length, "***");
-    }
+    const std::size_t name = text.find(kPassword);
+    if (name != std::string::npos)
+        text.replace(name + kPassword.size(), std::string::npos, "=***");
     return text;
 }
-
-}  // namespace
 
 bool SameNotificationText(const std::string& first, const std::string& second)
 {
@@ -206,7 +203,7 @@ bool SameNotificationText(const std::string& first, const std::string& second)
 std::string IndentedXML(const std::string& text)
 {
     const Tree tree(text);
-    return Masked(tree.Root() == nullptr ? text : Indenter().Write(tree.Root()));
+    return tree.Root() == nullptr ? WithoutPassword(text) : Indenter().Write(tree.Root());
 }
 
 }  // namespace Session

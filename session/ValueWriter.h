@@ -95,7 +95,8 @@ private:
             return Entries(values);
         OrderedJson object = OrderedJson::object();
         for (const auto& [key, value] : values)
-            object[From(key).template get<std::string>()] = From(value);
+            object.get_ref<OrderedJson::object_t&>().emplace_back(From(key).template get<std::string>(),
+                                                                  From(value));  // does not search
         return object;
     }
 

@@ -1,5 +1,6 @@
 #include "Commands.h"
 #include "Input.h"
+#include "session/NotificationText.h"
 #include "session/PlainReplay.h"
 #include "session/ReadableReplay.h"
 #include "session/SessionCheck.h"
@@ -28,10 +29,11 @@ Status Play(Input& input, Style style, Session::Observer& observer)
 /// Masks what a file should not hold and the program does not print.
 void MaskPasswords(Json& json, const std::string& name = {})
 {
-    if (name == "ftpPassword" && json.is_string()) {
-        auto& text = json.get_ref<std::string&>();
-        if (!text.empty() && text != "***")
-            text = "(a password, not masked)";
+    const bool isEmpty = json.is_string() && json.get_ref<const std::string&>().empty();
+    if (name == "ftpPassword" && !isEmpty && json != "***") {
+        json = "(a password, not masked)";
+    } else if (json.is_string()) {
+        json = Session::WithoutPassword(json.get<std::string>());
     } else if (json.is_structured()) {
         for (auto& [key, value] : json.items())
             MaskPasswords(value, key);

@@ -28,6 +28,13 @@ TEST_F(Decoder, RefusesHostileTexts)
     std::string names;
     for (int i = 0; i < 50000; ++i)
         names += "<n" + std::to_string(i) + "/>";
+    std::string colliding;  // "Az" and "BT" have the same hash
+    for (unsigned i = 0; i < 1100; ++i) {
+        colliding += '<';
+        for (unsigned bit = 0; bit < 11; ++bit)
+            colliding += (i >> bit & 1U) == 0 ? "Az" : "BT";
+        colliding += "/>";
+    }
     const std::string bomb =
         "<!DOCTYPE a [<!ENTITY x \"xxxxxxxxxx\"><!ENTITY y \"&x;&x;&x;&x;&x;&x;&x;&x;\">]>";
     struct
@@ -58,6 +65,7 @@ TEST_F(Decoder, RefusesHostileTexts)
         {"4,097 levels", Repeated("<a>", 4097) + Repeated("</a>", 4097)},
         {"4,097 levels beside empty elements", Repeated("<a><b/><b/>", 4097) + Repeated("</a>", 4097)},
         {"50,001 names", "<a>" + names + "</a>"},
+        {"1,100 names of one hash", "<a>" + colliding + "</a>"},
         {"a million levels", Repeated("<a>", 1000000)},
     };
     for (const auto& row : rows) {

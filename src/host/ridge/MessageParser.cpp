@@ -4,6 +4,7 @@
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include <algorithm>
@@ -69,6 +70,7 @@ xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
     mDepth = 0;
     mElementNames.clear();
     mAttributeNames.clear();
+    mNamesOfHash.fill(0);
     mError = {};
     xercesc::DOMDocument* const document = ParseContent(content);
     if (content.find_first_not_of(u" \t\r\n") == std::u16string_view::npos)
@@ -117,7 +119,7 @@ void MessageParser::docCharacters(const XMLCh* chars, XMLSize_t length, bool cda
 void MessageParser::CountElement(const xercesc::XMLElementDecl& declaration)
 {
     if (mElementNames.insert(&declaration).second)
-        RefuseTooManyNames();
+        CountName(declaration.getFullName());
 }
 
 void MessageParser::CountAttribute(const XMLCh* name)
@@ -126,12 +128,13 @@ void MessageParser::CountAttribute(const XMLCh* name)
     if (mAttributeNames.find(text) != mAttributeNames.end())
         return;
     mAttributeNames.emplace(text);
-    RefuseTooManyNames();
+    CountName(name);
 }
 
-void MessageParser::RefuseTooManyNames()
+void MessageParser::CountName(const XMLCh* name)
 {
-    if (mElementNames.size() + mAttributeNames.size() > kMostNames)
+    const std::size_t ofHash = ++mNamesOfHash[xercesc::XMLString::hash(name, mNamesOfHash.size())];
+    if (mElementNames.size() + mAttributeNames.size() > kMostNames || ofHash > kMostNamesOfHash)
         Refuse(u"there are too many different names");
 }
 

@@ -5,6 +5,7 @@
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <set>
@@ -38,6 +39,10 @@ public:
     /// How many different names of elements and attributes a text may hold: the DOM's pool of names takes
     /// quadratic time beyond.
     static constexpr std::size_t kMostNames = 50000;
+
+    /// How many of them may have the same hash in that pool: many more than chance gives them, and few enough
+    /// for a text that was made to have nothing else.
+    static constexpr std::size_t kMostNamesOfHash = 1000;
 
     MessageParser();
     ~MessageParser() override;
@@ -75,7 +80,7 @@ private:
     /// each name of an element; attributes have nothing but their name.
     void CountElement(const xercesc::XMLElementDecl& declaration);
     void CountAttribute(const XMLCh* name);
-    void RefuseTooManyNames();
+    void CountName(const XMLCh* name);
 
     /// Hands the collected run of character data on.
     void EndRun();
@@ -86,6 +91,7 @@ private:
     std::size_t mDepth = 0;
     std::unordered_set<const xercesc::XMLElementDecl*> mElementNames;
     std::set<UTF16String, std::less<>> mAttributeNames;
+    std::array<std::size_t, 257> mNamesOfHash{};  // as many as the pool has
     ParseError mError;
 };
 
