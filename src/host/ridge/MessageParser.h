@@ -52,9 +52,8 @@ public:
     /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
     xercesc::DOMDocument* Parse(const UTF16String& text);
 
-    /// \return What was wrong with the text, after Parse returned null. Quotes no piece of a text that may
-    /// hold
-    ///         an FTP password.
+    /// \return What was wrong with the text, after Parse returned null. Of a text that mentions an FTP
+    ///         password the reason quotes nothing.
     const ParseError& Error() const noexcept { return mError; }
 
 private:
@@ -80,6 +79,8 @@ private:
     /// each name of an element; attributes have nothing but their name.
     void CountElement(const xercesc::XMLElementDecl& declaration);
     void CountAttribute(const XMLCh* name);
+
+    /// Counts a name that was not seen before.
     void CountName(const XMLCh* name);
 
     /// Hands the collected run of character data on.
