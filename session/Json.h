@@ -26,8 +26,8 @@ constexpr std::size_t kDeepestIndent = 64;
 Json ParseJson(const std::string& text);
 
 /// \return The text of a value: on one line, or with each member and entry on a line of its own, indented by
-/// so
-///         many spaces a level. Unlike the library's own form it does not recurse.
+///         so many spaces a level, at most kDeepestIndent levels. Unlike the library's own form it does not
+///         recurse.
 std::string DumpJson(const Json& value, std::size_t indent = 0);
 std::string DumpJson(const OrderedJson& value, std::size_t indent = 0);
 
