@@ -24,8 +24,7 @@ class Filler
 {
 public:
     /// \param carried Only what the XML texts carry in both directions: no empty entries, and media types
-    /// that
-    ///        have a name.
+    ///        that have a name.
     explicit Filler(std::uint32_t seed, bool carried = false) : mRandom(seed), mCarried(carried) {}
 
     template <class Value>
