@@ -15,7 +15,7 @@ public:
                  const Session::BoundCall& /*input*/) override
     {
     }
-    void OnEffect(const Session::OrderedJson& effect) override { Require(effect.is_object()); }
+    void OnEffect(Session::OrderedJson& effect) override { Require(effect.is_object()); }
 };
 
 }  // namespace

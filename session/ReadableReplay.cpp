@@ -93,14 +93,14 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
     mIndent = kEffectIndent;
 }
 
-void ReadableReplay::OnEffect(const OrderedJson& effect)
+void ReadableReplay::OnEffect(OrderedJson& effect)
 {
     if (ExtendsRun(effect))
         return;
     const std::string subject = effect.front().get<std::string>();
     if (effect.contains("dispatcher")) {
         Heading(Colour::kYellow, mSpeaker, "dispatcher", subject);
-        Arguments(FindDispatcherOperation(subject)->labels, effect["args"]);
+        Arguments(FindDispatcherOperation(subject)->labels, std::move(effect["args"]));
     } else if (effect.contains("notification")) {
         Heading(Colour::kMagenta, mSpeaker, "panel", ShortName(subject));
         mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(effect["data"]));
@@ -112,7 +112,7 @@ void ReadableReplay::OnEffect(const OrderedJson& effect)
                 subject + ", as posted");
     } else if (effect.contains("hostCall")) {
         Heading(Colour::kBlue, mSpeaker, "host", subject);
-        Arguments(FindHostOperation(subject)->labels, effect["args"]);
+        Arguments(FindHostOperation(subject)->labels, std::move(effect["args"]));
     } else if (effect.contains("destroyed")) {
         mAlive.erase(subject);
         Sentence(Colour::kBlue, "the " + TitleOf(subject) + " is gone");
@@ -138,11 +138,11 @@ void ReadableReplay::Sentence(Colour colour, const std::string& text)
     mOutline.Put(Colour::kNone, std::string(mIndent - kInputIndent, ' ')).Put(colour, text).EndLine();
 }
 
-void ReadableReplay::Arguments(const Labels& labels, const OrderedJson& arguments)
+void ReadableReplay::Arguments(const Labels& labels, OrderedJson arguments)
 {
     OrderedJson labelled = OrderedJson::object();
     for (std::size_t i = 0; i < arguments.size(); ++i)
-        labelled[std::string(labels.texts[i])] = arguments[i];
+        labelled[std::string(labels.texts[i])] = std::move(arguments[i]);
     mOutline.PutValue(mIndent, labelled);
 }
 

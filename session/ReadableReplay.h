@@ -21,7 +21,7 @@ public:
 
     void OnComment(const Line& line) override;
     void OnInput(const Line& line, const Json& json, const BoundCall& input) override;
-    void OnEffect(const OrderedJson& effect) override;
+    void OnEffect(OrderedJson& effect) override;
     void OnEnd() override { EndRun(); }
     void OnBadLine() override { EndRun(); }
     bool IsDone() const override { return !mOutput; }
@@ -33,7 +33,7 @@ private:
 
     void Heading(Colour colour, const std::string& from, const std::string& to, const std::string& what);
     void Sentence(Colour colour, const std::string& text);
-    void Arguments(const Labels& labels, const OrderedJson& arguments);
+    void Arguments(const Labels& labels, OrderedJson arguments);
     void Request(const std::string& to, const std::string& what, const Json& data);
 
     /// \return Whether the effect only adds to a run of like host calls, of which the first ones are printed.

@@ -6,15 +6,10 @@ namespace Session {
 
 using ferrite::utility::ImmutableString;
 
-void Recorder::Record(const char* kind, OrderedJson subject, Members members)
+void Recorder::Record(OrderedJson effect)
 {
-    if (!mSink)
-        return;
-    OrderedJson effect = OrderedJson::object();
-    effect[kind] = std::move(subject);
-    for (const auto& [name, value] : members)
-        effect[name] = value;
-    mSink(effect);
+    if (mSink)
+        mSink(effect);
 }
 
 void Recorder::ThrowIfAsked(const char* operation) const
@@ -25,7 +20,7 @@ void Recorder::ThrowIfAsked(const char* operation) const
 
 void Recorder::RecordException(const std::string& what)
 {
-    Record("exception", mWriter.Write(what));
+    Record({{"exception", mWriter.Write(what)}});
 }
 
 void Recorder::operator()(const char* operation, const UTF16String& mediaPath,
@@ -44,12 +39,12 @@ void Recorder::operator()(const char* /*operation*/, const Kiln::Listener& /*lis
 {
     // The base class of the connector ends the subscriptions once more.
     if (!mEnding.empty())
-        Record("destroyed", std::exchange(mEnding, {}));
+        Record({{"destroyed", std::exchange(mEnding, {})}});
 }
 
 void Recorder::operator()(const char* operation, const std::string& notification, const std::string& data)
 {
-    Record("notification", mWriter.Write(notification), {{"data", mWriter.Write(data)}});
+    Record({{"notification", mWriter.Write(notification)}, {"data", mWriter.Write(data)}});
     ThrowIfAsked(operation);
 }
 
@@ -57,8 +52,8 @@ void Recorder::operator()(const char* operation, const ImmutableString& station,
                           const bool& flag)
 {
     if (const StationMessageClass* const row = FindStationMessageClass(message))
-        Record("post", row->name,
-               {{"station", mWriter.Write(station)},
+        Record({{"post", row->name},
+                {"station", mWriter.Write(station)},
                 {"flag", flag},
                 {"payload", row->payload(mWriter, message)}});
     ThrowIfAsked(operation);
@@ -68,8 +63,9 @@ void Recorder::operator()(const char* /*operation*/, const ImmutableString& stat
                           const Kiln::Message& message)
 {
     if (const StationMessageClass* const row = FindStationMessageClass(message))
-        Record("deliver", row->name,
-               {{"station", mWriter.Write(station)}, {"payload", row->payload(mWriter, message)}});
+        Record({{"deliver", row->name},
+                {"station", mWriter.Write(station)},
+                {"payload", row->payload(mWriter, message)}});
 }
 
 }  // namespace Session

@@ -20,9 +20,9 @@ namespace Session {
 class Recorder
 {
 public:
-    using Sink = boost::function<void(const OrderedJson& effect)>;
+    using Sink = boost::function<void(OrderedJson& effect)>;
 
-    /// \param sink Gets each effect as it happens; empty: nobody is interested.
+    /// \param sink Gets each effect as it happens, and may take it; empty: nobody is interested.
     explicit Recorder(Style style, Sink sink = {}) : mWriter(style), mSink(std::move(sink)) {}
 
     const ValueWriter& Writer() const { return mWriter; }
@@ -43,7 +43,7 @@ public:
         if (row == nullptr)
             return;
         if (row->isHostCall)
-            Record("hostCall", operation, {{"args", mWriter.WriteArguments(arguments...)}});
+            Record({{"hostCall", operation}, {"args", mWriter.WriteArguments(arguments...)}});
         ThrowIfAsked(operation);
     }
 
@@ -68,8 +68,8 @@ public:
         template <class... Arguments>
         void operator()(const char* operation, const Arguments&... arguments)
         {
-            mRecorder.Record("dispatcher", operation,
-                             {{"args", mRecorder.mWriter.WriteArguments(arguments...)}});
+            mRecorder.Record(
+                {{"dispatcher", operation}, {"args", mRecorder.mWriter.WriteArguments(arguments...)}});
             mRecorder.ThrowIfAsked(operation);
         }
 
@@ -78,9 +78,7 @@ public:
     };
 
 private:
-    using Members = std::initializer_list<std::pair<const char*, OrderedJson>>;
-
-    void Record(const char* kind, OrderedJson subject, Members members = {});
+    void Record(OrderedJson effect);
 
     /// \throws std::runtime_error
     void ThrowIfAsked(const char* operation) const;

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <optional>
+#include <string>
 
 namespace Session {
 
@@ -11,19 +12,20 @@ namespace Session {
 class SessionCheck final : public Observer
 {
 public:
+    /// The effects as people may read them: without passwords, or "no effect".
     struct Difference
     {
         std::size_t line;  ///< Of the expected effect; without one, of the input.
-        std::optional<Json> expected;
-        std::optional<Json> actual;
+        std::string expected;
+        std::string actual;
     };
 
     const std::optional<Difference>& FirstDifference() const { return mDifference; }
 
     void OnInput(const Line& line, const Json& json, const BoundCall& input) override;
-    void OnEffect(const OrderedJson& effect) override;
+    void OnEffect(OrderedJson& effect) override;
     bool WantsExpected() const override { return true; }
-    void OnExpected(const Line& line, const Json& effect) override;
+    void OnExpected(const Line& line, Json& effect) override;
     void OnEnd() override;
     bool IsDone() const override { return mDifference.has_value(); }
 

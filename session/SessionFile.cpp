@@ -74,7 +74,7 @@ void PlayLine(const Line& line, Player& player, Observer& observer)
         return observer.OnComment(line);
     if (!observer.WantsExpected() && HasKey(line.text, &IsEffectKey))
         return;
-    const Json json = ParseJson(line.text);
+    Json json = ParseJson(line.text);
     ValueReader::RequireObject(json);
     if (const EffectRow* const row = EffectIn(json)) {
         CheckEffect(*row, json);
@@ -90,7 +90,7 @@ void PlayLine(const Line& line, Player& player, Observer& observer)
 
 void PlaySession(std::istream& file, Style style, Observer& observer)
 {
-    Player player(style, [&observer](const OrderedJson& effect) { observer.OnEffect(effect); });
+    Player player(style, [&observer](OrderedJson& effect) { observer.OnEffect(effect); });
     Line line;
     while (!observer.IsDone()) {
         if (!ReadLine(file, line))

@@ -42,15 +42,16 @@ public:
     /// An input that is about to be played. \param json The line's value. \param input Its typed arguments.
     virtual void OnInput(const Line& line, const Json& json, const BoundCall& input) = 0;
 
-    /// Something that the library did. \param effect In session format, or the readable form of it.
-    virtual void OnEffect(const OrderedJson& effect) = 0;
+    /// Something that the library did. \param effect In session format, or the readable form of it. May be
+    /// taken: copies of deep values recurse.
+    virtual void OnEffect(OrderedJson& effect) = 0;
 
     /// Whether the effects of the file are wanted. When not, a line with the key of an effect is skipped
     /// whatever else it holds.
     virtual bool WantsExpected() const { return false; }
 
-    /// An effect of the file.
-    virtual void OnExpected(const Line& /*line*/, const Json& /*effect*/) {}
+    /// An effect of the file, which may be changed.
+    virtual void OnExpected(const Line& /*line*/, Json& /*effect*/) {}
 
     /// The file was played to its end.
     virtual void OnEnd() {}

@@ -4,6 +4,7 @@
 #include "host/ridge/XMLUtilities.h"
 #include "message/Comparison.h"
 #include "tests/support/HostTest.h"
+#include "tests/support/SmallStack.h"
 
 #include <boost/make_shared.hpp>
 
@@ -11,7 +12,6 @@
 #include <filesystem>
 #include <fstream>
 #include <linux/limits.h>
-#include <pthread.h>
 #include <sys/inotify.h>
 #include <unistd.h>
 
@@ -227,55 +227,22 @@ TEST_F(Decoder, LooksUpInLongLists)
     EXPECT_EQ(message.targetBin, u"bin");
 }
 
-/// Runs the function on a thread with 1 MiB of stack, eight times that where a sanitizer needs more.
-void OnSmallStack(void* (*function)(void*), void* argument)
-{
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(NDEBUG)
-    constexpr std::size_t kStack = 8U << 20U;
-#else
-    constexpr std::size_t kStack = 1U << 20U;
-#endif
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, kStack);
-    pthread_t thread;
-    ASSERT_EQ(pthread_create(&thread, &attributes, function, argument), 0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
-}
-
-/// A text whose deepest element has depth 4,095 or 4,096: items within items.
-std::string DeepItems()
-{
-    constexpr std::size_t kItems = 2047;
-    return "<a>" + Repeated("<assetItemList><assetItem>", kItems) + "<name>deep</name>" +
-           Repeated("</assetItem></assetItemList>", kItems) + "</a>";
-}
-
 TEST_F(Decoder, ReadsAndWritesDeepItemsOnASmallStack)
 {
-    static bool good;
-    good = false;
-    OnSmallStack(
-        [](void*) -> void* {
-            ACMessage message;
-            bool same = DecodeXMLString(U(DeepItems()), message);
-            const UTF16String text = AC::ACMessageEncoder::EncoderACMessage(message, u"a");
-            ACMessage again;
-            same = same && DecodeXMLString(text, again);
-            const Ridge::AssetItemList* items = &again.assetItemList;
-            std::size_t depth = 0;
-            UTF16String name;
-            while (!items->empty()) {
-                name = items->front()->GetAssetName();
-                items = &items->front()->GetSubAssetItemList();
-                ++depth;
-            }
-            good = same && depth == 2047 && name == u"deep";
-            return nullptr;
-        },
-        nullptr);
-    EXPECT_TRUE(good);
+    OnSmallStack([] {
+        ACMessage message;
+        ASSERT_TRUE(DecodeXMLString(U("<a>" + DeepItems("<name>deep</name>") + "</a>"), message));
+        ACMessage again;
+        ASSERT_TRUE(DecodeXMLString(AC::ACMessageEncoder::EncoderACMessage(message, u"a"), again));
+        const Ridge::AssetItemList* items = &again.assetItemList;
+        UTF16String name;
+        for (std::size_t depth = 0; depth < kDeepItems; ++depth) {
+            ASSERT_EQ(items->size(), 1U);
+            name = items->front()->GetAssetName();
+            items = &items->front()->GetSubAssetItemList();
+        }
+        EXPECT_EQ(name, u"deep");
+    });
 }
 
 TEST_F(Encoder, RefusesNamesThatAreNone)
