@@ -1,5 +1,7 @@
 #include "host/ferrite/ReservedCharacters.h"
 
+#include "host/ferrite/ReplacementTable.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -18,37 +20,29 @@ struct Reserved
 constexpr std::array<Reserved, 5> kReserved{
     {{u'&', u"&amp;"}, {u'<', u"&lt;"}, {u'>', u"&gt;"}, {u'"', u"&quot;"}, {u'\'', u"&apos;"}}};
 
-/// The reference that stands for each of the first units, or an empty view.
 constexpr auto kReferences = [] {
-    std::array<std::u16string_view, 64> references{};
+    utility::ReplacementTable references;
     for (const Reserved& row : kReserved)
-        references[row.character] = row.reference;
+        references.Set(row.character, row.reference);
     return references;
 }();
-
-/// \return The reference that stands for the unit, or an empty view.
-constexpr std::u16string_view ReferenceTo(char16_t unit)
-{
-    return unit < kReferences.size() ? kReferences[unit] : std::u16string_view();
-}
 
 }  // namespace
 
 void EncodeReservedCharacters(const UTF16String& input, UTF16String& output)
 {
-    std::size_t length = input.size();
+    std::size_t length = 0;
     for (const char16_t unit : input)
-        if (const std::u16string_view reference = ReferenceTo(unit); !reference.empty())
-            length += reference.size() - 1;
-    UTF16String result(length, u'\0');
-    auto out = result.begin();
+        length += utility::ReplacementTable::Has(unit) ? kReferences.SizeOf(unit) : 1;
+    UTF16String result(length + utility::ReplacementTable::kRoom, u'\0');  // the last one takes its room
+    char16_t* out = result.data();
     for (const char16_t unit : input) {
-        const std::u16string_view reference = ReferenceTo(unit);
-        if (reference.empty())
-            *out++ = unit;
+        if (utility::ReplacementTable::Has(unit))
+            out = kReferences.Write(unit, out);
         else
-            out = std::copy(reference.begin(), reference.end(), out);
+            *out++ = unit;
     }
+    result.resize(length);
     output = std::move(result);
 }
 

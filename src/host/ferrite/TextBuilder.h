@@ -35,6 +35,17 @@ public:
         Append(text);
     }
 
+    /// \return Room for so many units, to be filled from its begin; until then nothing else may be put.
+    char16_t* Room(std::size_t count)
+    {
+        if (count > mSize - mUsed)
+            Grow(count);
+        return mUnits.get() + mUsed;
+    }
+
+    /// Takes what the room was filled with. \param end Where that ends.
+    void Fill(const char16_t* end) { mUsed = static_cast<std::size_t>(end - mUnits.get()); }
+
     /// \return The whole text. Nothing may be put afterwards.
     UTF16String Take() &&
     {
@@ -59,7 +70,7 @@ private:
         std::size_t size = 0;
     };
 
-    static constexpr std::size_t kFirstSize = 512;
+    static constexpr std::size_t kFirstSize = 2048;
     static constexpr std::size_t kLargestSize = std::size_t{1} << 15U;
 
     /// \param text Fits.
@@ -69,13 +80,14 @@ private:
         mUsed += text.size();
     }
 
-    void Grow()
+    /// Begins a new piece. \param least What it has room for.
+    void Grow(std::size_t least = 0)
     {
-        const std::size_t size = mSize == 0 ? kFirstSize : std::min(2 * mSize, kLargestSize);
+        const std::size_t size = std::max(least, std::clamp(2 * mSize, kFirstSize, kLargestSize));
         Units units(new char16_t[size]);
         if (mSize != 0) {
             mFull.emplace_back();  // before the piece is moved: this may throw
-            mFull.back() = {std::move(mUnits), mSize};
+            mFull.back() = {std::move(mUnits), mUsed};
         }
         mUnits = std::move(units);
         mSize = size;

@@ -1,10 +1,9 @@
 #include "host/ridge/XMLUtilities.h"
 
+#include "host/ferrite/ReplacementTable.h"
 #include "host/ferrite/TextBuilder.h"
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -12,82 +11,61 @@
 namespace Ridge::XMLUtilities {
 namespace {
 
+using ferrite::utility::ReplacementTable;
 using ferrite::utility::TextBuilder;
 using xercesc::DOMNode;
 
-/// \return Whether the unit needs no look: neither one that is written as a reference, nor one that XML 1.0
-///         may not carry, nor the zero that ends a value.
-constexpr bool IsPlain(char16_t unit)
-{
-    constexpr auto bit = [](char16_t special) { return std::uint64_t{1} << special; };
-    constexpr std::uint64_t kControls = 0xFFFFFFFF;
-    constexpr std::uint64_t kSpecial = kControls | bit(u'&') | bit(u'<') | bit(u'>') | bit(u'"');
-    return unit < 64 ? (kSpecial >> unit & 1U) == 0 : unit < 0xD800;
-}
+constexpr char16_t kReplacementCharacter = 0xFFFD;
 
-/// \return Whether XML 1.0 can carry the unit, no control character, between its neighbours; surrogates must
-///         come in pairs.
-bool IsCarried(char16_t previous, char16_t unit, char16_t next)
+/// \return What is written for each character.
+constexpr ReplacementTable MakeReplacements(bool inAttribute)
 {
-    if (unit < 0xD800)
-        return true;
-    if (unit <= 0xDBFF)
-        return (next & 0xFC00U) == 0xDC00U;
-    if (unit <= 0xDFFF)
-        return (previous & 0xFC00U) == 0xD800U;
-    return unit < 0xFFFE;
-}
-
-using Replacements = std::array<std::u16string_view, 64>;
-
-/// \return What to write instead of the first 64 units, or empty views.
-constexpr Replacements MakeReplacements(bool inAttribute)
-{
-    Replacements rows{};
+    ReplacementTable table;
     for (std::size_t control = 0; control < 0x20; ++control)
-        rows[control] = u"\uFFFD";
-    rows[u'\t'] = inAttribute ? std::u16string_view(u"&#x9;") : std::u16string_view();
-    rows[u'\n'] = inAttribute ? std::u16string_view(u"&#xA;") : std::u16string_view();
-    rows[u'\r'] = u"&#xD;";
-    rows[u'&'] = u"&amp;";
-    rows[u'<'] = u"&lt;";
+        table.Set(control, {&kReplacementCharacter, 1});
+    table.Set(u'\t', inAttribute ? u"&#x9;" : u"\t");
+    table.Set(u'\n', inAttribute ? u"&#xA;" : u"\n");
+    table.Set(u'\r', u"&#xD;");
+    table.Set(u'&', u"&amp;");
+    table.Set(u'<', u"&lt;");
     if (inAttribute)
-        rows[u'"'] = u"&quot;";
+        table.Set(u'"', u"&quot;");
     else
-        rows[u'>'] = u"&gt;";
-    return rows;
+        table.Set(u'>', u"&gt;");
+    return table;
 }
 
-constexpr Replacements kInText = MakeReplacements(false);
-constexpr Replacements kInAttribute = MakeReplacements(true);
+constexpr ReplacementTable kInText = MakeReplacements(false);
+constexpr ReplacementTable kInAttribute = MakeReplacements(true);
 
-/// \return What to write for the unit instead of itself, or an empty view.
-std::u16string_view Replacement(char16_t previous, char16_t unit, char16_t next, const Replacements& low)
+/// \return The unit, no ASCII character, or what to write instead where XML 1.0 cannot carry it: surrogates
+///         must come in pairs.
+char16_t Carried(char16_t previous, char16_t unit, char16_t next)
 {
-    if (unit < low.size())
-        return low[unit];
-    return IsCarried(previous, unit, next) ? std::u16string_view() : u"\uFFFD";
+    bool isCarried = unit < 0xFFFE;
+    if (unit >= 0xD800 && unit <= 0xDBFF)
+        isCarried = (next & 0xFC00U) == 0xDC00U;
+    else if (unit >= 0xDC00 && unit <= 0xDFFF)
+        isCarried = (previous & 0xFC00U) == 0xD800U;
+    return isCarried ? unit : kReplacementCharacter;
 }
 
 /// \param value Ends with a zero.
-void PutEscaped(TextBuilder& out, const XMLCh* value, const Replacements& low)
+void PutEscaped(TextBuilder& out, const XMLCh* value, const ReplacementTable& table)
 {
-    const XMLCh* done = value;
-    const XMLCh* at = value;
-    while (true) {
-        while (IsPlain(*at))
-            ++at;
-        const std::u16string_view run(done, static_cast<std::size_t>(at - done));
-        if (*at == 0)
-            return out.Put(run);
-        const char16_t previous = at == value ? u'\0' : at[-1];
-        const std::u16string_view replacement = Replacement(previous, at[0], at[1], low);
-        ++at;
-        if (replacement.empty())
-            continue;
-        out.Put(run);
-        out.Put(replacement);
-        done = at;
+    constexpr std::size_t kBlock = 64;
+    char16_t previous = 0;
+    while (*value != 0) {
+        char16_t* to = out.Room(kBlock * ReplacementTable::kRoom);
+        for (std::size_t left = kBlock; left != 0 && *value != 0; --left) {
+            const char16_t unit = *value++;
+            if (ReplacementTable::Has(unit))
+                to = table.Write(unit, to);
+            else
+                *to++ = Carried(previous, unit, *value);
+            previous = unit;
+        }
+        out.Fill(to);
     }
 }
 
