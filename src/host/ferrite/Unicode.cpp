@@ -1,5 +1,7 @@
 #include "host/ferrite/Unicode.h"
 
+#include "host/ferrite/HugePages.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -107,13 +109,18 @@ UTF16String UTF8to16(std::string_view text)
 
 std::string UTF16to8(std::u16string_view text)
 {
+    constexpr std::size_t kBlock = 4096;  // what is read twice and written twice stays in the cache
     std::string result;
     result.reserve(text.size());
+    PreferHugePages(result.data(), text.size());
     const auto put = [&result](std::uint32_t byte) { result.push_back(static_cast<char>(byte)); };
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        at += AppendAscii(text.substr(at), result);
-        if (at == text.size())
-            break;
+    std::size_t at = 0;
+    while (at < text.size()) {
+        const std::u16string_view block = text.substr(at, kBlock);
+        const std::size_t count = AppendAscii(block, result);
+        at += count;
+        if (count == block.size())
+            continue;
         std::uint32_t point = text[at];
         if (point >= 0xD800 && point <= 0xDFFF) {
             const bool pair = point < 0xDC00 && at + 1 < text.size() && (text[at + 1] & 0xFC00U) == 0xDC00U;
@@ -132,6 +139,7 @@ std::string UTF16to8(std::u16string_view text)
             put(0x80U | ((point >> 6U) & 0x3FU));
         }
         put(0x80U | (point & 0x3FU));
+        ++at;
     }
     return result;
 }
