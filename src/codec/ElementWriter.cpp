@@ -22,7 +22,10 @@ class Terminated
 public:
     Terminated(const UTF16String& text, char16_t insteadOfZero) : mText(text.c_str())
     {
-        if (std::count(text.begin(), text.end(), u'\0') == 0)  // faster than find: no early end
+        char16_t hasZero = 0;
+        for (const char16_t unit : text)  // without an early end, and so several units at a time
+            hasZero |= unit == 0 ? 1 : 0;
+        if (hasZero == 0)
             return;
         mCopy = text;
         std::replace(mCopy.begin(), mCopy.end(), u'\0', insteadOfZero);

@@ -10,6 +10,10 @@ namespace {
 
 constexpr std::size_t kTextLength = 36;
 
+/// Where the two digits of each byte begin.
+constexpr std::array<std::uint8_t, 16> kBytePlaces{0, 2, 4, 6, 9, 11, 14, 16, 19, 21, 24, 26, 28, 30, 32, 34};
+constexpr std::u16string_view kDigits = u"0123456789abcdef";
+
 constexpr bool IsHyphenPlace(std::size_t at)
 {
     return at == 8 || at == 13 || at == 18 || at == 23;
@@ -62,12 +66,10 @@ UTF16String Guid::AsString() const
     const std::array<std::uint64_t, 2> halves{static_cast<std::uint64_t>(mFirst),
                                               static_cast<std::uint64_t>(mSecond)};
     UTF16String text(kTextLength, u'-');
-    std::size_t digits = 0;
-    for (std::size_t at = 0; at < kTextLength; ++at) {
-        if (IsHyphenPlace(at))
-            continue;
-        text[at] = u"0123456789abcdef"[(halves[digits / 16] >> (60U - 4U * (digits % 16))) & 0xFU];
-        ++digits;
+    for (std::size_t byte = 0; byte < kBytePlaces.size(); ++byte) {
+        const std::uint64_t value = halves[byte / 8] >> (56U - 8U * (byte % 8));
+        text[kBytePlaces[byte]] = kDigits[value >> 4U & 0xFU];
+        text[kBytePlaces[byte] + 1U] = kDigits[value & 0xFU];
     }
     return text;
 }

@@ -50,23 +50,30 @@ char16_t Carried(char16_t previous, char16_t unit, char16_t next)
     return isCarried ? unit : kReplacementCharacter;
 }
 
-/// \param value Ends with a zero.
-void PutEscaped(TextBuilder& out, const XMLCh* value, const ReplacementTable& table)
+void PutEscaped(TextBuilder& out, std::u16string_view value, const ReplacementTable& table)
 {
     constexpr std::size_t kBlock = 64;
     char16_t previous = 0;
-    while (*value != 0) {
+    while (!value.empty()) {
+        const std::u16string_view block = value.substr(0, kBlock);
+        value.remove_prefix(block.size());
         char16_t* to = out.Room(kBlock * ReplacementTable::kRoom);
-        for (std::size_t left = kBlock; left != 0 && *value != 0; --left) {
-            const char16_t unit = *value++;
+        for (const char16_t& unit : block) {
             if (ReplacementTable::Has(unit))
                 to = table.Write(unit, to);
             else
-                *to++ = Carried(previous, unit, *value);
+                *to++ = Carried(previous, unit, *(&unit + 1));
             previous = unit;
         }
         out.Fill(to);
     }
+}
+
+/// \param node A text node or CDATA section.
+std::u16string_view DataOf(const DOMNode* node)
+{
+    const auto* const text = static_cast<const xercesc::DOMCharacterData*>(node);
+    return {text->getData(), text->getLength()};
 }
 
 void PutAttributes(TextBuilder& out, const DOMNode* element)
@@ -80,7 +87,7 @@ void PutAttributes(TextBuilder& out, const DOMNode* element)
         out.Put(u"=\"");
         // The value of the attribute itself costs a cast.
         for (const DOMNode* text = attribute->getFirstChild(); text != nullptr; text = text->getNextSibling())
-            PutEscaped(out, text->getNodeValue(), kInAttribute);
+            PutEscaped(out, DataOf(text), kInAttribute);
         out.Put(u'"');
     }
 }
@@ -114,7 +121,7 @@ const DOMNode* Open(TextBuilder& out, const DOMNode* node)
         return node->getFirstChild();
     }
     if (IsText(node))
-        PutEscaped(out, node->getNodeValue(), kInText);
+        PutEscaped(out, DataOf(node), kInText);
     return nullptr;
 }
 
