@@ -52,12 +52,12 @@ ElementWriter ElementWriter::CreateRoot(xercesc::DOMDocument& document, const UT
 
 void ElementWriter::AppendChildElement(Name name, const UTF16String& text) const
 {
-    SetText(Append(name.Text()), text);
+    SetText(Append(name.Text()), Terminated(text, kInText).Get());
 }
 
 void ElementWriter::AppendChildElement(const UTF16String& name, const UTF16String& text) const
 {
-    SetText(Append(Terminated(name, kInName).Get()), text);
+    SetText(Append(Terminated(name, kInName).Get()), Terminated(text, kInText).Get());
 }
 
 xercesc::DOMElement* ElementWriter::Append(const XMLCh* name) const
@@ -67,9 +67,9 @@ xercesc::DOMElement* ElementWriter::Append(const XMLCh* name) const
     return element;
 }
 
-void ElementWriter::SetText(xercesc::DOMElement* element, const UTF16String& text)
+void ElementWriter::SetText(xercesc::DOMElement* element, const XMLCh* text)
 {
-    element->appendChild(element->getOwnerDocument()->createTextNode(Terminated(text, kInText).Get()));
+    element->appendChild(element->getOwnerDocument()->createTextNode(text));
 }
 
 void ElementWriter::SetAttribute(Name attribute, const UTF16String& value) const
@@ -91,7 +91,7 @@ void ElementWriter::Attribute(Name name, Name attribute, const UTF16String& valu
 
 void ElementWriter::Guid(Name name, const ferrite::utility::Guid& guid) const
 {
-    Attribute(name, Vocabulary::kID, guid.AsString());
+    Append(name.Text())->setAttribute(Vocabulary::kID.Text(), guid.AsArray().data());
 }
 
 void ElementWriter::NonZeroGuid(Name name, const ferrite::utility::Guid& guid) const
@@ -113,7 +113,7 @@ void ElementWriter::TriState(Name name, std::int32_t value) const
 
 void ElementWriter::Integer(Name name, std::int64_t value) const
 {
-    AppendChildElement(name, DecimalText(value));
+    SetText(Append(name.Text()), DecimalText(value).c_str());
 }
 
 void ElementWriter::Ticks(Name name, tempora::TickTime time) const

@@ -59,9 +59,9 @@ public:
 private:
     explicit ElementWriter(xercesc::DOMElement* element) : mElement(element) {}
 
-    /// \param name Terminated by zero.
+    /// Names and texts are terminated by zero.
     xercesc::DOMElement* Append(const XMLCh* name) const;
-    static void SetText(xercesc::DOMElement* element, const UTF16String& text);
+    static void SetText(xercesc::DOMElement* element, const XMLCh* text);
 
     xercesc::DOMElement* mElement;
 };

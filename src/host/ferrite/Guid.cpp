@@ -8,16 +8,10 @@
 namespace ferrite::utility {
 namespace {
 
-constexpr std::size_t kTextLength = 36;
-
 /// Where the two digits of each byte begin.
 constexpr std::array<std::uint8_t, 16> kBytePlaces{0, 2, 4, 6, 9, 11, 14, 16, 19, 21, 24, 26, 28, 30, 32, 34};
+constexpr std::array<std::size_t, 4> kHyphenPlaces{8, 13, 18, 23};
 constexpr std::u16string_view kDigits = u"0123456789abcdef";
-
-constexpr bool IsHyphenPlace(std::size_t at)
-{
-    return at == 8 || at == 13 || at == 18 || at == 23;
-}
 
 /// \return The digit's value, or -1.
 constexpr int HexDigit(char16_t unit)
@@ -44,33 +38,37 @@ Guid Guid::StringToGUID(std::u16string_view text) noexcept
         text = text.substr(1, kTextLength);
     if (text.size() != kTextLength)
         return {};
-    std::array<std::uint64_t, 2> halves{};
-    std::size_t digits = 0;
-    for (std::size_t at = 0; at < kTextLength; ++at) {
-        if (IsHyphenPlace(at)) {
-            if (text[at] != u'-')
-                return {};
-            continue;
-        }
-        const int digit = HexDigit(text[at]);
-        if (digit < 0)
+    for (const std::size_t hyphen : kHyphenPlaces)
+        if (text[hyphen] != u'-')
             return {};
-        std::uint64_t& half = halves[digits++ / 16];
-        half = (half << 4U) | static_cast<std::uint64_t>(digit);
+    std::array<std::uint64_t, 2> halves{};
+    for (std::size_t byte = 0; byte < kBytePlaces.size(); ++byte) {
+        const int high = HexDigit(text[kBytePlaces[byte]]);
+        const int low = HexDigit(text[kBytePlaces[byte] + 1U]);
+        if (high < 0 || low < 0)
+            return {};
+        halves[byte / 8] = halves[byte / 8] << 8U | static_cast<std::uint64_t>(16 * high + low);
     }
     return {halves[0], halves[1]};
 }
 
 UTF16String Guid::AsString() const
 {
+    return {AsArray().data(), kTextLength};
+}
+
+std::array<char16_t, Guid::kTextLength + 1> Guid::AsArray() const noexcept
+{
     const std::array<std::uint64_t, 2> halves{static_cast<std::uint64_t>(mFirst),
                                               static_cast<std::uint64_t>(mSecond)};
-    UTF16String text(kTextLength, u'-');
+    std::array<char16_t, kTextLength + 1> text{};
     for (std::size_t byte = 0; byte < kBytePlaces.size(); ++byte) {
         const std::uint64_t value = halves[byte / 8] >> (56U - 8U * (byte % 8));
         text[kBytePlaces[byte]] = kDigits[value >> 4U & 0xFU];
         text[kBytePlaces[byte] + 1U] = kDigits[value & 0xFU];
     }
+    for (const std::size_t hyphen : kHyphenPlaces)
+        text[hyphen] = u'-';
     return text;
 }
 

@@ -3,6 +3,8 @@
 #include "host/Export.h"
 #include "host/ferrite/UTF16String.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -32,6 +34,11 @@ public:
 
     /// \return 36 characters: lower case, with hyphens, without braces; also for the zero GUID.
     AC_API UTF16String AsString() const;
+
+    static constexpr std::size_t kTextLength = 36;
+
+    /// \return The same, ended by a zero.
+    AC_API std::array<char16_t, kTextLength + 1> AsArray() const noexcept;
 
     constexpr bool IsZero() const noexcept { return mFirst == 0 && mSecond == 0; }
 

@@ -50,6 +50,7 @@ char16_t Carried(char16_t previous, char16_t unit, char16_t next)
     return isCarried ? unit : kReplacementCharacter;
 }
 
+/// \param value Of a node, which a zero follows.
 void PutEscaped(TextBuilder& out, std::u16string_view value, const ReplacementTable& table)
 {
     constexpr std::size_t kBlock = 64;
@@ -58,12 +59,12 @@ void PutEscaped(TextBuilder& out, std::u16string_view value, const ReplacementTa
         const std::u16string_view block = value.substr(0, kBlock);
         value.remove_prefix(block.size());
         char16_t* to = out.Room(kBlock * ReplacementTable::kRoom);
-        for (const char16_t& unit : block) {
-            if (ReplacementTable::Has(unit))
-                to = table.Write(unit, to);
+        for (const char16_t* at = block.data(); at != block.data() + block.size(); ++at) {
+            if (ReplacementTable::Has(*at))
+                to = table.Write(*at, to);
             else
-                *to++ = Carried(previous, unit, *(&unit + 1));
-            previous = unit;
+                *to++ = Carried(previous, at[0], at[1]);
+            previous = *at;
         }
         out.Fill(to);
     }
@@ -94,14 +95,15 @@ void PutAttributes(TextBuilder& out, const DOMNode* element)
 
 bool IsText(const DOMNode* node)
 {
-    return node->getNodeType() == DOMNode::TEXT_NODE || node->getNodeType() == DOMNode::CDATA_SECTION_NODE;
+    const DOMNode::NodeType type = node->getNodeType();
+    return type == DOMNode::TEXT_NODE || type == DOMNode::CDATA_SECTION_NODE;
 }
 
 /// \return Whether there is nothing to write between the tags.
-bool IsEmpty(const DOMNode* element)
+bool IsEmpty(const DOMNode* firstChild)
 {
-    for (const DOMNode* child = element->getFirstChild(); child != nullptr; child = child->getNextSibling())
-        if (!IsText(child) || *child->getNodeValue() != 0)
+    for (const DOMNode* child = firstChild; child != nullptr; child = child->getNextSibling())
+        if (!IsText(child) || !DataOf(child).empty())
             return false;
     return true;
 }
@@ -109,19 +111,19 @@ bool IsEmpty(const DOMNode* element)
 /// Writes what stands before the node's children. \return The first child to go on with, or null.
 const DOMNode* Open(TextBuilder& out, const DOMNode* node)
 {
-    if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
+    if (IsText(node)) {
+        PutEscaped(out, DataOf(node), kInText);
+    } else if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
         out.Put(u'<');
         out.Put(node->getNodeName());
         PutAttributes(out, node);
-        if (IsEmpty(node)) {
-            out.Put(u"/>");
-            return nullptr;
+        const DOMNode* const child = node->getFirstChild();
+        if (!IsEmpty(child)) {
+            out.Put(u'>');
+            return child;
         }
-        out.Put(u'>');
-        return node->getFirstChild();
+        out.Put(u"/>");
     }
-    if (IsText(node))
-        PutEscaped(out, DataOf(node), kInText);
     return nullptr;
 }
 
