@@ -41,7 +41,7 @@ std::string TextOf(const AnyJson& object, const char* member)
 
 void ReadableReplay::OnComment(const Line& line)
 {
-    EndRun();
+    EndInput();
     if (!std::exchange(mAfterComment, true))
         mOutline.EndLine();
     const std::size_t begin = std::min(line.text.find_first_not_of("# \t\r"), line.text.size());
@@ -51,10 +51,11 @@ void ReadableReplay::OnComment(const Line& line)
 
 void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const BoundCall& input)
 {
-    EndRun();
+    EndInput();
     mAfterComment = false;
     mOutline.EndLine();
     mIndent = kInputIndent;
+    mSilence = "nothing happens";
     mCreating = TextOf(json, "create");
     mSpeaker = Connectors();
     const ValueWriter writer(Style::kReadable);
@@ -70,6 +71,8 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
                                                  : "host no longer wants the panels' requests");
     } else if (json.contains("panel")) {
         Request(mSpeaker, TextOf(json, "panel"), json["data"]);
+        if (mRegistered.count(TextOf(json, "panel")) == 0)
+            mSilence = "nobody hears it: this request is not registered";
     } else if (json.contains("station")) {
         Heading(Colour::kCyan, "host", "station " + TextOf(json, "station"), TextOf(json, "message"));
         if (json.contains("data"))
@@ -80,6 +83,7 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
         Heading(Colour::kGreen, "ingest library", mSpeaker, name);
         Arguments(FindCallback(name)->labels, input.arguments(writer));
     } else if (json.contains("host")) {
+        mSilence.clear();
         Sentence(Colour::kBlue, "host from here on");
         mOutline.PutValue(mIndent, OrderedJson::parse(DumpJson(json["host"])));
     } else if (json.contains("ui")) {
@@ -95,7 +99,13 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
 
 void ReadableReplay::OnEffect(OrderedJson& effect)
 {
-    if (ExtendsRun(effect))
+    mSilence.clear();
+    const std::string operation = TextOf(effect, "hostCall");
+    if (operation == "PlexaManager::AddTandemEventListener")
+        mRegistered.insert(effect["args"][0].get<std::string>());
+    else if (operation == "PlexaManager::RemoveTandemEventListener")
+        mRegistered.erase(effect["args"][0].get<std::string>());
+    if (ExtendsRun(operation))
         return;
     const std::string subject = effect.front().get<std::string>();
     if (effect.contains("dispatcher")) {
@@ -152,9 +162,8 @@ void ReadableReplay::Request(const std::string& to, const std::string& what, con
     mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(data));
 }
 
-bool ReadableReplay::ExtendsRun(const OrderedJson& effect)
+bool ReadableReplay::ExtendsRun(const std::string& operation)
 {
-    const std::string operation = TextOf(effect, "hostCall");
     if (operation.empty() || operation != mRunOperation) {
         EndRun();
         mRunOperation = operation;
@@ -169,6 +178,13 @@ void ReadableReplay::EndRun()
                           "… and " + std::to_string(mRunLength - kShownOfRun) + " more");
     mRunOperation.clear();
     mRunLength = 0;
+}
+
+void ReadableReplay::EndInput()
+{
+    EndRun();
+    if (!mSilence.empty())
+        Sentence(Colour::kDim, std::exchange(mSilence, {}));
 }
 
 std::string ReadableReplay::Connectors() const

@@ -22,8 +22,8 @@ public:
     void OnComment(const Line& line) override;
     void OnInput(const Line& line, const Json& json, const BoundCall& input) override;
     void OnEffect(OrderedJson& effect) override;
-    void OnEnd() override { EndRun(); }
-    void OnBadLine() override { EndRun(); }
+    void OnEnd() override { EndInput(); }
+    void OnBadLine() override { EndInput(); }
     bool IsDone() const override { return !mOutput; }
 
 private:
@@ -36,9 +36,13 @@ private:
     void Arguments(const Labels& labels, OrderedJson arguments);
     void Request(const std::string& to, const std::string& what, const Json& data);
 
-    /// \return Whether the effect only adds to a run of like host calls, of which the first ones are printed.
-    bool ExtendsRun(const OrderedJson& effect);
+    /// \param operation The host call, or empty. \return Whether it only adds to a run of like ones, of which
+    ///        the first are printed.
+    bool ExtendsRun(const std::string& operation);
     void EndRun();
+
+    /// Ends the last run of the input, or says that there was no effect at all.
+    void EndInput();
 
     /// \return Who acts on an event: the one connector that lives, or all of them.
     std::string Connectors() const;
@@ -47,9 +51,11 @@ private:
     Outline mOutline;
     std::size_t mIndent = kInputIndent;
     bool mAfterComment = false;
-    std::set<std::string> mAlive;  ///< Kinds of connectors.
-    std::string mCreating;         ///< The kind that the input creates.
-    std::string mSpeaker;          ///< Whose effects these are.
+    std::set<std::string> mAlive;       ///< Kinds of connectors.
+    std::string mCreating;              ///< The kind that the input creates.
+    std::string mSpeaker;               ///< Whose effects these are.
+    std::set<std::string> mRegistered;  ///< What panels may request.
+    std::string mSilence;               ///< What to say when no effect follows.
     std::string mRunOperation;
     std::size_t mRunLength = 0;
 };

@@ -170,18 +170,35 @@ TEST(ReplayTest, NotificationsAreComparedAsTrees)
     }
 }
 
+/// \return What people see of a session.
+std::string Readable(const std::string& session)
+{
+    std::istringstream file(session);
+    std::ostringstream output;
+    Session::ReadableReplay readable(output, false);
+    Session::PlaySession(file, Style::kReadable, readable);
+    return output.str();
+}
+
 TEST(ReplayTest, PeopleSeeNeitherPasswordsNorControlCharacters)
 {
     for (const char* const text : {"<m><ftpSetting ftpPassword=\\\"geheim\\\"/></m>",
                                    "<m><ftpSetting ftpPassword = 'geheim\\u001b[2J'></m>"}) {
-        std::istringstream file(std::string("{\"panel\": \"x\", \"data\": \"") + text + "\"}\n");
-        std::ostringstream output;
-        Session::ReadableReplay readable(output, false);
-        Session::PlaySession(file, Style::kReadable, readable);
-        EXPECT_NE(output.str().find("***"), std::string::npos);
-        EXPECT_EQ(output.str().find("geheim"), std::string::npos);
-        EXPECT_EQ(output.str().find('\x1B'), std::string::npos);
+        const std::string seen = Readable(std::string(R"({"panel": "x", "data": ")") + text + "\"}\n");
+        EXPECT_NE(seen.find("***"), std::string::npos);
+        EXPECT_EQ(seen.find("geheim"), std::string::npos);
+        EXPECT_EQ(seen.find('\x1B'), std::string::npos);
     }
+}
+
+TEST(ReplayTest, PeopleAreToldWhyNothingHappens)
+{
+    const std::string request = R"({"panel": "com.velmo.browser.event.ReportEvent", "data": "<"})"
+                                "\n";
+    const std::string seen = Readable(kCreate + request + "{\"register\": true}\n" + request);
+    const std::size_t unheard = seen.find("    nobody hears it: this request is not registered\n");
+    EXPECT_LT(unheard, seen.find("AddTandemEventListener"));
+    EXPECT_EQ(seen.find("nothing happens\n"), seen.size() - 16);
 }
 
 }  // namespace
