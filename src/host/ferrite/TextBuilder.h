@@ -1,6 +1,5 @@
 #pragma once
 
-#include "host/ferrite/HugePages.h"
 #include "host/ferrite/UTF16String.h"
 
 #include <algorithm>
@@ -55,7 +54,6 @@ public:
             length += piece.size;
         UTF16String text;
         text.reserve(length);
-        PreferHugePages(text.data(), length * sizeof(char16_t));
         for (Piece& piece : mFull) {
             text.append(piece.units.get(), piece.size);
             piece.units.reset();
@@ -73,7 +71,7 @@ private:
     };
 
     static constexpr std::size_t kFirstSize = 2048;
-    static constexpr std::size_t kLargestSize = std::size_t{1} << 22U;
+    static constexpr std::size_t kLargestSize = std::size_t{1} << 15U;
 
     /// \param text Fits.
     void Append(std::u16string_view text)
@@ -87,7 +85,6 @@ private:
     {
         const std::size_t size = std::max(least, std::clamp(2 * mSize, kFirstSize, kLargestSize));
         Units units(new char16_t[size]);
-        PreferHugePages(units.get(), size * sizeof(char16_t));
         if (mSize != 0) {
             mFull.emplace_back();  // before the piece is moved: this may throw
             mFull.back() = {std::move(mUnits), mUsed};

@@ -1,7 +1,5 @@
 #include "host/ferrite/Unicode.h"
 
-#include "host/ferrite/HugePages.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -112,7 +110,6 @@ std::string UTF16to8(std::u16string_view text)
     constexpr std::size_t kBlock = 4096;  // what is read twice and written twice stays in the cache
     std::string result;
     result.reserve(text.size());
-    PreferHugePages(result.data(), text.size());
     const auto put = [&result](std::uint32_t byte) { result.push_back(static_cast<char>(byte)); };
     std::size_t at = 0;
     while (at < text.size()) {
