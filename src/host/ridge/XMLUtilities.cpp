@@ -70,7 +70,13 @@ void PutEscaped(TextBuilder& out, std::u16string_view value, const ReplacementTa
     }
 }
 
-/// \param node A text node or CDATA section.
+bool IsText(const DOMNode* node)
+{
+    const DOMNode::NodeType type = node->getNodeType();
+    return type == DOMNode::TEXT_NODE || type == DOMNode::CDATA_SECTION_NODE;
+}
+
+/// \param node One that IsText.
 std::u16string_view DataOf(const DOMNode* node)
 {
     const auto* const text = static_cast<const xercesc::DOMCharacterData*>(node);
@@ -88,15 +94,10 @@ void PutAttributes(TextBuilder& out, const DOMNode* element)
         out.Put(u"=\"");
         // The value of the attribute itself costs a cast.
         for (const DOMNode* text = attribute->getFirstChild(); text != nullptr; text = text->getNextSibling())
-            PutEscaped(out, DataOf(text), kInAttribute);
+            if (IsText(text))
+                PutEscaped(out, DataOf(text), kInAttribute);
         out.Put(u'"');
     }
-}
-
-bool IsText(const DOMNode* node)
-{
-    const DOMNode::NodeType type = node->getNodeType();
-    return type == DOMNode::TEXT_NODE || type == DOMNode::CDATA_SECTION_NODE;
 }
 
 /// \return Whether there is nothing to write between the tags.
