@@ -71,8 +71,7 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
                                                  : "host no longer wants the panels' requests");
     } else if (json.contains("panel")) {
         Request(mSpeaker, TextOf(json, "panel"), json["data"]);
-        if (mRegistered.count(TextOf(json, "panel")) == 0)
-            mSilence = "nobody hears it: this request is not registered";
+        mSilence = "nothing happens: the request is not registered, or no connector acts on it";
     } else if (json.contains("station")) {
         Heading(Colour::kCyan, "host", "station " + TextOf(json, "station"), TextOf(json, "message"));
         if (json.contains("data"))
@@ -100,12 +99,7 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
 void ReadableReplay::OnEffect(OrderedJson& effect)
 {
     mSilence.clear();
-    const std::string operation = TextOf(effect, "hostCall");
-    if (operation == "PlexaManager::AddTandemEventListener")
-        mRegistered.insert(effect["args"][0].get<std::string>());
-    else if (operation == "PlexaManager::RemoveTandemEventListener")
-        mRegistered.erase(effect["args"][0].get<std::string>());
-    if (ExtendsRun(operation))
+    if (ExtendsRun(TextOf(effect, "hostCall")))
         return;
     const std::string subject = effect.front().get<std::string>();
     if (effect.contains("dispatcher")) {

@@ -51,11 +51,10 @@ private:
     Outline mOutline;
     std::size_t mIndent = kInputIndent;
     bool mAfterComment = false;
-    std::set<std::string> mAlive;       ///< Kinds of connectors.
-    std::string mCreating;              ///< The kind that the input creates.
-    std::string mSpeaker;               ///< Whose effects these are.
-    std::set<std::string> mRegistered;  ///< What panels may request.
-    std::string mSilence;               ///< What to say when no effect follows.
+    std::set<std::string> mAlive;  ///< Kinds of connectors.
+    std::string mCreating;         ///< The kind that the input creates.
+    std::string mSpeaker;          ///< Whose effects these are.
+    std::string mSilence;          ///< What to say when no effect follows.
     std::string mRunOperation;
     std::size_t mRunLength = 0;
 };

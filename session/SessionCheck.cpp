@@ -24,7 +24,7 @@ bool SameEffect(const Json& expected, const Json& actual)
 }
 
 /// Masks what a file should not hold and nobody prints. \return The text.
-std::string PublicText(Json& effect)
+std::string MaskedText(Json& effect)
 {
     std::vector<std::pair<std::string, Json*>> pending{{"", &effect}};
     while (!pending.empty()) {
@@ -59,18 +59,18 @@ void SessionCheck::OnEffect(OrderedJson& effect)
 void SessionCheck::OnExpected(const Line& line, Json& effect)
 {
     if (mActual.empty()) {
-        mDifference = {line.number, PublicText(effect), kNoEffect};
+        mDifference = {line.number, MaskedText(effect), kNoEffect};
         return;
     }
     if (!SameEffect(effect, mActual.front()))
-        mDifference = {line.number, PublicText(effect), PublicText(mActual.front())};
+        mDifference = {line.number, MaskedText(effect), MaskedText(mActual.front())};
     mActual.pop_front();
 }
 
 void SessionCheck::OnEnd()
 {
     if (!mActual.empty())
-        mDifference = {mInputLine, kNoEffect, PublicText(mActual.front())};
+        mDifference = {mInputLine, kNoEffect, MaskedText(mActual.front())};
 }
 
 }  // namespace Session

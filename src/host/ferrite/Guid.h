@@ -32,12 +32,13 @@ public:
     /// \return The GUID; zero for any other text. Never throws.
     AC_API static Guid StringToGUID(std::u16string_view text) noexcept;
 
-    /// \return 36 characters: lower case, with hyphens, without braces; also for the zero GUID.
-    AC_API UTF16String AsString() const;
-
+    /// The length of the text form.
     static constexpr std::size_t kTextLength = 36;
 
-    /// \return The same, ended by a zero.
+    /// \return The text form: lower case, with hyphens, without braces; also for the zero GUID.
+    AC_API UTF16String AsString() const;
+
+    /// \return The text form and a zero behind it.
     AC_API std::array<char16_t, kTextLength + 1> AsArray() const noexcept;
 
     constexpr bool IsZero() const noexcept { return mFirst == 0 && mSecond == 0; }

@@ -9,8 +9,7 @@
 namespace ferrite::utility {
 
 /// What is written for each ASCII character: a short text, for most of them the character itself. All are
-/// copied alike, so that no branch asks which is which: where they mix, every other answer would be a
-/// surprise to the processor.
+/// copied alike, so that no branch asks which is which: where they mix, the processor mispredicts it.
 class ReplacementTable
 {
 public:
@@ -39,7 +38,8 @@ public:
     /// \param character One that the table has. \return The length of its text.
     constexpr std::size_t SizeOf(char16_t character) const { return mSizes[character]; }
 
-    /// Writes the text of a character. \param out Has room for kRoom units. \return Where the text ends.
+    /// Writes the text of a character that the table has. \param out Has room for kRoom units. \return Where
+    /// the text ends.
     char16_t* Write(char16_t character, char16_t* out) const
     {
         std::copy(mTexts[character].begin(), mTexts[character].end(), out);

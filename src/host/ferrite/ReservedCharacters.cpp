@@ -34,7 +34,7 @@ void EncodeReservedCharacters(const UTF16String& input, UTF16String& output)
     std::size_t length = 0;
     for (const char16_t unit : input)
         length += utility::ReplacementTable::Has(unit) ? kReferences.SizeOf(unit) : 1;
-    UTF16String result(length + utility::ReplacementTable::kRoom, u'\0');  // the last one takes its room
+    UTF16String result(length + utility::ReplacementTable::kRoom, u'\0');  // the last copy takes kRoom
     char16_t* out = result.data();
     for (const char16_t unit : input) {
         if (utility::ReplacementTable::Has(unit))

@@ -16,7 +16,7 @@ namespace ferrite::utility {
 class TextBuilder
 {
 public:
-    /// \throws std::bad_alloc, as the next one does; what was put before stays.
+    /// \throws std::bad_alloc, as the next two do; what was put before stays.
     void Put(char16_t unit)
     {
         if (mUsed == mSize)
@@ -35,7 +35,8 @@ public:
         Append(text);
     }
 
-    /// \return Room for so many units, to be filled from its begin; until then nothing else may be put.
+    /// \return Room for so many units in one place. Nothing else may be put until Fill takes what was written
+    ///         there; the rest of the piece may stay unused.
     char16_t* Room(std::size_t count)
     {
         if (count > mSize - mUsed)
@@ -43,7 +44,7 @@ public:
         return mUnits.get() + mUsed;
     }
 
-    /// Takes what the room was filled with. \param end Where that ends.
+    /// \param end Where what was written into the room ends.
     void Fill(const char16_t* end) { mUsed = static_cast<std::size_t>(end - mUnits.get()); }
 
     /// \return The whole text. Nothing may be put afterwards.
