@@ -59,7 +59,7 @@ public:
 private:
     explicit ElementWriter(xercesc::DOMElement* element) : mElement(element) {}
 
-    /// Names and texts are terminated by zero.
+    /// Names and texts end with their only zero.
     xercesc::DOMElement* Append(const XMLCh* name) const;
     static void SetText(xercesc::DOMElement* element, const XMLCh* text);
 

@@ -210,7 +210,7 @@ TEST(ReplayTest, PeopleAreToldThatNothingHappens)
     const std::string seen =
         Readable(kCreate + R"({"panel": "x", "data": "<a/>"})" + "\n" + kStart + "{\"ui\": true}\n");
     EXPECT_NE(seen.find("<a/>\n    nothing happens: the request is not registered"), std::string::npos);
-    EXPECT_EQ(seen.find("nothing happens\n"), seen.size() - 16);  // the callback had an effect
+    EXPECT_EQ(seen.find("nothing happens\n"), seen.rfind("nothing"));  // the callback had an effect
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace ferrite::utility {
 namespace {
 
 /// Where the two digits of each byte begin.
-constexpr std::array<std::uint8_t, 16> kBytePlaces{0, 2, 4, 6, 9, 11, 14, 16, 19, 21, 24, 26, 28, 30, 32, 34};
+constexpr std::array<std::size_t, 16> kBytePlaces{0, 2, 4, 6, 9, 11, 14, 16, 19, 21, 24, 26, 28, 30, 32, 34};
 constexpr std::array<std::size_t, 4> kHyphenPlaces{8, 13, 18, 23};
 constexpr std::u16string_view kDigits = u"0123456789abcdef";
 
@@ -44,7 +44,7 @@ Guid Guid::StringToGUID(std::u16string_view text) noexcept
     std::array<std::uint64_t, 2> halves{};
     for (std::size_t byte = 0; byte < kBytePlaces.size(); ++byte) {
         const int high = HexDigit(text[kBytePlaces[byte]]);
-        const int low = HexDigit(text[kBytePlaces[byte] + 1U]);
+        const int low = HexDigit(text[kBytePlaces[byte] + 1]);
         if (high < 0 || low < 0)
             return {};
         halves[byte / 8] = halves[byte / 8] << 8U | static_cast<std::uint64_t>(16 * high + low);
@@ -65,7 +65,7 @@ std::array<char16_t, Guid::kTextLength + 1> Guid::AsArray() const noexcept
     for (std::size_t byte = 0; byte < kBytePlaces.size(); ++byte) {
         const std::uint64_t value = halves[byte / 8] >> (56U - 8U * (byte % 8));
         text[kBytePlaces[byte]] = kDigits[value >> 4U & 0xFU];
-        text[kBytePlaces[byte] + 1U] = kDigits[value & 0xFU];
+        text[kBytePlaces[byte] + 1] = kDigits[value & 0xFU];
     }
     for (const std::size_t hyphen : kHyphenPlaces)
         text[hyphen] = u'-';

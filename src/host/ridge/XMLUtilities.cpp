@@ -38,8 +38,8 @@ constexpr ReplacementTable MakeReplacements(bool inAttribute)
 constexpr ReplacementTable kInText = MakeReplacements(false);
 constexpr ReplacementTable kInAttribute = MakeReplacements(true);
 
-/// \return The unit, no ASCII character, or what to write instead where XML 1.0 cannot carry it: surrogates
-///         must come in pairs.
+/// \param unit Beyond ASCII.
+/// \return The unit, or U+FFFD where XML 1.0 cannot carry it: surrogates must come in pairs.
 char16_t Carried(char16_t previous, char16_t unit, char16_t next)
 {
     bool isCarried = unit < 0xFFFE;

@@ -29,8 +29,8 @@ AC_API xercesc::DOMDocument* CreateDomDocument();
 /// \return The document's text: no declaration, no indentation; an element without content as <a/>;
 ///         attributes in the DOM's order. A unit that XML 1.0 cannot carry becomes U+FFFD, so the text is
 ///         well-formed whatever the tree holds, and CR, and in attributes LF and TAB, become references,
-///         so that they survive the next parse. CDATA sections are written as text; comments and processing
-///         instructions are left out. Does not recurse.
+///         so that they survive the next parse. CDATA sections are written as text; comments, processing
+///         instructions and entity references are left out. Does not recurse.
 AC_API UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document);
 
 }  // namespace Ridge::XMLUtilities
