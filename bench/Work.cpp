@@ -176,7 +176,7 @@ PlainAsset<UTF16String> PlainAssetOf(const Ridge::AssetItem& item)
             AC::DecimalText(item.GetDuration().ticks),
             u"f254016000000",
             item.GetAssetName(),
-            AC::ClipTypeName(item.GetAssetMediaType()),
+            AC::ClipTypeName(item.GetAssetMediaType()).Text(),
             std::move(metadata)};
 }
 

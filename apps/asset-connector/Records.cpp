@@ -2,7 +2,6 @@
 #include "Input.h"
 #include "codec/ACMessageDecoder.h"
 #include "codec/ACMessageEncoder.h"
-#include "host/ferrite/ReservedCharacters.h"
 #include "host/ferrite/Unicode.h"
 #include "session/SimulatedHost.h"
 #include "session/ValueReader.h"
@@ -81,15 +80,14 @@ Status Encode(const std::string& file, bool decoded, std::ostream& output)
         return kBad;
     }
     return Try(input.Name() + ": the record cannot be encoded", [&] {
-        UTF16String xml;
+        using Ridge::XMLUtilities::Encoding;
         try {
-            xml = AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot);
+            output << AC::ACMessageEncoder::EncodeUTF8(message, AC::kNotificationRoot,
+                                                       decoded ? Encoding::kDecoded : Encoding::kPlain)
+                   << '\n';
         } catch (const xercesc::DOMException&) {
             throw std::runtime_error(BadName(message));
         }
-        if (decoded)
-            ferrite::xml::utils::DecodeReservedCharacters(xml, xml);
-        output << UTF16to8(xml) << '\n';
     });
 }
 

@@ -69,16 +69,28 @@ struct ReleaseDocument
     void operator()(xercesc::DOMDocument* document) const { document->release(); }
 };
 
+using Document = std::unique_ptr<xercesc::DOMDocument, ReleaseDocument>;
+
+Document DocumentOf(const ACMessage& message, const UTF16String& rootName)
+{
+    Document document(Ridge::XMLUtilities::CreateDomDocument());
+    const ElementWriter root = ElementWriter::CreateRoot(*document, rootName);
+    for (const auto encodeSection : kSections)
+        encodeSection(message, root);
+    return document;
+}
+
 }  // namespace
 
 UTF16String ACMessageEncoder::EncoderACMessage(const ACMessage& message, const UTF16String& rootName)
 {
-    const std::unique_ptr<xercesc::DOMDocument, ReleaseDocument> document(
-        Ridge::XMLUtilities::CreateDomDocument());
-    const ElementWriter root = ElementWriter::CreateRoot(*document, rootName);
-    for (const auto encodeSection : kSections)
-        encodeSection(message, root);
-    return Ridge::XMLUtilities::ConvertDomToXMLString(document.get());
+    return Ridge::XMLUtilities::ConvertDomToXMLString(DocumentOf(message, rootName).get());
+}
+
+std::string ACMessageEncoder::EncodeUTF8(const ACMessage& message, const UTF16String& rootName,
+                                         Ridge::XMLUtilities::Encoding encoding)
+{
+    return Ridge::XMLUtilities::ConvertDomToUTF8(DocumentOf(message, rootName).get(), encoding);
 }
 
 }  // namespace AC

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "host/Export.h"
+#include "host/ridge/Encoding.h"
 #include "message/ACMessage.h"
+
+#include <string>
 
 /// Notifications: from the record to XML text.
 namespace AC::ACMessageEncoder {
@@ -14,5 +17,9 @@ namespace AC::ACMessageEncoder {
 ///         the host throws.
 /// Any thread; the record and what it shares are only read. The XML platform is initialised by the host.
 AC_API UTF16String EncoderACMessage(const ACMessage& message, const UTF16String& rootName);
+
+/// The same as UTF-8, the form in which it leaves for the panels, without a way through UTF-16.
+AC_API std::string EncodeUTF8(const ACMessage& message, const UTF16String& rootName,
+                              Ridge::XMLUtilities::Encoding encoding);
 
 }  // namespace AC::ACMessageEncoder

@@ -60,7 +60,7 @@ void ReadItems(const DOMElement* section, AssetItemList& target, bool withoutSub
     UTF16String metadata;
     ferrite::xml::utils::EncodeReservedCharacters(item.GetAssetMetadata(), metadata);
 
-    writer.SetAttribute(kOrder, DecimalText(order));
+    writer.SetAttribute(kOrder, order);
     writer.Attribute(kFilePath, kPath, item.GetMediaPath());
     writer.Guid(kMediaInfoID, item.GetAssetMediaInfoGUID());
     writer.Guid(kParentAssetID, item.GetParentGUID());
@@ -74,7 +74,7 @@ void ReadItems(const DOMElement* section, AssetItemList& target, bool withoutSub
     if (hasTimes)
         writer.Text(kFrameRate, TickRateText());
     writer.Text(kItemName, item.GetAssetName());
-    writer.Text(kType, ClipTypeName(item.GetAssetMediaType()));
+    writer.Word(kType, ClipTypeName(item.GetAssetMediaType()));
     writer.Attribute(kRelativePath, kPath, item.GetParentBinPath());
     writer.Text(kAssetMetadata, metadata);
 }

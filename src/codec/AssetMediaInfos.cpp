@@ -104,7 +104,7 @@ void EncodeAssetMediaInfo(const AssetMediaInfo& info, const ElementWriter& item)
     item.Attribute(kAliasName, kItemName, info.GetAliasName());
     item.TriState(kForceLoadFromLoalDisk, info.GetForceLoadFromLocalDisk());
     item.Guid(kAssetID, info.GetAssetMediaInfoGUID());
-    item.Text(kType, ClipTypeName(info.GetAssetMediaType()));
+    item.Word(kType, ClipTypeName(info.GetAssetMediaType()));
     EncodeFileMetadata(info, item);
     item.Text(kFileContent, info.GetFileContent());
     EncodeRate(info, item);

@@ -77,6 +77,11 @@ void ElementWriter::SetAttribute(Name attribute, const UTF16String& value) const
     mElement->setAttribute(attribute.Text(), Terminated(value, kInText).Get());
 }
 
+void ElementWriter::SetAttribute(Name attribute, std::int64_t value) const
+{
+    mElement->setAttribute(attribute.Text(), Decimal(value).Text());
+}
+
 void ElementWriter::Text(Name name, const UTF16String& text) const
 {
     if (!text.empty())
@@ -100,9 +105,14 @@ void ElementWriter::NonZeroGuid(Name name, const ferrite::utility::Guid& guid) c
         Guid(name, guid);
 }
 
+void ElementWriter::Word(Name name, Name word) const
+{
+    SetText(Append(name.Text()), word.Text());
+}
+
 void ElementWriter::Boolean(Name name, bool value) const
 {
-    AppendChildElement(name, BooleanText(value));
+    Word(name, value ? Name(u"true") : Name(u"false"));
 }
 
 void ElementWriter::TriState(Name name, std::int32_t value) const
@@ -113,7 +123,7 @@ void ElementWriter::TriState(Name name, std::int32_t value) const
 
 void ElementWriter::Integer(Name name, std::int64_t value) const
 {
-    SetText(Append(name.Text()), DecimalText(value).c_str());
+    SetText(Append(name.Text()), Decimal(value).Text());
 }
 
 void ElementWriter::Ticks(Name name, tempora::TickTime time) const

@@ -32,6 +32,7 @@ public:
     void AppendChildElement(const UTF16String& name, const UTF16String& text) const;
 
     void SetAttribute(Name attribute, const UTF16String& value) const;
+    void SetAttribute(Name attribute, std::int64_t value) const;
 
     /// An element with one text or one attribute, when there is one.
     void Text(Name name, const UTF16String& text) const;
@@ -41,6 +42,8 @@ public:
     void Guid(Name name, const ferrite::utility::Guid& guid) const;
     void NonZeroGuid(Name name, const ferrite::utility::Guid& guid) const;
 
+    /// A word of the vocabulary.
+    void Word(Name name, Name word) const;
     void Boolean(Name name, bool value) const;
 
     /// Nothing for kACMessage_Undefine; "true" for kACMessage_True, else "false".

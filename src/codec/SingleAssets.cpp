@@ -81,7 +81,7 @@ void EncodeSelectedItemInfoList(const ACMessage& message, const ElementWriter& r
                 [](const SelectedItemInfo& info, const ElementWriter& item) {
                     item.Attribute(kFilePath, kPath, info.filePath);
                     item.Text(kAliasName, info.aliasName);
-                    item.Text(kType, ClipTypeName(info.type));
+                    item.Word(kType, ClipTypeName(info.type));
                     item.Guid(kAssetID, info.assetID);
                     item.Text(kExtraMediaPath, info.extraMediaPath);
                     if (info.type == Ridge::AssetMediaType::kSubClip && info.subClipInfo)

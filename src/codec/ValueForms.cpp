@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
-#include <string>
 
 namespace AC {
 namespace {
@@ -16,7 +16,7 @@ using Ridge::AssetMediaType;
 struct ClipType
 {
     AssetMediaType type;
-    std::u16string_view name;
+    Vocabulary::Name name;
 };
 
 constexpr std::array<ClipType, 4> kClipTypes{{{AssetMediaType::kMasterClip, u"masterClip"},
@@ -51,16 +51,16 @@ bool EqualsIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept
 AssetMediaType ClipTypeFromName(std::u16string_view name) noexcept
 {
     for (const ClipType& row : kClipTypes)
-        if (row.name == name)
+        if (row.name.View() == name)
             return row.type;
     return AssetMediaType::kUnknown;
 }
 
-UTF16String ClipTypeName(AssetMediaType type)
+Vocabulary::Name ClipTypeName(AssetMediaType type) noexcept
 {
     for (const ClipType& row : kClipTypes)
         if (row.type == type)
-            return UTF16String(row.name);
+            return row.name;
     return u"unKnown";
 }
 
@@ -91,20 +91,28 @@ UTF16String FormatFrameRate(tempora::FrameRate rate)
     return text;
 }
 
-UTF16String TickRateText()
+const UTF16String& TickRateText()
 {
-    return FormatFrameRate({1});
+    static const UTF16String text = FormatFrameRate({1});
+    return text;
 }
 
 UTF16String DecimalText(std::int64_t value)
 {
-    const std::string text = std::to_string(value);
-    return UTF16String(text.begin(), text.end());
+    return Decimal(value).Text();
 }
 
-UTF16String BooleanText(bool value)
+Decimal::Decimal(std::int64_t value) noexcept
 {
-    return value ? u"true" : u"false";
+    auto rest = static_cast<std::uint64_t>(value);
+    if (value < 0)
+        rest = 0 - rest;
+    do {
+        mUnits[--mBegin] = static_cast<char16_t>(u'0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    if (value < 0)
+        mUnits[--mBegin] = u'-';
 }
 
 }  // namespace AC

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "codec/Vocabulary.h"
 #include "host/ferrite/Guid.h"
 #include "host/ridge/AssetMediaType.h"
 #include "host/tempora/Time.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 
 /// How values are spelled in texts. All of them are pure; what is not noexcept throws std::bad_alloc alone.
@@ -16,8 +20,8 @@ bool EqualsIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept;
 /// \return 1 to 4 for the exact clip type names, 0 for anything else.
 Ridge::AssetMediaType ClipTypeFromName(std::u16string_view name) noexcept;
 
-/// \return "unKnown" for a value without a name; never empty.
-UTF16String ClipTypeName(Ridge::AssetMediaType type);
+/// \return "unKnown" for a value without a name.
+Vocabulary::Name ClipTypeName(Ridge::AssetMediaType type) noexcept;
 
 /// Reads "f" NUMERATOR and, optionally, "s" DENOMINATOR, in frames per second.
 /// \return kFrameRate_Zero without an "f", with an "s" in front of it or for 0/0; the largest rate for no
@@ -28,12 +32,22 @@ tempora::FrameRate ParseFrameRate(std::u16string_view text);
 UTF16String FormatFrameRate(tempora::FrameRate rate);
 
 /// The rate at which one frame is one tick: its text, for elements whose times are raw ticks.
-UTF16String TickRateText();
+const UTF16String& TickRateText();
 
 UTF16String DecimalText(std::int64_t value);
 
-/// "true" or "false".
-UTF16String BooleanText(bool value);
+/// The same without the heap, terminated by zero.
+class Decimal
+{
+public:
+    explicit Decimal(std::int64_t value) noexcept;
+
+    const char16_t* Text() const noexcept { return mUnits.data() + mBegin; }
+
+private:
+    std::array<char16_t, std::numeric_limits<std::int64_t>::digits10 + 3> mUnits{};  // a sign, a zero
+    std::size_t mBegin = mUnits.size() - 1;
+};
 
 /// \return The GUID of the text; zero for an empty or malformed one.
 inline ferrite::utility::Guid GuidOf(const UTF16String& text) noexcept

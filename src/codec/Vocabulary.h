@@ -17,6 +17,7 @@ public:
     }
 
     constexpr const char16_t* Text() const { return mText.data(); }
+    constexpr std::u16string_view View() const { return mText; }
 
     /// \param text Terminated by zero.
     constexpr bool Equals(const char16_t* text) const

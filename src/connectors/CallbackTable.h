@@ -2,6 +2,7 @@
 
 #include "connectors/ConnectorFrame.h"
 #include "host/ferrite/UTF16String.h"
+#include "host/ridge/Encoding.h"
 #include "message/ACMessage.h"
 
 #include <cstddef>
@@ -61,11 +62,7 @@ enum class BrowserRule
     kMediaCollection,  ///< kNativeBrowserID.
 };
 
-enum class Encoding
-{
-    kPlain,
-    kDecoded,  ///< See EncodeDecodedNotification.
-};
+using Ridge::XMLUtilities::Encoding;
 
 /// Posts a record as a station message; see Post in StationPosts.h.
 using PostFunction = void (*)(const ACMessage& message);

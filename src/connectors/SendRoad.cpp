@@ -1,7 +1,6 @@
 #include "connectors/SendRoad.h"
 
 #include "codec/ACMessageEncoder.h"
-#include "host/ferrite/ReservedCharacters.h"
 #include "host/ferrite/Unicode.h"
 #include "host/plexa/PlexaManager.h"
 
@@ -13,16 +12,14 @@ namespace {
 
 std::string EncodeNotification(const ACMessage& message)
 {
-    return ferrite::utility::UTF16to8(ACMessageEncoder::EncoderACMessage(message, kNotificationRoot));
+    return ACMessageEncoder::EncodeUTF8(message, kNotificationRoot, Encoding::kPlain);
 }
 
 }  // namespace
 
 std::string EncodeDecodedNotification(const ACMessage& message)
 {
-    UTF16String text = ACMessageEncoder::EncoderACMessage(message, kNotificationRoot);
-    ferrite::xml::utils::DecodeReservedCharacters(text, text);
-    return ferrite::utility::UTF16to8(text);
+    return ACMessageEncoder::EncodeUTF8(message, kNotificationRoot, Encoding::kDecoded);
 }
 
 void Send(const UTF16String& notification, const ACMessage& message, Encoding encoding)

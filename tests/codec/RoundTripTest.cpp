@@ -2,6 +2,8 @@
 
 #include "codec/ACMessageDecoder.h"
 #include "codec/ACMessageEncoder.h"
+#include "host/ferrite/ReservedCharacters.h"
+#include "host/ferrite/Unicode.h"
 #include "message/Comparison.h"
 #include "tests/support/FilledRecords.h"
 #include "tests/support/HostTest.h"
@@ -108,11 +110,17 @@ TEST_F(RoundTrip, CarriesEveryUnitOrItsReplacement)
         ACMessage message;
         message.result = text;
         message.targetBin = text;
+        UTF16String xml = AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot);
         ACMessage copy;
-        ASSERT_TRUE(AC::ACMessageDecoder::DecodeXMLString(
-            AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot), copy));
+        ASSERT_TRUE(AC::ACMessageDecoder::DecodeXMLString(xml, copy));
         EXPECT_EQ(copy.result, expected);
         EXPECT_EQ(copy.targetBin, expected);
+        const auto panelText = [&message](Ridge::XMLUtilities::Encoding encoding) {
+            return AC::ACMessageEncoder::EncodeUTF8(message, AC::kNotificationRoot, encoding);
+        };
+        EXPECT_EQ(panelText(Ridge::XMLUtilities::Encoding::kPlain), ferrite::utility::UTF16to8(xml));
+        ferrite::xml::utils::DecodeReservedCharacters(xml, xml);
+        EXPECT_EQ(panelText(Ridge::XMLUtilities::Encoding::kDecoded), ferrite::utility::UTF16to8(xml));
     }
 }
 

@@ -42,8 +42,10 @@ TEST(Unicode, ReplacesWhatIsNotWellFormed)
               "a\xEF\xBF\xBD"
               "b\xEF\xBF\xBD\xF0\x9F\x98\x80\xEF\xBF\xBD");
     for (const std::size_t length : {4094U, 4095U, 4096U}) {  // around what is converted at a time
-        const std::string plain(length, 'a');
-        EXPECT_EQ(ferrite::utility::UTF16to8(U(plain) + u"😀"), plain + "\xF0\x9F\x98\x80");
+        const std::string narrow = std::string(length, 'a') + "\xF0\x9F\x98\x80";
+        const UTF16String wide = UTF16String(length, u'a') + u"😀";
+        EXPECT_EQ(ferrite::utility::UTF16to8(wide), narrow);
+        EXPECT_EQ(ferrite::utility::UTF8to16(narrow), wide);
     }
 }
 

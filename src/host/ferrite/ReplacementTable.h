@@ -9,7 +9,9 @@
 namespace ferrite::utility {
 
 /// What is written for each ASCII character: a short text, for most of them the character itself. All are
-/// copied alike, so that no branch asks which is which: where they mix, the processor mispredicts it.
+/// copied alike, so that no branch asks which is which: where they mix, the processor mispredicts it. \tparam
+/// Unit Of the texts.
+template <class Unit>
 class ReplacementTable
 {
 public:
@@ -20,13 +22,13 @@ public:
     constexpr ReplacementTable()
     {
         for (std::size_t character = 0; character < kCharacters; ++character) {
-            mTexts[character][0] = static_cast<char16_t>(character);
+            mTexts[character][0] = static_cast<Unit>(character);
             mSizes[character] = 1;
         }
     }
 
     /// \param character ASCII. \param text At most kRoom units.
-    constexpr void Set(std::size_t character, std::u16string_view text)
+    constexpr void Set(std::size_t character, std::basic_string_view<Unit> text)
     {
         for (std::size_t i = 0; i < text.size(); ++i)
             mTexts[character][i] = text[i];
@@ -40,7 +42,7 @@ public:
 
     /// Writes the text of a character that the table has. \param out Has room for kRoom units. \return Where
     /// the text ends.
-    char16_t* Write(char16_t character, char16_t* out) const
+    Unit* Write(char16_t character, Unit* out) const
     {
         std::copy(mTexts[character].begin(), mTexts[character].end(), out);
         return out + mSizes[character];
@@ -49,7 +51,7 @@ public:
 private:
     static constexpr std::size_t kCharacters = 128;
 
-    std::array<std::array<char16_t, kRoom>, kCharacters> mTexts{};
+    std::array<std::array<Unit, kRoom>, kCharacters> mTexts{};
     std::array<std::uint8_t, kCharacters> mSizes{};
 };
 

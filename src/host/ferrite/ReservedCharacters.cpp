@@ -20,8 +20,10 @@ struct Reserved
 constexpr std::array<Reserved, 5> kReserved{
     {{u'&', u"&amp;"}, {u'<', u"&lt;"}, {u'>', u"&gt;"}, {u'"', u"&quot;"}, {u'\'', u"&apos;"}}};
 
-constexpr auto kReferences = [] {
-    utility::ReplacementTable references;
+using References = utility::ReplacementTable<char16_t>;
+
+constexpr References kReferences = [] {
+    References references;
     for (const Reserved& row : kReserved)
         references.Set(row.character, row.reference);
     return references;
@@ -31,18 +33,21 @@ constexpr auto kReferences = [] {
 
 void EncodeReservedCharacters(const UTF16String& input, UTF16String& output)
 {
-    std::size_t length = 0;
-    for (const char16_t unit : input)
-        length += utility::ReplacementTable::Has(unit) ? kReferences.SizeOf(unit) : 1;
-    UTF16String result(length + utility::ReplacementTable::kRoom, u'\0');  // the last copy takes kRoom
-    char16_t* out = result.data();
-    for (const char16_t unit : input) {
-        if (utility::ReplacementTable::Has(unit))
-            out = kReferences.Write(unit, out);
-        else
-            *out++ = unit;
+    constexpr std::size_t kBlock = 64;
+    std::array<char16_t, kBlock * References::kRoom> block;
+    UTF16String result;
+    result.reserve(input.size() + input.size() / 2);
+    for (std::u16string_view rest = input; !rest.empty();) {
+        char16_t* out = block.data();
+        for (const char16_t unit : rest.substr(0, kBlock)) {
+            if (References::Has(unit))
+                out = kReferences.Write(unit, out);
+            else
+                *out++ = unit;
+        }
+        result.append(block.data(), out);
+        rest.remove_prefix(std::min(rest.size(), kBlock));
     }
-    result.resize(length);
     output = std::move(result);
 }
 

@@ -1,8 +1,11 @@
 #include "host/ferrite/Unicode.h"
 
+#include "host/ferrite/CodePoints.h"
+
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <cstdint>
+#include <type_traits>
 
 namespace ferrite::utility {
 namespace {
@@ -61,17 +64,52 @@ char32_t CodePoint(std::string_view sequence)
     return value;
 }
 
-/// Appends the ASCII characters at the start of the text, all at once. \return How many.
-std::size_t AppendAscii(std::u16string_view text, std::string& result)
+template <class Unit>
+constexpr bool IsAscii(Unit unit)
 {
-    const auto* const end =
-        std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x80; });
-    const std::size_t done = result.size();
-    const auto count = static_cast<std::size_t>(end - text.begin());
-    result.resize(done + count);
-    std::transform(text.begin(), end, result.begin() + static_cast<std::ptrdiff_t>(done),
-                   [](char16_t unit) { return static_cast<char>(unit); });
+    return static_cast<std::make_unsigned_t<Unit>>(unit) < 0x80;
+}
+
+/// Appends the ASCII characters at the start of the text, many at once. \return How many.
+template <class From, class To>
+std::size_t AppendAscii(std::basic_string_view<From> text, std::basic_string<To>& result)
+{
+    constexpr std::size_t kBlock = 512;  // what is read twice and written twice stays in the cache
+    std::size_t count = 0;
+    for (bool isAscii = true; isAscii && count < text.size();) {
+        const std::basic_string_view<From> block = text.substr(count, kBlock);
+        From all = 0;
+        for (const From unit : block)  // without an early end, and so several units at a time
+            all = static_cast<From>(all | unit);
+        isAscii = IsAscii(all);
+        const auto* const end =
+            isAscii ? block.end() : std::find_if_not(block.begin(), block.end(), IsAscii<From>);
+        const std::size_t done = result.size();
+        const auto size = static_cast<std::size_t>(end - block.begin());
+        result.resize(done + size);
+        std::transform(block.begin(), end, result.data() + done,
+                       [](From unit) { return static_cast<To>(unit); });
+        count += size;
+    }
     return count;
+}
+
+/// Appends the character at the start of the text, which is beyond ASCII. \return How many bytes it took.
+std::size_t AppendBeyondAscii(std::string_view text, UTF16String& result)
+{
+    const std::size_t length = SequenceLength(text);
+    if (length == 0) {
+        result.push_back(kReplacement);
+        return 1;
+    }
+    const char32_t point = CodePoint(text.substr(0, length));
+    if (point < 0x10000) {
+        result.push_back(static_cast<char16_t>(point));
+    } else {
+        result.push_back(static_cast<char16_t>(0xD7C0U + (point >> 10U)));
+        result.push_back(static_cast<char16_t>(0xDC00U + (point & 0x3FFU)));
+    }
+    return length;
 }
 
 }  // namespace
@@ -80,63 +118,30 @@ UTF16String UTF8to16(std::string_view text)
 {
     UTF16String result;
     result.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const auto byte = static_cast<unsigned char>(text[at]);
-        if (byte < 0x80) {
-            result.push_back(byte);
-            ++at;
-            continue;
-        }
-        const std::size_t length = SequenceLength(text.substr(at));
-        if (length == 0) {
-            result.push_back(kReplacement);
-            ++at;
-            continue;
-        }
-        const char32_t point = CodePoint(text.substr(at, length));
-        if (point < 0x10000) {
-            result.push_back(static_cast<char16_t>(point));
-        } else {
-            result.push_back(static_cast<char16_t>(0xD7C0U + (point >> 10U)));
-            result.push_back(static_cast<char16_t>(0xDC00U + (point & 0x3FFU)));
-        }
-        at += length;
-    }
+    AppendUTF8to16(text, result);
     return result;
+}
+
+void AppendUTF8to16(std::string_view text, UTF16String& result)
+{
+    while (!text.empty())
+        text.remove_prefix(IsAscii(text.front()) ? AppendAscii(text, result)
+                                                 : AppendBeyondAscii(text, result));
 }
 
 std::string UTF16to8(std::u16string_view text)
 {
-    constexpr std::size_t kBlock = 4096;  // what is read twice and written twice stays in the cache
     std::string result;
     result.reserve(text.size());
-    const auto put = [&result](std::uint32_t byte) { result.push_back(static_cast<char>(byte)); };
-    std::size_t at = 0;
-    while (at < text.size()) {
-        const std::u16string_view block = text.substr(at, kBlock);
-        const std::size_t count = AppendAscii(block, result);
-        at += count;
-        if (count == block.size())
+    const char16_t* at = text.data();
+    const char16_t* const end = at + text.size();
+    while (at != end) {
+        if (IsAscii(*at)) {
+            at += AppendAscii(std::u16string_view(at, static_cast<std::size_t>(end - at)), result);
             continue;
-        std::uint32_t point = text[at];
-        if (point >= 0xD800 && point <= 0xDFFF) {
-            const bool pair = point < 0xDC00 && at + 1 < text.size() && (text[at + 1] & 0xFC00U) == 0xDC00U;
-            point = pair ? 0x10000U + ((point & 0x3FFU) << 10U) + (text[++at] & 0x3FFU)
-                         : static_cast<std::uint32_t>(kReplacement);
         }
-        if (point < 0x800) {
-            put(0xC0U | (point >> 6U));
-        } else {
-            if (point < 0x10000) {
-                put(0xE0U | (point >> 12U));
-            } else {
-                put(0xF0U | (point >> 18U));
-                put(0x80U | ((point >> 12U) & 0x3FU));
-            }
-            put(0x80U | ((point >> 6U) & 0x3FU));
-        }
-        put(0x80U | (point & 0x3FU));
-        ++at;
+        std::array<char, kLongestSequence> bytes{};
+        result.append(bytes.data(), WriteCodePoint(ReadCodePoint(at, end), bytes.data()));
     }
     return result;
 }

@@ -1,9 +1,12 @@
 #include "host/ridge/XMLUtilities.h"
 
+#include "host/ferrite/CodePoints.h"
 #include "host/ferrite/ReplacementTable.h"
-#include "host/ferrite/TextBuilder.h"
+#include "host/ferrite/UTF8Builder.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -11,60 +14,63 @@
 namespace Ridge::XMLUtilities {
 namespace {
 
-using ferrite::utility::ReplacementTable;
-using ferrite::utility::TextBuilder;
+using ferrite::utility::UTF8Builder;
 using xercesc::DOMNode;
+using Table = ferrite::utility::ReplacementTable<char>;
 
-constexpr char16_t kReplacementCharacter = 0xFFFD;
-
-/// \return What is written for each character.
-constexpr ReplacementTable MakeReplacements(bool inAttribute)
+/// What is written for each character of a text, or of an attribute's value.
+constexpr Table TableFor(bool inAttribute, Encoding encoding)
 {
-    ReplacementTable table;
+    Table table;
     for (std::size_t control = 0; control < 0x20; ++control)
-        table.Set(control, {&kReplacementCharacter, 1});
-    table.Set(u'\t', inAttribute ? u"&#x9;" : u"\t");
-    table.Set(u'\n', inAttribute ? u"&#xA;" : u"\n");
-    table.Set(u'\r', u"&#xD;");
-    table.Set(u'&', u"&amp;");
-    table.Set(u'<', u"&lt;");
+        table.Set(control, "\xEF\xBF\xBD");  // U+FFFD
+    table.Set('\t', inAttribute ? "&#x9;" : "\t");
+    table.Set('\n', inAttribute ? "&#xA;" : "\n");
+    table.Set('\r', "&#xD;");
+    if (encoding == Encoding::kDecoded)
+        return table;
+    table.Set('&', "&amp;");
+    table.Set('<', "&lt;");
     if (inAttribute)
-        table.Set(u'"', u"&quot;");
+        table.Set('"', "&quot;");
     else
-        table.Set(u'>', u"&gt;");
+        table.Set('>', "&gt;");
     return table;
 }
 
-constexpr ReplacementTable kInText = MakeReplacements(false);
-constexpr ReplacementTable kInAttribute = MakeReplacements(true);
-
-/// \param unit Beyond ASCII.
-/// \return The unit, or U+FFFD where XML 1.0 cannot carry it: surrogates must come in pairs.
-char16_t Carried(char16_t previous, char16_t unit, char16_t next)
+struct Tables
 {
-    bool isCarried = unit < 0xFFFE;
-    if (unit >= 0xD800 && unit <= 0xDBFF)
-        isCarried = (next & 0xFC00U) == 0xDC00U;
-    else if (unit >= 0xDC00 && unit <= 0xDFFF)
-        isCarried = (previous & 0xFC00U) == 0xD800U;
-    return isCarried ? unit : kReplacementCharacter;
+    Table inText;
+    Table inAttribute;
+};
+
+constexpr Tables TablesFor(Encoding encoding)
+{
+    return {TableFor(false, encoding), TableFor(true, encoding)};
 }
 
-/// \param value Of a node, which a zero follows.
-void PutEscaped(TextBuilder& out, std::u16string_view value, const ReplacementTable& table)
+constexpr Tables kPlainTables = TablesFor(Encoding::kPlain);
+constexpr Tables kDecodedTables = TablesFor(Encoding::kDecoded);
+constexpr Table kInName;  // names hold nothing that must be replaced
+
+/// \param text Of a node.
+void Put(UTF8Builder& out, std::u16string_view text, const Table& table)
 {
-    constexpr std::size_t kBlock = 64;
-    char16_t previous = 0;
-    while (!value.empty()) {
-        const std::u16string_view block = value.substr(0, kBlock);
-        value.remove_prefix(block.size());
-        char16_t* to = out.Room(kBlock * ReplacementTable::kRoom);
-        for (const char16_t* at = block.data(); at != block.data() + block.size(); ++at) {
-            if (ReplacementTable::Has(*at))
-                to = table.Write(*at, to);
-            else
-                *to++ = Carried(previous, at[0], at[1]);
-            previous = *at;
+    static_assert(Table::kRoom >= ferrite::utility::kLongestSequence);
+    constexpr std::ptrdiff_t kBlock = 64;
+    const char16_t* at = text.data();
+    const char16_t* const end = at + text.size();
+    while (at != end) {
+        const char16_t* const blockEnd = at + std::min(end - at, kBlock);
+        char* to = out.Room(kBlock * Table::kRoom);
+        while (at < blockEnd) {  // a surrogate pair may end behind the block
+            if (Table::Has(*at)) {
+                to = table.Write(*at++, to);
+            } else {
+                const std::uint32_t point = ferrite::utility::ReadCodePoint(at, end);
+                // XML 1.0 cannot carry the last two of the first 65,536.
+                to = ferrite::utility::WriteCodePoint((point | 1U) == 0xFFFF ? 0xFFFD : point, to);
+            }
         }
         out.Fill(to);
     }
@@ -83,20 +89,20 @@ std::u16string_view DataOf(const DOMNode* node)
     return {text->getData(), text->getLength()};
 }
 
-void PutAttributes(TextBuilder& out, const DOMNode* element)
+void PutAttributes(UTF8Builder& out, const DOMNode* element, const Table& table)
 {
     const xercesc::DOMNamedNodeMap* const attributes = element->getAttributes();
     const XMLSize_t count = attributes->getLength();
     for (XMLSize_t i = 0; i < count; ++i) {
         const DOMNode* const attribute = attributes->item(i);
-        out.Put(u' ');
-        out.Put(attribute->getNodeName());
-        out.Put(u"=\"");
+        out.Put(" ");
+        Put(out, attribute->getNodeName(), kInName);
+        out.Put("=\"");
         // The value of the attribute itself costs a cast.
         for (const DOMNode* text = attribute->getFirstChild(); text != nullptr; text = text->getNextSibling())
             if (IsText(text))
-                PutEscaped(out, DataOf(text), kInAttribute);
-        out.Put(u'"');
+                Put(out, DataOf(text), table);
+        out.Put("\"");
     }
 }
 
@@ -110,22 +116,46 @@ bool IsEmpty(const DOMNode* firstChild)
 }
 
 /// Writes what stands before the node's children. \return The first child to go on with, or null.
-const DOMNode* Open(TextBuilder& out, const DOMNode* node)
+const DOMNode* Open(UTF8Builder& out, const DOMNode* node, const Tables& tables)
 {
     if (IsText(node)) {
-        PutEscaped(out, DataOf(node), kInText);
+        Put(out, DataOf(node), tables.inText);
     } else if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
-        out.Put(u'<');
-        out.Put(node->getNodeName());
-        PutAttributes(out, node);
+        out.Put("<");
+        Put(out, node->getNodeName(), kInName);
+        PutAttributes(out, node, tables.inAttribute);
         const DOMNode* const child = node->getFirstChild();
         if (!IsEmpty(child)) {
-            out.Put(u'>');
+            out.Put(">");
             return child;
         }
-        out.Put(u"/>");
+        out.Put("/>");
     }
     return nullptr;
+}
+
+UTF8Builder Write(const xercesc::DOMDocument* document, const Tables& tables)
+{
+    UTF8Builder out;
+    std::vector<const DOMNode*> open;  // a node's parent costs a cast
+    const DOMNode* node = document->getFirstChild();
+    while (node != nullptr) {
+        if (const DOMNode* const child = Open(out, node, tables)) {
+            open.push_back(node);
+            node = child;
+            continue;
+        }
+        const DOMNode* next = node->getNextSibling();
+        while (next == nullptr && !open.empty()) {
+            out.Put("</");
+            Put(out, open.back()->getNodeName(), kInName);
+            out.Put(">");
+            next = open.back()->getNextSibling();
+            open.pop_back();
+        }
+        node = next;
+    }
+    return out;
 }
 
 }  // namespace
@@ -155,26 +185,12 @@ xercesc::DOMDocument* CreateDomDocument()
 
 UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document)
 {
-    TextBuilder out;
-    std::vector<const DOMNode*> open;  // a node's parent costs a cast
-    const DOMNode* node = document->getFirstChild();
-    while (node != nullptr) {
-        if (const DOMNode* const child = Open(out, node)) {
-            open.push_back(node);
-            node = child;
-            continue;
-        }
-        const DOMNode* next = node->getNextSibling();
-        while (next == nullptr && !open.empty()) {
-            out.Put(u"</");
-            out.Put(open.back()->getNodeName());
-            out.Put(u'>');
-            next = open.back()->getNextSibling();
-            open.pop_back();
-        }
-        node = next;
-    }
-    return std::move(out).Take();
+    return Write(document, kPlainTables).TakeUTF16();
+}
+
+std::string ConvertDomToUTF8(const xercesc::DOMDocument* document, Encoding encoding)
+{
+    return Write(document, encoding == Encoding::kPlain ? kPlainTables : kDecodedTables).TakeUTF8();
 }
 
 }  // namespace Ridge::XMLUtilities

@@ -1,0 +1,103 @@
+#pragma once
+
+#include "host/ferrite/UTF16String.h"
+#include "host/ferrite/Unicode.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace ferrite::utility {
+
+/// A text under construction, in pieces that are put together once: a string that grows by doubling would
+/// touch twice as much memory, which for a large text is what costs most. UTF-8, in which markup takes half
+/// of what UTF-16 takes. Not for more than one thread.
+class UTF8Builder
+{
+public:
+    /// \param text Whole characters. \throws std::bad_alloc, as the next two do; what was put before stays.
+    void Put(std::string_view text)
+    {
+        char* const room = Room(text.size());
+        Fill(std::copy(text.begin(), text.end(), room));
+    }
+
+    /// \return Room for so many bytes in one place. Nothing else may be put until Fill takes what was written
+    ///         there; the rest of the piece may stay unused.
+    char* Room(std::size_t count)
+    {
+        if (count > mSize - mUsed)
+            Grow(count);
+        return mBytes.get() + mUsed;
+    }
+
+    /// \param end Where what was written into the room ends, after a whole character.
+    void Fill(const char* end) { mUsed = static_cast<std::size_t>(end - mBytes.get()); }
+
+    /// \return The whole text. Nothing may be put afterwards.
+    std::string TakeUTF8() &&
+    {
+        std::string text;
+        Join(text, [&text](std::string_view piece) { text.append(piece); });
+        return text;
+    }
+
+    /// The same as UTF-16, perhaps with room for more.
+    UTF16String TakeUTF16() &&
+    {
+        UTF16String text;
+        Join(text, [&text](std::string_view piece) { AppendUTF8to16(piece, text); });
+        return text;
+    }
+
+private:
+    using Bytes = std::unique_ptr<char[]>;
+    struct Piece
+    {
+        Bytes bytes;
+        std::size_t size = 0;
+    };
+
+    static constexpr std::size_t kFirstSize = 2048;
+    static constexpr std::size_t kLargestSize = std::size_t{1} << 16U;
+
+    /// \param append Appends a piece to the text. Frees each piece once it is there.
+    template <class Text, class Append>
+    void Join(Text& text, Append append)
+    {
+        mFull.push_back({std::move(mBytes), mUsed});
+        std::size_t bytes = 0;
+        for (const Piece& piece : mFull)
+            bytes += piece.size;
+        text.reserve(bytes);  // at least what UTF-16 needs
+        for (Piece& piece : mFull) {
+            append(std::string_view(piece.bytes.get(), piece.size));
+            piece.bytes.reset();
+        }
+    }
+
+    /// Begins a new piece. \param least What it has room for.
+    void Grow(std::size_t least)
+    {
+        const std::size_t size = std::max(least, std::clamp(2 * mSize, kFirstSize, kLargestSize));
+        Bytes bytes(new char[size]);
+        if (mSize != 0) {
+            mFull.emplace_back();  // before the piece is moved: this may throw
+            mFull.back() = {std::move(mBytes), mUsed};
+        }
+        mBytes = std::move(bytes);
+        mSize = size;
+        mUsed = 0;
+    }
+
+    std::vector<Piece> mFull;
+    Bytes mBytes;  // the piece that is being filled
+    std::size_t mSize = 0;
+    std::size_t mUsed = 0;
+};
+
+}  // namespace ferrite::utility
