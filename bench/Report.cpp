@@ -43,6 +43,7 @@ const Row kRows[] = {
     {"decode/#/*/library", "10000", "100", {"properties", "columns"}},
     {"encode/properties/*/library", "10000", "100"},
     {"decode/assets/#/*", "library", "pugixml", {"1", "100", "30000"}},
+    {"encode/assets/#/*", "panelText", "xsdcxx", {"100", "30000"}},
     {"encode/assets/#/*", "library", "pugixml", {"1", "100", "30000"}},
     {"decode/assets/#/*", "library", "libxml2", {"1", "100", "30000"}},
     {"encode/assets/#/*", "library", "libxml2", {"1", "100", "30000"}},

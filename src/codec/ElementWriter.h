@@ -42,7 +42,7 @@ public:
     void Guid(Name name, const ferrite::utility::Guid& guid) const;
     void NonZeroGuid(Name name, const ferrite::utility::Guid& guid) const;
 
-    /// A word of the vocabulary.
+    /// An element whose text is a fixed word.
     void Word(Name name, Name word) const;
     void Boolean(Name name, bool value) const;
 

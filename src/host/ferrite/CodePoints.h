@@ -9,8 +9,8 @@ namespace ferrite::utility {
 /// How many bytes a code point takes at most.
 constexpr std::size_t kLongestSequence = 4;
 
-/// \param at Not the end; moved behind what was read. \return The code point, U+FFFD for an unpaired
-/// surrogate.
+/// \param at Not the end; moved behind what was read.
+/// \return The code point; U+FFFD for an unpaired surrogate.
 inline std::uint32_t ReadCodePoint(const char16_t*& at, const char16_t* end)
 {
     const std::uint32_t unit = *at++;
