@@ -54,7 +54,7 @@ void AppendAsset(DOMDocument* document, DOMElement* list, const Ridge::AssetItem
 {
     static const std::vector<FieldName> names = FieldNames();
     DOMElement* const item = Append(document, list, u"assetItem");
-    item->setAttribute(u"order", AC::DecimalText(order).c_str());
+    item->setAttribute(u"order", AC::Decimal(order).Text());
     const PlainAsset<UTF16String> texts = PlainAssetOf(asset);
     for (std::size_t i = 0; i < names.size(); ++i) {
         DOMElement* const element = Append(document, item, names[i].element.c_str());

@@ -4,9 +4,13 @@
 #include "codec/ACMessageEncoder.h"
 #include "codec/ValueForms.h"
 #include "fuzz/FuzzHost.h"
+#include "host/ferrite/ReservedCharacters.h"
+#include "host/ferrite/Unicode.h"
 #include "message/Comparison.h"
 
 namespace {
+
+using ferrite::utility::UTF16to8;
 
 /// A rate whose ratio does not fit a double's digits comes back as its neighbour, and its frames with it.
 void DropWhatIsRounded(AC::ACMessage& message)
@@ -26,6 +30,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     DropWhatIsRounded(first);
     const UTF16String text = AC::ACMessageEncoder::EncoderACMessage(first, AC::kNotificationRoot);
+    UTF16String decoded;
+    ferrite::xml::utils::DecodeReservedCharacters(text, decoded);
+    Require(AC::ACMessageEncoder::EncodeUTF8(first, AC::kNotificationRoot) == UTF16to8(text));
+    Require(AC::ACMessageEncoder::EncodeDecodedUTF8(first, AC::kNotificationRoot) == UTF16to8(decoded));
     AC::ACMessage second;
     Require(AC::ACMessageDecoder::DecodeXMLString(text, second));
     const UTF16String again = AC::ACMessageEncoder::EncoderACMessage(second, AC::kNotificationRoot);

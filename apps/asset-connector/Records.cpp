@@ -80,11 +80,10 @@ Status Encode(const std::string& file, bool decoded, std::ostream& output)
         return kBad;
     }
     return Try(input.Name() + ": the record cannot be encoded", [&] {
-        using Ridge::XMLUtilities::Encoding;
+        const auto encode =
+            decoded ? AC::ACMessageEncoder::EncodeDecodedUTF8 : AC::ACMessageEncoder::EncodeUTF8;
         try {
-            output << AC::ACMessageEncoder::EncodeUTF8(message, AC::kNotificationRoot,
-                                                       decoded ? Encoding::kDecoded : Encoding::kPlain)
-                   << '\n';
+            output << encode(message, AC::kNotificationRoot) << '\n';
         } catch (const xercesc::DOMException&) {
             throw std::runtime_error(BadName(message));
         }

@@ -87,10 +87,14 @@ UTF16String ACMessageEncoder::EncoderACMessage(const ACMessage& message, const U
     return Ridge::XMLUtilities::ConvertDomToXMLString(DocumentOf(message, rootName).get());
 }
 
-std::string ACMessageEncoder::EncodeUTF8(const ACMessage& message, const UTF16String& rootName,
-                                         Ridge::XMLUtilities::Encoding encoding)
+std::string ACMessageEncoder::EncodeUTF8(const ACMessage& message, const UTF16String& rootName)
 {
-    return Ridge::XMLUtilities::ConvertDomToUTF8(DocumentOf(message, rootName).get(), encoding);
+    return Ridge::XMLUtilities::ConvertDomToUTF8(DocumentOf(message, rootName).get());
+}
+
+std::string ACMessageEncoder::EncodeDecodedUTF8(const ACMessage& message, const UTF16String& rootName)
+{
+    return Ridge::XMLUtilities::ConvertDomToDecodedUTF8(DocumentOf(message, rootName).get());
 }
 
 }  // namespace AC

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "host/Export.h"
-#include "host/ridge/Encoding.h"
 #include "message/ACMessage.h"
 
 #include <string>
@@ -18,8 +17,11 @@ namespace AC::ACMessageEncoder {
 /// Any thread; the record and what it shares are only read. The XML platform is initialised by the host.
 AC_API UTF16String EncoderACMessage(const ACMessage& message, const UTF16String& rootName);
 
-/// The same as UTF-8, the form in which it leaves for the panels, without a way through UTF-16.
-AC_API std::string EncodeUTF8(const ACMessage& message, const UTF16String& rootName,
-                              Ridge::XMLUtilities::Encoding encoding);
+/// The same as UTF-8.
+AC_API std::string EncodeUTF8(const ACMessage& message, const UTF16String& rootName);
+
+/// The same with what is reserved left bare, as DecodeReservedCharacters leaves that text; it need not be
+/// well-formed.
+AC_API std::string EncodeDecodedUTF8(const ACMessage& message, const UTF16String& rootName);
 
 }  // namespace AC::ACMessageEncoder

@@ -72,7 +72,7 @@ void ReadItems(const DOMElement* section, AssetItemList& target, bool withoutSub
     writer.Ticks(kCustomInPoint, item.GetCustomInPoint());
     writer.Ticks(kCustomOutPoint, item.GetCustomOutPoint());
     if (hasTimes)
-        writer.Text(kFrameRate, TickRateText());
+        writer.Word(kFrameRate, kTickRate);
     writer.Text(kItemName, item.GetAssetName());
     writer.Word(kType, ClipTypeName(item.GetAssetMediaType()));
     writer.Attribute(kRelativePath, kPath, item.GetParentBinPath());

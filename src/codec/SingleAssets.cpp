@@ -32,7 +32,7 @@ void EncodeThumbnailRequest(const ACMessage& message, const ElementWriter& root)
     block.Text(kThumbPath, request.thumbPath);
     block.Ticks(kStartTime, request.startTime);
     if (hasStart)
-        block.Text(kFrameRate, TickRateText());
+        block.Word(kFrameRate, kTickRate);
 }
 
 void ReadMediaPropertyInfo(const DOMElement* section, ACMessage& message)

@@ -85,21 +85,11 @@ UTF16String FormatFrameRate(tempora::FrameRate rate)
     if (rate == tempora::kFrameRate_Zero)
         return {};
     const tempora::FrameRatio ratio = tempora::FrameRateToRatio(rate);
-    UTF16String text = u"f" + DecimalText(ratio.numerator);
+    UTF16String text = u"f";
+    text += Decimal(ratio.numerator).Text();
     if (ratio.denominator != 1)
-        text += u"s" + DecimalText(ratio.denominator);
+        text.append(u"s").append(Decimal(ratio.denominator).Text());
     return text;
-}
-
-const UTF16String& TickRateText()
-{
-    static const UTF16String text = FormatFrameRate({1});
-    return text;
-}
-
-UTF16String DecimalText(std::int64_t value)
-{
-    return Decimal(value).Text();
 }
 
 Decimal::Decimal(std::int64_t value) noexcept

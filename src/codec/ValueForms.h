@@ -31,21 +31,21 @@ tempora::FrameRate ParseFrameRate(std::u16string_view text);
 /// \return The text form of a rate; empty for kFrameRate_Zero.
 UTF16String FormatFrameRate(tempora::FrameRate rate);
 
-/// The rate at which one frame is one tick: its text, for elements whose times are raw ticks.
-const UTF16String& TickRateText();
+/// The text of the rate at which one frame is one tick, for elements whose times are raw ticks.
+constexpr Vocabulary::Name kTickRate = u"f254016000000";
 
-UTF16String DecimalText(std::int64_t value);
-
-/// The same without the heap, terminated by zero.
+/// The text of a number, without the heap.
 class Decimal
 {
 public:
     explicit Decimal(std::int64_t value) noexcept;
 
+    /// \return Terminated by zero; of this object.
     const char16_t* Text() const noexcept { return mUnits.data() + mBegin; }
 
 private:
-    std::array<char16_t, std::numeric_limits<std::int64_t>::digits10 + 3> mUnits{};  // a sign, a zero
+    std::array<char16_t, std::numeric_limits<std::int64_t>::digits10 + 3>
+        mUnits{};  // one more digit, a sign, a zero
     std::size_t mBegin = mUnits.size() - 1;
 };
 

@@ -7,7 +7,7 @@
 /// case-sensitive, odd spellings included.
 namespace AC::Vocabulary {
 
-/// A name as the DOM wants it, terminated by zero, and with the length that comparison wants.
+/// A name or fixed word as the DOM wants it, terminated by zero, and with the length that comparison wants.
 class Name
 {
 public:

@@ -2,7 +2,6 @@
 
 #include "connectors/ConnectorFrame.h"
 #include "host/ferrite/UTF16String.h"
-#include "host/ridge/Encoding.h"
 #include "message/ACMessage.h"
 
 #include <cstddef>
@@ -62,7 +61,11 @@ enum class BrowserRule
     kMediaCollection,  ///< kNativeBrowserID.
 };
 
-using Ridge::XMLUtilities::Encoding;
+enum class Encoding
+{
+    kPlain,
+    kDecoded,  ///< See EncodeDecodedNotification.
+};
 
 /// Posts a record as a station message; see Post in StationPosts.h.
 using PostFunction = void (*)(const ACMessage& message);

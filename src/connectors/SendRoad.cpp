@@ -8,26 +8,18 @@ namespace AC {
 
 using ferrite::utility::Guid;
 
-namespace {
-
-std::string EncodeNotification(const ACMessage& message)
-{
-    return ACMessageEncoder::EncodeUTF8(message, kNotificationRoot, Encoding::kPlain);
-}
-
-}  // namespace
-
 std::string EncodeDecodedNotification(const ACMessage& message)
 {
-    return ACMessageEncoder::EncodeUTF8(message, kNotificationRoot, Encoding::kDecoded);
+    return ACMessageEncoder::EncodeDecodedUTF8(message, kNotificationRoot);
 }
 
 void Send(const UTF16String& notification, const ACMessage& message, Encoding encoding)
 {
     const std::string identifier = ferrite::utility::UTF16to8(notification);
-    PlexaManager::DispatchApplicationEvent(identifier, encoding == Encoding::kDecoded
-                                                           ? EncodeDecodedNotification(message)
-                                                           : EncodeNotification(message));
+    PlexaManager::DispatchApplicationEvent(identifier,
+                                           encoding == Encoding::kDecoded
+                                               ? EncodeDecodedNotification(message)
+                                               : ACMessageEncoder::EncodeUTF8(message, kNotificationRoot));
 }
 
 void SetHeader(const CallbackRow& row, const Guid& task, const Guid& message, ACMessageHeader& header)

@@ -115,12 +115,11 @@ TEST_F(RoundTrip, CarriesEveryUnitOrItsReplacement)
         ASSERT_TRUE(AC::ACMessageDecoder::DecodeXMLString(xml, copy));
         EXPECT_EQ(copy.result, expected);
         EXPECT_EQ(copy.targetBin, expected);
-        const auto panelText = [&message](Ridge::XMLUtilities::Encoding encoding) {
-            return AC::ACMessageEncoder::EncodeUTF8(message, AC::kNotificationRoot, encoding);
-        };
-        EXPECT_EQ(panelText(Ridge::XMLUtilities::Encoding::kPlain), ferrite::utility::UTF16to8(xml));
+        EXPECT_EQ(AC::ACMessageEncoder::EncodeUTF8(message, AC::kNotificationRoot),
+                  ferrite::utility::UTF16to8(xml));
         ferrite::xml::utils::DecodeReservedCharacters(xml, xml);
-        EXPECT_EQ(panelText(Ridge::XMLUtilities::Encoding::kDecoded), ferrite::utility::UTF16to8(xml));
+        EXPECT_EQ(AC::ACMessageEncoder::EncodeDecodedUTF8(message, AC::kNotificationRoot),
+                  ferrite::utility::UTF16to8(xml));
     }
 }
 

@@ -184,6 +184,7 @@ TEST_F(OutOfMemory, EncodersLeaveNothingBehind)
 {
     for (const char* const name : {"everything", "partial", "nothing"}) {
         const AC::ACMessage record = RecordOf(std::string(TEST_DATA "/records/") + name + ".json");
+        Starve([&record] { AC::ACMessageEncoder::EncoderACMessage(record, AC::kNotificationRoot); });
         Starve([&record] { AC::EncodeDecodedNotification(record); });
     }
 }

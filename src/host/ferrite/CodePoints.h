@@ -1,9 +1,12 @@
 #pragma once
 
+#include "host/ferrite/UTF16String.h"
+
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
-/// One code point at a time, between the two forms of a text.
+/// What the conversions between the two forms of a text share.
 namespace ferrite::utility {
 
 /// How many bytes a code point takes at most.
@@ -43,5 +46,8 @@ inline char* WriteCodePoint(std::uint32_t point, char* out)
     put(0x80U | (point & 0x3FU));
     return out;
 }
+
+/// Appends what UTF8to16 returns.
+void AppendUTF8to16(std::string_view text, UTF16String& result);
 
 }  // namespace ferrite::utility

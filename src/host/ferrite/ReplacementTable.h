@@ -9,8 +9,8 @@
 namespace ferrite::utility {
 
 /// What is written for each ASCII character: a short text, for most of them the character itself. All are
-/// copied alike, so that no branch asks which is which: where they mix, the processor mispredicts it. \tparam
-/// Unit Of the texts.
+/// copied alike, so that no branch asks which is which: where they mix, the processor mispredicts it.
+/// \tparam Unit Of the texts that are written.
 template <class Unit>
 class ReplacementTable
 {
@@ -36,9 +36,6 @@ public:
     }
 
     static constexpr bool Has(char16_t unit) { return unit < kCharacters; }
-
-    /// \param character One that the table has. \return The length of its text.
-    constexpr std::size_t SizeOf(char16_t character) const { return mSizes[character]; }
 
     /// Writes the text of a character that the table has. \param out Has room for kRoom units. \return Where
     /// the text ends.

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "host/ferrite/CodePoints.h"
 #include "host/ferrite/UTF16String.h"
-#include "host/ferrite/Unicode.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -19,7 +19,7 @@ namespace ferrite::utility {
 class UTF8Builder
 {
 public:
-    /// \param text Whole characters. \throws std::bad_alloc, as the next two do; what was put before stays.
+    /// \param text Whole characters. \throws std::bad_alloc, as Room does; what was put before stays.
     void Put(std::string_view text)
     {
         char* const room = Room(text.size());
@@ -36,21 +36,26 @@ public:
     }
 
     /// \param end Where what was written into the room ends, after a whole character.
-    void Fill(const char* end) { mUsed = static_cast<std::size_t>(end - mBytes.get()); }
+    /// \param surplus How many units less it takes in UTF-16, or fewer.
+    void Fill(const char* end, std::size_t surplus = 0)
+    {
+        mUsed = static_cast<std::size_t>(end - mBytes.get());
+        mSurplus += surplus;
+    }
 
     /// \return The whole text. Nothing may be put afterwards.
     std::string TakeUTF8() &&
     {
         std::string text;
-        Join(text, [&text](std::string_view piece) { text.append(piece); });
+        Join(text, 0, [&text](std::string_view piece) { text.append(piece); });
         return text;
     }
 
-    /// The same as UTF-16, perhaps with room for more.
+    /// The same as UTF-16.
     UTF16String TakeUTF16() &&
     {
         UTF16String text;
-        Join(text, [&text](std::string_view piece) { AppendUTF8to16(piece, text); });
+        Join(text, mSurplus, [&text](std::string_view piece) { AppendUTF8to16(piece, text); });
         return text;
     }
 
@@ -65,15 +70,16 @@ private:
     static constexpr std::size_t kFirstSize = 2048;
     static constexpr std::size_t kLargestSize = std::size_t{1} << 16U;
 
-    /// \param append Appends a piece to the text. Frees each piece once it is there.
+    /// \param surplus Of the bytes over the text's length. \param append Appends a piece to the text, after
+    /// which the piece is freed.
     template <class Text, class Append>
-    void Join(Text& text, Append append)
+    void Join(Text& text, std::size_t surplus, Append append)
     {
         mFull.push_back({std::move(mBytes), mUsed});
         std::size_t bytes = 0;
         for (const Piece& piece : mFull)
             bytes += piece.size;
-        text.reserve(bytes);  // at least what UTF-16 needs
+        text.reserve(bytes - surplus);
         for (Piece& piece : mFull) {
             append(std::string_view(piece.bytes.get(), piece.size));
             piece.bytes.reset();
@@ -98,6 +104,7 @@ private:
     Bytes mBytes;  // the piece that is being filled
     std::size_t mSize = 0;
     std::size_t mUsed = 0;
+    std::size_t mSurplus = 0;
 };
 
 }  // namespace ferrite::utility

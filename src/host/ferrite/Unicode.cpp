@@ -64,52 +64,36 @@ char32_t CodePoint(std::string_view sequence)
     return value;
 }
 
+/// How much is converted at a time: in ASCII, which most blocks are, many characters at once.
+constexpr std::size_t kBlock = 256;
+
+/// \return Whether all of the block is ASCII.
 template <class Unit>
-constexpr bool IsAscii(Unit unit)
+bool IsAscii(std::basic_string_view<Unit> block)
 {
-    return static_cast<std::make_unsigned_t<Unit>>(unit) < 0x80;
+    Unit all = 0;
+    for (const Unit unit : block)  // without an early end, and so several units at a time
+        all = static_cast<Unit>(all | unit);
+    return static_cast<std::make_unsigned_t<Unit>>(all) < 0x80;
 }
 
-/// Appends the ASCII characters at the start of the text, many at once. \return How many.
-template <class From, class To>
-std::size_t AppendAscii(std::basic_string_view<From> text, std::basic_string<To>& result)
+/// Writes the character at the start of the text. \param out Has room for two units. \return Its length.
+std::size_t WriteCharacter(std::string_view text, char16_t*& out)
 {
-    constexpr std::size_t kBlock = 512;  // what is read twice and written twice stays in the cache
-    std::size_t count = 0;
-    for (bool isAscii = true; isAscii && count < text.size();) {
-        const std::basic_string_view<From> block = text.substr(count, kBlock);
-        From all = 0;
-        for (const From unit : block)  // without an early end, and so several units at a time
-            all = static_cast<From>(all | unit);
-        isAscii = IsAscii(all);
-        const auto* const end =
-            isAscii ? block.end() : std::find_if_not(block.begin(), block.end(), IsAscii<From>);
-        const std::size_t done = result.size();
-        const auto size = static_cast<std::size_t>(end - block.begin());
-        result.resize(done + size);
-        std::transform(block.begin(), end, result.data() + done,
-                       [](From unit) { return static_cast<To>(unit); });
-        count += size;
-    }
-    return count;
-}
-
-/// Appends the character at the start of the text, which is beyond ASCII. \return How many bytes it took.
-std::size_t AppendBeyondAscii(std::string_view text, UTF16String& result)
-{
-    const std::size_t length = SequenceLength(text);
-    if (length == 0) {
-        result.push_back(kReplacement);
+    const auto first = static_cast<unsigned char>(text.front());
+    if (first < 0x80) {
+        *out++ = first;
         return 1;
     }
-    const char32_t point = CodePoint(text.substr(0, length));
+    const std::size_t length = SequenceLength(text);
+    const char32_t point = length == 0 ? kReplacement : CodePoint(text.substr(0, length));
     if (point < 0x10000) {
-        result.push_back(static_cast<char16_t>(point));
+        *out++ = static_cast<char16_t>(point);
     } else {
-        result.push_back(static_cast<char16_t>(0xD7C0U + (point >> 10U)));
-        result.push_back(static_cast<char16_t>(0xDC00U + (point & 0x3FFU)));
+        *out++ = static_cast<char16_t>(0xD7C0U + (point >> 10U));
+        *out++ = static_cast<char16_t>(0xDC00U + (point & 0x3FFU));
     }
-    return length;
+    return std::max<std::size_t>(length, 1);
 }
 
 }  // namespace
@@ -124,24 +108,41 @@ UTF16String UTF8to16(std::string_view text)
 
 void AppendUTF8to16(std::string_view text, UTF16String& result)
 {
-    while (!text.empty())
-        text.remove_prefix(IsAscii(text.front()) ? AppendAscii(text, result)
-                                                 : AppendBeyondAscii(text, result));
+    std::array<char16_t, kBlock + 1> units;  // the last character may take two
+    for (std::size_t at = 0; at < text.size();) {
+        const std::string_view block = text.substr(at, kBlock);
+        const std::size_t blockEnd = at + block.size();
+        char16_t* out = units.data();
+        if (IsAscii(block)) {
+            out = std::copy(block.begin(), block.end(), out);
+            at = blockEnd;
+        } else {
+            while (at < blockEnd)
+                at += WriteCharacter(text.substr(at), out);
+        }
+        result.append(units.data(), out);
+    }
 }
 
 std::string UTF16to8(std::u16string_view text)
 {
     std::string result;
     result.reserve(text.size());
+    std::array<char, kBlock * kLongestSequence> bytes;
     const char16_t* at = text.data();
     const char16_t* const end = at + text.size();
     while (at != end) {
-        if (IsAscii(*at)) {
-            at += AppendAscii(std::u16string_view(at, static_cast<std::size_t>(end - at)), result);
-            continue;
+        const std::u16string_view block(at, std::min(kBlock, static_cast<std::size_t>(end - at)));
+        const char16_t* const blockEnd = at + block.size();
+        char* out = bytes.data();
+        if (IsAscii(block)) {
+            out = std::transform(at, blockEnd, out, [](char16_t unit) { return static_cast<char>(unit); });
+            at = blockEnd;
+        } else {
+            while (at < blockEnd)  // a surrogate pair may end behind the block
+                out = WriteCodePoint(ReadCodePoint(at, end), out);
         }
-        std::array<char, kLongestSequence> bytes{};
-        result.append(bytes.data(), WriteCodePoint(ReadCodePoint(at, end), bytes.data()));
+        result.append(bytes.data(), out);
     }
     return result;
 }

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace Ridge::XMLUtilities {
@@ -19,7 +18,7 @@ using xercesc::DOMNode;
 using Table = ferrite::utility::ReplacementTable<char>;
 
 /// What is written for each character of a text, or of an attribute's value.
-constexpr Table TableFor(bool inAttribute, Encoding encoding)
+constexpr Table TableFor(bool inAttribute, bool isDecoded)
 {
     Table table;
     for (std::size_t control = 0; control < 0x20; ++control)
@@ -27,7 +26,7 @@ constexpr Table TableFor(bool inAttribute, Encoding encoding)
     table.Set('\t', inAttribute ? "&#x9;" : "\t");
     table.Set('\n', inAttribute ? "&#xA;" : "\n");
     table.Set('\r', "&#xD;");
-    if (encoding == Encoding::kDecoded)
+    if (isDecoded)
         return table;
     table.Set('&', "&amp;");
     table.Set('<', "&lt;");
@@ -44,16 +43,11 @@ struct Tables
     Table inAttribute;
 };
 
-constexpr Tables TablesFor(Encoding encoding)
-{
-    return {TableFor(false, encoding), TableFor(true, encoding)};
-}
-
-constexpr Tables kPlainTables = TablesFor(Encoding::kPlain);
-constexpr Tables kDecodedTables = TablesFor(Encoding::kDecoded);
+constexpr Tables kPlainTables{TableFor(false, false), TableFor(true, false)};
+constexpr Tables kDecodedTables{TableFor(false, true), TableFor(true, true)};
 constexpr Table kInName;  // names hold nothing that must be replaced
 
-/// \param text Of a node.
+/// Writes each character as the table says, what XML 1.0 cannot carry as U+FFFD.
 void Put(UTF8Builder& out, std::u16string_view text, const Table& table)
 {
     static_assert(Table::kRoom >= ferrite::utility::kLongestSequence);
@@ -63,16 +57,20 @@ void Put(UTF8Builder& out, std::u16string_view text, const Table& table)
     while (at != end) {
         const char16_t* const blockEnd = at + std::min(end - at, kBlock);
         char* to = out.Room(kBlock * Table::kRoom);
+        std::size_t surplus = 0;
         while (at < blockEnd) {  // a surrogate pair may end behind the block
             if (Table::Has(*at)) {
                 to = table.Write(*at++, to);
-            } else {
-                const std::uint32_t point = ferrite::utility::ReadCodePoint(at, end);
-                // XML 1.0 cannot carry the last two of the first 65,536.
-                to = ferrite::utility::WriteCodePoint((point | 1U) == 0xFFFF ? 0xFFFD : point, to);
+                continue;
             }
+            const char16_t* const character = at;
+            const char* const sequence = to;
+            const std::uint32_t point = ferrite::utility::ReadCodePoint(at, end);
+            // Of the first 65,536, XML 1.0 cannot carry the last two.
+            to = ferrite::utility::WriteCodePoint((point | 1U) == 0xFFFF ? 0xFFFD : point, to);
+            surplus += static_cast<std::size_t>((to - sequence) - (at - character));
         }
-        out.Fill(to);
+        out.Fill(to, surplus);
     }
 }
 
@@ -188,9 +186,14 @@ UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document)
     return Write(document, kPlainTables).TakeUTF16();
 }
 
-std::string ConvertDomToUTF8(const xercesc::DOMDocument* document, Encoding encoding)
+std::string ConvertDomToUTF8(const xercesc::DOMDocument* document)
 {
-    return Write(document, encoding == Encoding::kPlain ? kPlainTables : kDecodedTables).TakeUTF8();
+    return Write(document, kPlainTables).TakeUTF8();
+}
+
+std::string ConvertDomToDecodedUTF8(const xercesc::DOMDocument* document)
+{
+    return Write(document, kDecodedTables).TakeUTF8();
 }
 
 }  // namespace Ridge::XMLUtilities

@@ -2,7 +2,6 @@
 
 #include "host/Export.h"
 #include "host/ferrite/UTF16String.h"
-#include "host/ridge/Encoding.h"
 #include "host/ridge/MessageParser.h"
 
 #include <xercesc/dom/DOM.hpp>
@@ -36,7 +35,11 @@ AC_API xercesc::DOMDocument* CreateDomDocument();
 ///         instructions and entity references are left out. Does not recurse.
 AC_API UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document);
 
-/// The same as UTF-8, in which it takes half the memory and leaves for the panels.
-AC_API std::string ConvertDomToUTF8(const xercesc::DOMDocument* document, Encoding encoding);
+/// The same as UTF-8.
+AC_API std::string ConvertDomToUTF8(const xercesc::DOMDocument* document);
+
+/// The same with what is reserved left bare, as DecodeReservedCharacters leaves that text; it need not be
+/// well-formed.
+AC_API std::string ConvertDomToDecodedUTF8(const xercesc::DOMDocument* document);
 
 }  // namespace Ridge::XMLUtilities
