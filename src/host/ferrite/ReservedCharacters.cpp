@@ -36,7 +36,7 @@ void EncodeReservedCharacters(const UTF16String& input, UTF16String& output)
     constexpr std::size_t kBlock = 64;
     std::array<char16_t, kBlock * References::kRoom> block;
     UTF16String result;
-    result.reserve(input.size() + input.size() / 2);
+    result.reserve(2 * input.size());
     for (std::u16string_view rest = input; !rest.empty();) {
         char16_t* out = block.data();
         for (const char16_t unit : rest.substr(0, kBlock)) {

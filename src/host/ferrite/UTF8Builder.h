@@ -30,16 +30,16 @@ public:
     ///         there; the rest of the piece may stay unused.
     char* Room(std::size_t count)
     {
-        if (count > mSize - mUsed)
+        if (count > static_cast<std::size_t>(mEnd - mTo))
             Grow(count);
-        return mBytes.get() + mUsed;
+        return mTo;
     }
 
     /// \param end Where what was written into the room ends, after a whole character.
     /// \param surplus How many units less it takes in UTF-16, or fewer.
-    void Fill(const char* end, std::size_t surplus = 0)
+    void Fill(char* end, std::size_t surplus = 0)
     {
-        mUsed = static_cast<std::size_t>(end - mBytes.get());
+        mTo = end;
         mSurplus += surplus;
     }
 
@@ -75,7 +75,7 @@ private:
     template <class Text, class Append>
     void Join(Text& text, std::size_t surplus, Append append)
     {
-        mFull.push_back({std::move(mBytes), mUsed});
+        Finish();
         std::size_t bytes = 0;
         for (const Piece& piece : mFull)
             bytes += piece.size;
@@ -86,24 +86,31 @@ private:
         }
     }
 
+    /// Puts the piece that was being filled to the others.
+    void Finish()
+    {
+        Piece& piece = mFull.emplace_back();  // before the piece is moved: this may throw
+        piece.size = static_cast<std::size_t>(mTo - mBytes.get());
+        piece.bytes = std::move(mBytes);
+    }
+
     /// Begins a new piece. \param least What it has room for.
     void Grow(std::size_t least)
     {
-        const std::size_t size = std::max(least, std::clamp(2 * mSize, kFirstSize, kLargestSize));
+        const auto last = static_cast<std::size_t>(mEnd - mBytes.get());
+        const std::size_t size = std::max(least, std::clamp(2 * last, kFirstSize, kLargestSize));
         Bytes bytes(new char[size]);
-        if (mSize != 0) {
-            mFull.emplace_back();  // before the piece is moved: this may throw
-            mFull.back() = {std::move(mBytes), mUsed};
-        }
+        if (mBytes)
+            Finish();
         mBytes = std::move(bytes);
-        mSize = size;
-        mUsed = 0;
+        mTo = mBytes.get();
+        mEnd = mTo + size;
     }
 
     std::vector<Piece> mFull;
     Bytes mBytes;  // the piece that is being filled
-    std::size_t mSize = 0;
-    std::size_t mUsed = 0;
+    char* mTo = nullptr;
+    char* mEnd = nullptr;
     std::size_t mSurplus = 0;
 };
 

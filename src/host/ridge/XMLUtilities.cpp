@@ -113,18 +113,28 @@ bool IsEmpty(const DOMNode* firstChild)
     return true;
 }
 
+/// An element whose children are being written.
+struct OpenElement
+{
+    const DOMNode* node;  // a child's parent costs a cast
+    std::u16string_view name;
+};
+
 /// Writes what stands before the node's children. \return The first child to go on with, or null.
-const DOMNode* Open(UTF8Builder& out, const DOMNode* node, const Tables& tables)
+const DOMNode* Open(UTF8Builder& out, const DOMNode* node, const Tables& tables,
+                    std::vector<OpenElement>& open)
 {
     if (IsText(node)) {
         Put(out, DataOf(node), tables.inText);
     } else if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
+        const std::u16string_view name = node->getNodeName();
         out.Put("<");
-        Put(out, node->getNodeName(), kInName);
+        Put(out, name, kInName);
         PutAttributes(out, node, tables.inAttribute);
         const DOMNode* const child = node->getFirstChild();
         if (!IsEmpty(child)) {
             out.Put(">");
+            open.push_back({node, name});
             return child;
         }
         out.Put("/>");
@@ -135,20 +145,19 @@ const DOMNode* Open(UTF8Builder& out, const DOMNode* node, const Tables& tables)
 UTF8Builder Write(const xercesc::DOMDocument* document, const Tables& tables)
 {
     UTF8Builder out;
-    std::vector<const DOMNode*> open;  // a node's parent costs a cast
+    std::vector<OpenElement> open;
     const DOMNode* node = document->getFirstChild();
     while (node != nullptr) {
-        if (const DOMNode* const child = Open(out, node, tables)) {
-            open.push_back(node);
+        if (const DOMNode* const child = Open(out, node, tables, open)) {
             node = child;
             continue;
         }
         const DOMNode* next = node->getNextSibling();
         while (next == nullptr && !open.empty()) {
             out.Put("</");
-            Put(out, open.back()->getNodeName(), kInName);
+            Put(out, open.back().name, kInName);
             out.Put(">");
-            next = open.back()->getNextSibling();
+            next = open.back().node->getNextSibling();
             open.pop_back();
         }
         node = next;
