@@ -5,6 +5,7 @@
 #include "codec/Metadata.h"
 #include "codec/TasksAndResults.h"
 #include "codec/Transfers.h"
+#include "host/ridge/DomWriter.h"
 #include "host/ridge/XMLUtilities.h"
 
 #include <memory>
@@ -69,32 +70,33 @@ struct ReleaseDocument
     void operator()(xercesc::DOMDocument* document) const { document->release(); }
 };
 
-using Document = std::unique_ptr<xercesc::DOMDocument, ReleaseDocument>;
-
-Document DocumentOf(const ACMessage& message, const UTF16String& rootName)
+/// \return The text, yet to be put together: its document is released before, as WriteDom advises.
+ferrite::utility::UTF8Builder Write(const ACMessage& message, const UTF16String& rootName,
+                                    Ridge::Reserved reserved)
 {
-    Document document(Ridge::XMLUtilities::CreateDomDocument());
+    const std::unique_ptr<xercesc::DOMDocument, ReleaseDocument> document(
+        Ridge::XMLUtilities::CreateDomDocument());
     const ElementWriter root = ElementWriter::CreateRoot(*document, rootName);
     for (const auto encodeSection : kSections)
         encodeSection(message, root);
-    return document;
+    return Ridge::WriteDom(document.get(), reserved);
 }
 
 }  // namespace
 
 UTF16String ACMessageEncoder::EncoderACMessage(const ACMessage& message, const UTF16String& rootName)
 {
-    return Ridge::XMLUtilities::ConvertDomToXMLString(DocumentOf(message, rootName).get());
+    return Write(message, rootName, Ridge::Reserved::kAsReferences).TakeUTF16();
 }
 
 std::string ACMessageEncoder::EncodeUTF8(const ACMessage& message, const UTF16String& rootName)
 {
-    return Ridge::XMLUtilities::ConvertDomToUTF8(DocumentOf(message, rootName).get());
+    return Write(message, rootName, Ridge::Reserved::kAsReferences).TakeUTF8();
 }
 
 std::string ACMessageEncoder::EncodeDecodedUTF8(const ACMessage& message, const UTF16String& rootName)
 {
-    return Ridge::XMLUtilities::ConvertDomToDecodedUTF8(DocumentOf(message, rootName).get());
+    return Write(message, rootName, Ridge::Reserved::kBare).TakeUTF8();
 }
 
 }  // namespace AC

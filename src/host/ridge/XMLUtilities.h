@@ -6,8 +6,6 @@
 
 #include <xercesc/dom/DOM.hpp>
 
-#include <string>
-
 /// Between texts and DOM documents. Limits and parser settings are those of MessageParser, so that no host
 /// can weaken them. Pure but for the documents; any thread, each with its own document. The XML platform is
 /// initialised by the host.
@@ -34,12 +32,5 @@ AC_API xercesc::DOMDocument* CreateDomDocument();
 ///         so that they survive the next parse. CDATA sections are written as text; comments, processing
 ///         instructions and entity references are left out. Does not recurse.
 AC_API UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document);
-
-/// The same as UTF-8.
-AC_API std::string ConvertDomToUTF8(const xercesc::DOMDocument* document);
-
-/// The same with what is reserved left bare, as DecodeReservedCharacters leaves that text; it need not be
-/// well-formed.
-AC_API std::string ConvertDomToDecodedUTF8(const xercesc::DOMDocument* document);
 
 }  // namespace Ridge::XMLUtilities

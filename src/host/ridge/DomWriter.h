@@ -1,0 +1,21 @@
+#pragma once
+
+#include "host/ferrite/UTF8Builder.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+
+namespace Ridge {
+
+/// How what is reserved is written: & and <, in texts also >, in attributes also ".
+enum class Reserved
+{
+    kAsReferences,
+    kBare,  ///< As DecodeReservedCharacters leaves the references: no other one that it decodes is written.
+};
+
+/// Writes the text that XMLUtilities::ConvertDomToXMLString describes.
+/// \return The text, yet to be put together. A large document should be released first: its text may then
+///         take its memory, which the system need not clear for it.
+ferrite::utility::UTF8Builder WriteDom(const xercesc::DOMDocument* document, Reserved reserved);
+
+}  // namespace Ridge
