@@ -174,7 +174,7 @@ PlainAsset<UTF16String> PlainAssetOf(const Ridge::AssetItem& item)
             item.GetAssetGUID().AsString(),
             AC::Decimal(item.GetInPoint().ticks).Text(),
             AC::Decimal(item.GetDuration().ticks).Text(),
-            u"f254016000000",
+            AC::kTickRate.Text(),
             item.GetAssetName(),
             AC::ClipTypeName(item.GetAssetMediaType()).Text(),
             std::move(metadata)};

@@ -44,8 +44,8 @@ public:
     const char16_t* Text() const noexcept { return mUnits.data() + mBegin; }
 
 private:
-    std::array<char16_t, std::numeric_limits<std::int64_t>::digits10 + 3>
-        mUnits{};  // one more digit, a sign, a zero
+    // One digit more than always fit, a sign, a zero.
+    std::array<char16_t, std::numeric_limits<std::int64_t>::digits10 + 3> mUnits{};
     std::size_t mBegin = mUnits.size() - 1;
 };
 

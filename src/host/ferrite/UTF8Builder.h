@@ -36,7 +36,8 @@ public:
     }
 
     /// \param end Where what was written into the room ends, after a whole character.
-    /// \param surplus How many units less it takes in UTF-16, or fewer.
+    /// \param surplus By how many what was written is longer than in UTF-16, or less: TakeUTF16 leaves out so
+    ///        much room.
     void Fill(char* end, std::size_t surplus = 0)
     {
         mTo = end;

@@ -10,7 +10,7 @@ namespace Ridge {
 enum class Reserved
 {
     kAsReferences,
-    kBare,  ///< As DecodeReservedCharacters leaves the references: no other one that it decodes is written.
+    kBare,  ///< What DecodeReservedCharacters makes of the references: it decodes no other that is written.
 };
 
 /// Writes the text that XMLUtilities::ConvertDomToXMLString describes.
