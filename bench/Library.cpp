@@ -34,14 +34,23 @@ Operation Encode(const Work& work)
     };
 }
 
-/// With one layer of reserved characters decoded and the conversion to UTF-8.
+/// What connectors send to panels.
+Operation EncodeUTF8(const Work& work)
+{
+    return [&record = work.record] {
+        benchmark::DoNotOptimize(AC::ACMessageEncoder::EncodeUTF8(record, AC::kNotificationRoot));
+    };
+}
+
+/// The same with one layer of reserved characters decoded.
 Operation EncodeForPanel(const Work& work)
 {
     return [&record = work.record] { benchmark::DoNotOptimize(AC::EncodeDecodedNotification(record)); };
 }
 
 const AddedCodec kLibrary({"library", {Decode, true}, {Encode, true}, true});
-const AddedCodec kPanelText({"panelText", {}, {EncodeForPanel, true}});
+const AddedCodec kUTF8({"utf8", {}, {EncodeUTF8}});
+const AddedCodec kPanelText({"panelText", {}, {EncodeForPanel}});
 
 /// The connector that two threads use.
 Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> counted;

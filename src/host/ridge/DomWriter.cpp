@@ -80,6 +80,19 @@ void Put(UTF8Builder& out, std::u16string_view text, const Table& table)
     }
 }
 
+/// Fetches memory that is soon read: a document's nodes and texts lie one behind the other as they were made,
+/// which for a tree that was built in order is the order of writing. When a large one is written, its
+/// beginning has left the cache. An address that is not there does no harm.
+void FetchAhead(const DOMNode* node)
+{
+    constexpr std::ptrdiff_t kDistance = 2048;  // bytes; some seven nodes
+    constexpr std::ptrdiff_t kSize = 640;       // more than a node takes with its attributes
+    constexpr std::ptrdiff_t kCacheLine = 64;
+    const char* const from = reinterpret_cast<const char*>(node) + kDistance;
+    for (std::ptrdiff_t at = 0; at < kSize; at += kCacheLine)
+        __builtin_prefetch(from + at);
+}
+
 bool IsText(const DOMNode* node)
 {
     const DOMNode::NodeType type = node->getNodeType();
@@ -157,6 +170,7 @@ UTF8Builder WriteDom(const xercesc::DOMDocument* document, Reserved reserved)
     std::vector<OpenElement> open;
     const DOMNode* node = document->getFirstChild();
     while (node != nullptr) {
+        FetchAhead(node);
         if (const DOMNode* const child = Open(out, node, tables, open)) {
             node = child;
             continue;
