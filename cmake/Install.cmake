@@ -20,7 +20,7 @@ endif()
 install(DIRECTORY src/host src/message DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h"
     PATTERN ResultNames.h EXCLUDE PATTERN CodePoints.h EXCLUDE
     PATTERN ReplacementTable.h EXCLUDE PATTERN UTF8Builder.h EXCLUDE
-    PATTERN DomWriter.h EXCLUDE)
+    PATTERN DomWriter.h EXCLUDE PATTERN FetchAhead.h EXCLUDE)
 install(DIRECTORY reference_host DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
 install(FILES src/codec/ACMessageDecoder.h src/codec/ACMessageEncoder.h DESTINATION ${include_dir}/codec)
 install(FILES src/registration/ACUtils.h DESTINATION ${include_dir}/registration)

@@ -1,6 +1,7 @@
 #include "codec/ElementWriter.h"
 
 #include "codec/ValueForms.h"
+#include "host/ridge/FetchAhead.h"
 #include "message/MessageConstants.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
@@ -63,6 +64,7 @@ void ElementWriter::AppendChildElement(const UTF16String& name, const UTF16Strin
 xercesc::DOMElement* ElementWriter::Append(const XMLCh* name) const
 {
     xercesc::DOMElement* const element = mElement->getOwnerDocument()->createElement(name);
+    Ridge::FetchAhead(element);
     mElement->appendChild(element);
     return element;
 }
