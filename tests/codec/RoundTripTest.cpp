@@ -5,41 +5,13 @@
 #include "host/ferrite/ReservedCharacters.h"
 #include "host/ferrite/Unicode.h"
 #include "message/Comparison.h"
+#include "tests/support/BothWays.h"
 #include "tests/support/FilledRecords.h"
 #include "tests/support/HostTest.h"
-
-#include <set>
-#include <string_view>
 
 namespace {
 
 using AC::ACMessage;
-
-/// The members that both directions know.
-const std::set<std::string_view> kBothWays = {
-    "header",
-    "assetMediaInfoList",
-    "assetItemList",
-    "filePath",
-    "taskItemID",
-    "batchID",
-    "errorInfo",
-    "fileContent",
-    "deleteOnDisk",
-    "result",
-    "mediaUseLocalFile",
-    "roughCutUseLocalFile",
-    "fileList",
-    "percentage",
-    "thumbnailRequest",
-    "allowExit",
-    "taskIDList",
-    "actionResultList",
-    "commandList",
-    "customMetadata",
-    "targetBin",
-    "mediaPropertyInfo",
-};
 
 /// Replaces what one direction cannot say.
 void Restrict(ACMessage& message, Filler& random)

@@ -236,17 +236,18 @@ TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
     std::mutex mutex;
     Kiln::SharedReferenceBroker current = BrokerOf(Create());
     std::atomic<int> used{0};
+    std::atomic<std::size_t> delivered{0};
     std::atomic<bool> stop{false};
     const std::function<void()> jobs[] = {
         [&] { Raise(AC::kPlexaEventType_ExitApp, u"<a><allowExit>false</allowExit></a>"); },
-        [&] { host.GetStations().DeliverPosted(); },
+        [&] { delivered += host.GetStations().DeliverPosted(); },
         [&] {
             std::unique_lock<std::mutex> lock(mutex);
             Kiln::SharedReferenceBroker broker = current;
             lock.unlock();
             if (const auto locked = broker.Lock()) {
                 const ConnectorRef counted = ConnectorRef::Retain(static_cast<Notifier*>(locked.Get()));
-                counted->OnIngestPaused({});
+                counted->OnIngestStarted({});  // sent by one connector, posted by the other
                 ++used;
             }
         },
@@ -273,6 +274,7 @@ TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
     EXPECT_FALSE(current.Lock());
     EXPECT_GT(dispatcher.calls, 0);
     EXPECT_GT(used, 0);
+    EXPECT_EQ(delivered > 0, GetParam().create == &AC::CreateIngestMediaCollectionConnector);
     EXPECT_EQ(host.GetMemory().LiveBlocks(), 0U);
 }
 

@@ -1,22 +1,14 @@
 // Each host operation throws in turn, in everything that the session files do.
 
 #include "codec/ACMessageEncoder.h"
-#include "connectors/EventCatalogue.h"
 #include "connectors/StationMessages.h"
-#include "host/ridge/TandemEvents.h"
-#include "host/ridge/Utilities.h"
 #include "reference_host/Forwarders.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "reference_host/Marker.h"
-#include "session/ConnectorKinds.h"
-#include "session/Operations.h"
-#include "tests/support/HostTest.h"
+#include "tests/support/SessionInputs.h"
 
-#include <boost/function.hpp>
 #include <xercesc/dom/DOMException.hpp>
 
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <set>
 #include <vector>
@@ -24,7 +16,6 @@
 namespace {
 
 using namespace ReferenceHost;
-using Session::Json;
 using Names = std::vector<std::string>;
 
 /// What a host operation throws: nothing that the library could know.
@@ -60,36 +51,6 @@ public:
 class ThrowingHost : public ::testing::Test
 {
 protected:
-    /// \return What the inputs of all session files do to a connector.
-    std::vector<boost::function<void()>> InputsTo(
-        const Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier>& connector)
-    {
-        std::vector<boost::function<void()>> inputs;
-        for (const auto& file : std::filesystem::directory_iterator(TEST_DATA "/sessions")) {
-            std::ifstream lines(file.path());
-            for (std::string line; std::getline(lines, line);) {
-                if (line.empty() || line[0] != '{')
-                    continue;
-                const Json json = Session::ParseJson(line);
-                if (json.contains("callback"))
-                    inputs.push_back(Session::FindCallback(json.at("callback").get<std::string>())
-                                         ->bind(json.at("args"), connector)
-                                         .run);
-                if (json.contains("call"))
-                    inputs.push_back(Session::FindExportedFunction(json.at("call").get<std::string>())
-                                         ->bind(json.at("args"))
-                                         .run);
-                if (json.contains("panel"))
-                    inputs.push_back([this, type = U(json.at("panel").get<std::string>()),
-                                      data = U(json.at("data").get<std::string>())] {
-                        host.GetStations().BroadcastMessage(Ridge::GetPlexaStationID(),
-                                                            Ridge::TandemEvent(type, data));
-                    });
-            }
-        }
-        return inputs;
-    }
-
     /// \return The operations that the input called, up to the one that threw.
     Names Run(const boost::function<void()>& input, std::size_t throwsAt)
     {
@@ -146,7 +107,7 @@ TEST_F(ThrowingHost, EndsTheCallAndNothingElse)
     for (const auto& kind : Session::kConnectorKinds) {
         ExpectEachMayThrow([&] { kind.create(&dispatcher); });
         const auto connector = kind.create(&dispatcher);
-        for (const auto& input : InputsTo(connector))
+        for (const auto& input : SessionInputs(host, connector))
             ExpectEachMayThrow(input);
     }
     for (const auto& registration : {&AC::AddTandemEvents, &AC::RemoveTandemEvents})
