@@ -41,6 +41,8 @@ const Row kRows[] = {
     {"encode/#/*/library", "30000", "100", {"assets", "media"}, "<=", 1.3, true},
     {"decode/assets/#/*", "library", "xerces", {"1", "3000"}},
     {"decode/media/#/*", "library", "xerces", {"1", "100", "3000", "30000"}},
+    {"encode/assets/#/*", "library", "xerces", {"1", "3000"}},
+    {"encode/assets/#/*", "library", "xsdcxx", {"1", "3000"}},
     {"decode/#/*/library", "10000", "100", {"properties", "columns"}},
     {"encode/properties/*/library", "10000", "100"},
     {"decode/assets/#/*", "library", "pugixml", {"1", "100", "30000"}},
