@@ -64,7 +64,7 @@ void ElementWriter::AppendChildElement(const UTF16String& name, const UTF16Strin
 xercesc::DOMElement* ElementWriter::Append(const XMLCh* name) const
 {
     xercesc::DOMElement* const element = mElement->getOwnerDocument()->createElement(name);
-    Ridge::FetchAhead(element);
+    Ridge::FetchAhead(element);  // the next nodes are made behind this one
     mElement->appendChild(element);
     return element;
 }

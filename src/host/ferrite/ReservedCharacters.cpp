@@ -33,7 +33,7 @@ constexpr References kReferences = [] {
 
 void EncodeReservedCharacters(const UTF16String& input, UTF16String& output)
 {
-    constexpr std::size_t kBlock = 256;
+    constexpr std::size_t kBlock = 256;  // shorter ones are read back while they are still being stored
     std::array<char16_t, kBlock * References::kRoom> block;
     UTF16String result;
     result.reserve(2 * input.size());

@@ -59,13 +59,16 @@ void Put(UTF8Builder& out, std::u16string_view text, const Table& table)
 {
     static_assert(Table::kRoom >= ferrite::utility::kLongestSequence);
     constexpr std::ptrdiff_t kBlock = 64;
-    constexpr std::ptrdiff_t kGroup = 4;  // one branch asks whether the table has them all
+    constexpr std::ptrdiff_t kGroup = 4;
     const char16_t* at = text.data();
     const char16_t* const end = at + text.size();
     while (at != end) {
         const char16_t* const blockEnd = at + std::min(end - at, kBlock);
         char* to = out.Room(kBlock * Table::kRoom);
         std::size_t surplus = 0;
+        // One branch for a group, up to the first with another character: what follows in the block is likely
+        // to have more, and a branch that goes either way costs more than it saves. An OR is at least as
+        // large as each of its operands.
         while (blockEnd - at >= kGroup && Table::Has(static_cast<char16_t>(at[0] | at[1] | at[2] | at[3])))
             for (std::ptrdiff_t i = 0; i < kGroup; ++i)
                 to = table.Write(*at++, to);

@@ -12,8 +12,10 @@ namespace Ridge {
 /// that is not there does no harm.
 inline void FetchAhead(const xercesc::DOMNode* node)
 {
-    constexpr std::ptrdiff_t kDistance = 2048;  // bytes; some seven nodes
-    constexpr std::ptrdiff_t kSize = 448;       // what an element takes with its text or its attributes
+    // Bytes, measured: an element takes some 360 with a short text, 600 to 700 with an attribute, but
+    // fetching more gained nothing.
+    constexpr std::ptrdiff_t kDistance = 2048;
+    constexpr std::ptrdiff_t kSize = 448;
     constexpr std::ptrdiff_t kCacheLine = 64;
     const char* const from = reinterpret_cast<const char*>(node) + kDistance;
     for (std::ptrdiff_t at = 0; at < kSize; at += kCacheLine)
