@@ -13,12 +13,16 @@ namespace {
 
 using ferrite::utility::UTF16to8;
 
-/// A rate whose ratio does not fit a double's digits comes back as its neighbour, and its frames with it.
-void DropWhatIsRounded(AC::ACMessage& message)
+/// A rate whose ratio does not fit a double's digits comes back as its neighbour, and its frames with it; one
+/// of an item's two library times is not written without the other.
+void DropWhatIsNotWritten(AC::ACMessage& message)
 {
     const tempora::FrameRate rate = message.mediaPropertyInfo.frameRate;
     if (AC::ParseFrameRate(AC::FormatFrameRate(rate)) != rate)
         message.mediaPropertyInfo = {};
+    for (const auto& result : message.actionResultList)
+        if (result->fileCreationTime.empty() || result->fileLastModificationTime.empty())
+            result->fileCreationTime = result->fileLastModificationTime = u"";
 }
 
 /// What is missing in a text need not be missing in what is made of it.
@@ -39,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     AC::ACMessage first;
     if (!AC::ACMessageDecoder::DecodeXMLString(TextOf(data, size), first))
         return 0;
-    DropWhatIsRounded(first);
+    DropWhatIsNotWritten(first);
     const UTF16String text = AC::ACMessageEncoder::EncoderACMessage(first, AC::kNotificationRoot);
     UTF16String decoded;
     ferrite::xml::utils::DecodeReservedCharacters(text, decoded);
