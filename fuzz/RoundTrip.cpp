@@ -6,6 +6,7 @@
 #include "fuzz/FuzzHost.h"
 #include "host/ferrite/ReservedCharacters.h"
 #include "host/ferrite/Unicode.h"
+#include "host/loft/Utilities.h"
 #include "message/Comparison.h"
 #include "tests/support/BothWays.h"
 
@@ -14,7 +15,8 @@ namespace {
 using ferrite::utility::UTF16to8;
 
 /// A rate whose ratio does not fit a double's digits comes back as its neighbour, and its frames with it; one
-/// of an item's two library times is not written without the other.
+/// of an item's two library times is not written without the other, and paths are written in their normal
+/// form.
 void DropWhatIsNotWritten(AC::ACMessage& message)
 {
     const tempora::FrameRate rate = message.mediaPropertyInfo.frameRate;
@@ -23,6 +25,8 @@ void DropWhatIsNotWritten(AC::ACMessage& message)
     for (const auto& result : message.actionResultList)
         if (result->fileCreationTime.empty() || result->fileLastModificationTime.empty())
             result->fileCreationTime = result->fileLastModificationTime = u"";
+    for (UTF16String& path : message.fileList)
+        path = Loft::Utilities::NormalizePathWithoutUNC(path);
 }
 
 /// What is missing in a text need not be missing in what is made of it.
