@@ -17,7 +17,7 @@ using ferrite::utility::UTF16to8;
 /// A rate whose ratio does not fit a double's digits comes back as its neighbour, and its frames with it; one
 /// of an item's two library times is not written without the other, and paths are written in their normal
 /// form.
-void DropWhatIsNotWritten(AC::ACMessage& message)
+void MakeAsWritten(AC::ACMessage& message)
 {
     const tempora::FrameRate rate = message.mediaPropertyInfo.frameRate;
     if (AC::ParseFrameRate(AC::FormatFrameRate(rate)) != rate)
@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     AC::ACMessage first;
     if (!AC::ACMessageDecoder::DecodeXMLString(TextOf(data, size), first))
         return 0;
-    DropWhatIsNotWritten(first);
+    MakeAsWritten(first);
     const UTF16String text = AC::ACMessageEncoder::EncoderACMessage(first, AC::kNotificationRoot);
     UTF16String decoded;
     ferrite::xml::utils::DecodeReservedCharacters(text, decoded);
