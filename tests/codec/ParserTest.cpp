@@ -80,6 +80,7 @@ TEST_F(Decoder, RefusesHostileTexts)
         ACMessage message;
         EXPECT_FALSE(DecodeXMLString(u"<a><result>x" + unit + u"y</result></a>", message));
         EXPECT_FALSE(DecodeXMLString(u"<a/>" + unit, message));
+        EXPECT_FALSE(DecodeXMLString(u"<a><filePath path='x" + unit + u"'/></a>", message));
     }
     // Bytes that were taken for another encoding.
     for (const UTF16String& text :

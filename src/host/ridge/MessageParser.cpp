@@ -26,6 +26,28 @@ ParseError PlaceOf(std::u16string_view text, std::size_t at, const char16_t* rea
     return {line, at - before.rfind(u'\n'), reason};  // without a line feed rfind gives -1
 }
 
+/// A unit that is no character and that the scanner would let pass: a zero is the end of the text to it when
+/// it stands behind the root, and half a pair a part of an attribute's value when it ends one.
+bool IsStray(std::u16string_view text, std::size_t at)
+{
+    const auto isLead = [](char16_t unit) { return (unit & 0xFC00U) == 0xD800U; };
+    const auto isTrail = [](char16_t unit) { return (unit & 0xFC00U) == 0xDC00U; };
+    return text[at] == 0 || (isLead(text[at]) && (at + 1 == text.size() || !isTrail(text[at + 1])));
+}
+
+/// \return Where the first of them stands; npos without one.
+std::size_t FindStray(std::u16string_view text)
+{
+    bool isSuspect = false;
+    for (const char16_t unit : text)  // without an early end, and so several units at a time
+        isSuspect |= unit == 0 || (unit & 0xF800U) == 0xD800U;
+    if (isSuspect)
+        for (std::size_t at = 0; at < text.size(); ++at)
+            if (IsStray(text, at))
+                return at;
+    return std::u16string_view::npos;
+}
+
 /// \return The XML library's reason without what it quotes of the text.
 UTF16String WithoutQuotes(std::u16string_view reason)
 {
@@ -83,9 +105,10 @@ xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
 
 xercesc::DOMDocument* MessageParser::ParseContent(std::u16string_view content)
 {
-    // Behind the root the scanner takes a zero for the end of the text.
-    if (const std::size_t zero = content.find(u'\0'); zero != std::u16string_view::npos) {
-        mError = PlaceOf(content, zero, u"a zero character is not accepted");
+    if (const std::size_t stray = FindStray(content); stray != std::u16string_view::npos) {
+        mError = PlaceOf(content, stray,
+                         content[stray] == 0 ? u"a zero character is not accepted"
+                                             : u"half a surrogate pair is not accepted");
         return nullptr;
     }
     xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(content.data()),
