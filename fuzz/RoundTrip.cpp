@@ -10,13 +10,17 @@
 #include "message/Comparison.h"
 #include "tests/support/BothWays.h"
 
+#include <xercesc/util/XMLChar.hpp>
+
+#include <iterator>
+
 namespace {
 
 using ferrite::utility::UTF16to8;
 
 /// A rate whose ratio does not fit a double's digits comes back as its neighbour, and its frames with it; one
-/// of an item's two library times is not written without the other, and paths are written in their normal
-/// form.
+/// of an item's two library times is not written without the other, paths are written in their normal form,
+/// and names of properties with a character beyond U+FFFF, which the scanner takes, are none to the DOM.
 void MakeAsWritten(AC::ACMessage& message)
 {
     const tempora::FrameRate rate = message.mediaPropertyInfo.frameRate;
@@ -27,6 +31,11 @@ void MakeAsWritten(AC::ACMessage& message)
             result->fileCreationTime = result->fileLastModificationTime = u"";
     for (UTF16String& path : message.fileList)
         path = Loft::Utilities::NormalizePathWithoutUNC(path);
+    for (const auto& metadata : message.customMetadata.minimumMetadata.namespaces)
+        for (auto at = metadata->properties.begin(); at != metadata->properties.end();)
+            at = xercesc::XMLChar1_0::isValidName(at->first.data(), at->first.size())
+                     ? std::next(at)
+                     : metadata->properties.erase(at);
 }
 
 /// What is missing in a text need not be missing in what is made of it.

@@ -11,7 +11,8 @@ namespace AC::ACMessageEncoder {
 /// Encodes what the record holds; members at their construction values are left out.
 /// \param rootName The root element, kNotificationRoot for every notification.
 /// \return The text, without declaration and indentation.
-/// \throws xercesc::DOMException for a root or a custom metadata property whose name is not an XML name;
+/// \throws xercesc::DOMException for a root or a custom metadata property whose name is not an XML name (one
+///         with a character beyond U+FFFF is none to the DOM, although its parser reads it);
 ///         xercesc::OutOfMemoryException, std::bad_alloc; std::logic_error without an installed host; what
 ///         the host throws.
 /// Any thread; the record and what it shares are only read. The XML platform is initialised by the host.

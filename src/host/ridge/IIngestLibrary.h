@@ -63,6 +63,7 @@ public:
     /// \return Whether a file of this path can carry XMP.
     virtual bool PathSupportsXMP(const UTF16String& path) = 0;
 
+    /// Makes the database a provider of metadata. Called once for each message that asks for it.
     virtual void RegisterDBMetadataProvider() = 0;
 
     /// \param normalizedPath From IFiles::ToNormalizedPath.
