@@ -221,6 +221,16 @@ private:
     std::vector<Level> mOpen;
 };
 
+/// To the library a NUL is the end of the text, and a byte order mark nothing.
+/// \throws FormatError
+void RequireOneText(const std::string& text)
+{
+    if (const auto nul = text.find('\0'); nul != std::string::npos)
+        throw FormatError(PlaceOf(text, nul + 1) + ": not JSON: a NUL byte");
+    if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
+        throw FormatError("column 1: not JSON: a byte order mark");
+}
+
 }  // namespace
 
 std::string DumpJson(const Json& value, std::size_t indent)
@@ -235,11 +245,7 @@ std::string DumpJson(const OrderedJson& value, std::size_t indent)
 
 Json ParseJson(const std::string& text)
 {
-    // To the library a NUL is the end of the text, and a byte order mark nothing.
-    if (const auto nul = text.find('\0'); nul != std::string::npos)
-        throw FormatError(PlaceOf(text, nul + 1) + ": not JSON: a NUL byte");
-    if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
-        throw FormatError("column 1: not JSON: a byte order mark");
+    RequireOneText(text);
     Json value;
     std::size_t read = 0;
     Builder builder(value, read);
@@ -274,6 +280,7 @@ bool HasKey(const std::string& text, bool (*accepts)(const std::string& key))
         bool found = false;
         bool isJson = true;
     };
+    RequireOneText(text);
     KeyFinder finder;
     finder.accepts = accepts;
     return (Json::sax_parse(text, &finder) || finder.isJson) && finder.found;

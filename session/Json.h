@@ -33,6 +33,7 @@ std::string DumpJson(const OrderedJson& value, std::size_t indent = 0);
 
 /// \return Whether one of the keys of the object that the text holds is accepted; whatever else may be wrong
 ///         with its values. False when the text is not JSON.
+/// \throws FormatError for a NUL byte or a byte order mark.
 bool HasKey(const std::string& text, bool (*accepts)(const std::string& key));
 
 }  // namespace Session

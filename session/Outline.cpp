@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <string_view>
 
 namespace Session {
 namespace {
@@ -25,12 +24,10 @@ std::string Legible(std::string_view text)
 {
     std::string legible;
     for (std::size_t at = 0; at < text.size(); ++at) {
-        const auto byte = static_cast<unsigned char>(text[at]);
-        const auto next = static_cast<unsigned char>(at + 1 < text.size() ? text[at + 1] : 0);
-        const bool isSecondary = byte == 0xC2 && next >= 0x80 && next < 0xA0;  // U+0080 to U+009F
-        if (isSecondary || byte == 0x7F || (byte < 0x20 && byte != '\n' && byte != '\t')) {
+        const std::size_t control = ControlCharacterAt(text, at);
+        if (control != 0 && text[at] != '\n' && text[at] != '\t') {
             legible += "\uFFFD";
-            at += isSecondary ? 1 : 0;
+            at += control - 1;
         } else if (IsGuid(text.substr(at, kGuidLength))) {
             legible.append(text.substr(at, 8)).append("…").append(text.substr(at + kGuidLength - 4, 4));
             at += kGuidLength - 1;
@@ -66,6 +63,15 @@ const char* CodeOf(Colour colour)
 }
 
 }  // namespace
+
+std::size_t ControlCharacterAt(std::string_view text, std::size_t at)
+{
+    const auto byte = static_cast<unsigned char>(text[at]);
+    const auto next = static_cast<unsigned char>(at + 1 < text.size() ? text[at + 1] : 0);
+    if (byte == 0xC2 && next >= 0x80 && next < 0xA0)  // U+0080 to U+009F
+        return 2;
+    return byte < 0x20 || byte == 0x7F ? 1 : 0;
+}
 
 Outline& Outline::Put(Colour colour, const std::string& text)
 {

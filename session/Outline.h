@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 namespace Session {
 
@@ -20,6 +21,10 @@ enum class Colour
     kMagenta,
     kCyan,
 };
+
+/// \return How many bytes of the UTF-8 text, from that place on, are a control character, of the second set,
+///         too: 0 for none.
+std::size_t ControlCharacterAt(std::string_view text, std::size_t at);
 
 /// Prints texts and values for people: indented, coloured when asked for, GUIDs shortened to their two ends.
 /// Control characters do not reach the terminal.

@@ -9,8 +9,13 @@
 namespace Session {
 namespace {
 
-/// How many like host calls in a row are printed.
+/// How many requests are printed of those that are registered, or withdrawn, in a row.
 constexpr std::size_t kShownOfRun = 3;
+
+bool IsRegistration(const std::string& hostCall)
+{
+    return hostCall.find("TandemEventListener") != std::string::npos;
+}
 
 /// Who acts when the host calls an exported function.
 constexpr const char* kLibrary = "connector library";
@@ -70,12 +75,15 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
         Sentence(Colour::kBlue, json["register"] ? "host asks for the panels' requests"
                                                  : "host no longer wants the panels' requests");
     } else if (json.contains("panel")) {
-        Request(mSpeaker, TextOf(json, "panel"), json["data"]);
+        Heading(Colour::kCyan, "panel", mSpeaker, ShortName(TextOf(json, "panel")));
+        mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(json["data"]));
         mSilence = "nothing happens: the request is not registered, or no connector acts on it";
     } else if (json.contains("station")) {
         Heading(Colour::kCyan, "host", "station " + TextOf(json, "station"), TextOf(json, "message"));
-        if (json.contains("data"))
-            Request(mSpeaker, TextOf(json, "type"), json["data"]);
+        if (json.contains("data")) {
+            mOutline.PutLines(mIndent, Colour::kCyan, ShortName(TextOf(json, "type")));
+            mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(json["data"]));
+        }
     } else if (json.contains("callback")) {
         const std::string name = TextOf(json, "callback");
         mSpeaker = TitleOf(TextOf(json, "to"));
@@ -109,7 +117,8 @@ void ReadableReplay::OnEffect(OrderedJson& effect)
         Heading(Colour::kMagenta, mSpeaker, "panel", ShortName(subject));
         mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(effect["data"]));
     } else if (effect.contains("post")) {
-        Heading(Colour::kCyan, mSpeaker + " posts", "station " + TextOf(effect, "station"), subject);
+        Heading(Colour::kCyan, mSpeaker + " posts", "station " + TextOf(effect, "station"),
+                subject + (effect["flag"] ? ", flagged" : ""));
         mOutline.PutValue(mIndent, effect["payload"]);
     } else if (effect.contains("deliver")) {
         Heading(Colour::kCyan, "user-interface thread", "station " + TextOf(effect, "station"),
@@ -150,24 +159,18 @@ void ReadableReplay::Arguments(const Labels& labels, OrderedJson arguments)
     mOutline.PutValue(mIndent, labelled);
 }
 
-void ReadableReplay::Request(const std::string& to, const std::string& what, const Json& data)
-{
-    Heading(Colour::kCyan, "panel", to, ShortName(what));
-    mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(data));
-}
-
 bool ReadableReplay::ExtendsRun(const std::string& operation)
 {
-    if (operation.empty() || operation != mRunOperation) {
+    if (!IsRegistration(operation) || operation != mRunOperation) {
         EndRun();
         mRunOperation = operation;
     }
-    return ++mRunLength > kShownOfRun && !operation.empty();
+    return ++mRunLength > kShownOfRun;
 }
 
 void ReadableReplay::EndRun()
 {
-    if (!mRunOperation.empty() && mRunLength > kShownOfRun)
+    if (mRunLength > kShownOfRun)
         mOutline.PutLines(kEffectIndent, Colour::kDim,
                           "… and " + std::to_string(mRunLength - kShownOfRun) + " more");
     mRunOperation.clear();

@@ -34,10 +34,9 @@ private:
     void Heading(Colour colour, const std::string& from, const std::string& to, const std::string& what);
     void Sentence(Colour colour, const std::string& text);
     void Arguments(const Labels& labels, OrderedJson arguments);
-    void Request(const std::string& to, const std::string& what, const Json& data);
 
-    /// \param operation The host call, or empty. \return Whether it only adds to a run of like ones, of which
-    ///        the first are printed.
+    /// \param operation The host call, or empty. \return Whether it only adds to a run of registrations, of
+    ///        which the first are printed.
     bool ExtendsRun(const std::string& operation);
     void EndRun();
 

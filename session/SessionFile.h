@@ -47,7 +47,7 @@ public:
     virtual void OnEffect(OrderedJson& effect) = 0;
 
     /// Whether the effects of the file are wanted. When not, a line with the key of an effect is skipped
-    /// whatever else it holds.
+    /// whatever else the object holds.
     virtual bool WantsExpected() const { return false; }
 
     /// An effect of the file, which may be changed.

@@ -3,7 +3,7 @@
 #include <ostream>
 #include <string>
 
-/// The commands of the program. Each reads its file (empty or "-": standard input), prints to the output and
+/// The commands of the program. Each reads its file ("-": standard input), prints to the output and
 /// gives the exit status. What is wrong with a command's file is a line on standard error.
 namespace AssetConnector {
 

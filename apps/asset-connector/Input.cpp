@@ -1,6 +1,7 @@
 #include "Input.h"
 
-#include <algorithm>
+#include "session/Outline.h"
+
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -49,9 +50,9 @@ void Input::RequireGood() const
 void Complain(const std::string& message)
 {
     std::string line = "asset-connector: " + message;
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
-        ' ');
+    for (std::size_t at = 0; at < line.size(); ++at)
+        if (const std::size_t control = Session::ControlCharacterAt(line, at))
+            line.replace(at, control, " ");
     std::cerr << line << '\n';
 }
 

@@ -10,7 +10,6 @@
 #include <xercesc/util/XMLChar.hpp>
 
 #include <exception>
-#include <stdexcept>
 
 namespace AssetConnector {
 namespace {
@@ -61,8 +60,8 @@ Status Decode(const std::string& file, std::ostream& output)
     return Try(input.Name(), [&] {
         Ridge::ParseError error;
         if (!AC::ACMessageDecoder::DecodeXMLString(xml, message, error))
-            throw std::runtime_error("line " + std::to_string(error.line) + ", column " +
-                                     std::to_string(error.column) + ": " + UTF16to8(error.reason));
+            throw Session::FormatError("line " + std::to_string(error.line) + ", column " +
+                                       std::to_string(error.column) + ": " + UTF16to8(error.reason));
         output << Session::DumpJson(Session::ValueWriter(Session::Style::kSession).Write(message), 2) << '\n';
     });
 }
@@ -85,7 +84,7 @@ Status Encode(const std::string& file, bool decoded, std::ostream& output)
         try {
             output << encode(message, AC::kNotificationRoot) << '\n';
         } catch (const xercesc::DOMException&) {
-            throw std::runtime_error(BadName(message));
+            throw Session::FormatError(BadName(message));
         }
     });
 }

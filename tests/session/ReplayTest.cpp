@@ -72,6 +72,8 @@ TEST(ReplayTest, BadLinesEndTheReplayBehindTheLinesBeforeThem)
     for (const auto& each : kCases)
         EXPECT_EQ(Replay("#\n" + kCreate + each.line + '\n' + kStart),
                   kCreate + kSubscribed + "3: " + each.complaint);
+    using namespace std::string_literals;
+    EXPECT_EQ(Replay("{\"exception\": \"\"}\0{\"ui\": true}\n"s), "1: column 18: not JSON: a NUL byte");
 }
 
 TEST(ReplayTest, InputsAreEchoedAndTheRestIsSkipped)
