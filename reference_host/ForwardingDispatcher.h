@@ -37,7 +37,8 @@ public:
              taskItem);
     }
     void CompleteImportFile(const Guid& task, const Guid& message, const UTF16String& path, const Guid& batch,
-                            const Guid& taskItem, Ridge::ResultCode result, const UTF16String& error) override
+                            const Guid& taskItem, const Ridge::ResultCode& result,
+                            const UTF16String& error) override
     {
         Pass("CompleteImportFile", &Next::CompleteImportFile, task, message, path, batch, taskItem, result,
              error);

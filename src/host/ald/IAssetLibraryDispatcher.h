@@ -39,7 +39,7 @@ public:
 
     /// The panel is through with a file that it was told of. \param result 0 or 0x80000000.
     virtual void CompleteImportFile(const Guid& task, const Guid& message, const UTF16String& path,
-                                    const Guid& batch, const Guid& taskItem, Ridge::ResultCode result,
+                                    const Guid& batch, const Guid& taskItem, const Ridge::ResultCode& result,
                                     const UTF16String& error) = 0;
 
     /// Opens the ingest dialog. The connector itself answers the panel, after this call.
