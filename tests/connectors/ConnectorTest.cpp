@@ -121,6 +121,7 @@ TEST_P(BothConnectors, LiveAsLongAsTheyAreReferenced)
     const Kiln::SharedReferenceBroker broker = BrokerOf(connector);
     EXPECT_EQ(broker->GetCount(), 1);
     EXPECT_EQ(broker->GetObject(), connector->GetRawPointer());
+    EXPECT_THROW(broker->SetObject(connector->GetRawPointer()), ferrite::utility::ContractError);
 
     auto locked = broker.Lock();
     EXPECT_EQ(broker->GetCount(), 2);
@@ -146,6 +147,10 @@ TEST_P(BothConnectors, OfferTwoInterfacesAndTakeNoReference)
     EXPECT_EQ(connector->QueryInterface(AC::IAssetConnectorPrivate::kInterfaceID, out), 0);
     static_cast<AC::IAssetConnectorPrivate*>(out)->SetDispatcher(nullptr);
     Raise(AC::kPlexaEventType_ExitApp, u"<a/>");
+    const auto panel = boost::make_shared<TestPanel>();
+    host.GetPanelEvents().Attach(panel);
+    Raise(AC::kPlexaEventType_OpenIngestDlg, u"<a/>");
+    EXPECT_EQ(panel->types.size(), 1U) << "what the connector answers itself goes out";
     EXPECT_EQ(dispatcher.calls, 0) << "without a dispatcher nothing is forwarded";
     EXPECT_EQ(connector->QueryInterface(Guid(1, 2), out), static_cast<std::int32_t>(0xA00A0001));
     EXPECT_EQ(out, nullptr);
