@@ -223,7 +223,7 @@ private:
 
 /// To the library a NUL is the end of the text, and a byte order mark nothing.
 /// \throws FormatError
-void RequireOneText(const std::string& text)
+void RefuseNulAndMark(const std::string& text)
 {
     if (const auto nul = text.find('\0'); nul != std::string::npos)
         throw FormatError(PlaceOf(text, nul + 1) + ": not JSON: a NUL byte");
@@ -245,7 +245,7 @@ std::string DumpJson(const OrderedJson& value, std::size_t indent)
 
 Json ParseJson(const std::string& text)
 {
-    RequireOneText(text);
+    RefuseNulAndMark(text);
     Json value;
     std::size_t read = 0;
     Builder builder(value, read);
@@ -257,6 +257,7 @@ Json ParseJson(const std::string& text)
 
 bool HasKey(const std::string& text, bool (*accepts)(const std::string& key))
 {
+    RefuseNulAndMark(text);
     struct KeyFinder : Events
     {
         bool start_object(std::size_t /*size*/) { return ++depth > 0; }
@@ -280,7 +281,6 @@ bool HasKey(const std::string& text, bool (*accepts)(const std::string& key))
         bool found = false;
         bool isJson = true;
     };
-    RequireOneText(text);
     KeyFinder finder;
     finder.accepts = accepts;
     return (Json::sax_parse(text, &finder) || finder.isJson) && finder.found;

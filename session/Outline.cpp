@@ -24,7 +24,7 @@ std::string Legible(std::string_view text)
 {
     std::string legible;
     for (std::size_t at = 0; at < text.size(); ++at) {
-        const std::size_t control = ControlCharacterAt(text, at);
+        const std::size_t control = LengthOfControlAt(text, at);
         if (control != 0 && text[at] != '\n' && text[at] != '\t') {
             legible += "\uFFFD";
             at += control - 1;
@@ -64,7 +64,7 @@ const char* CodeOf(Colour colour)
 
 }  // namespace
 
-std::size_t ControlCharacterAt(std::string_view text, std::size_t at)
+std::size_t LengthOfControlAt(std::string_view text, std::size_t at)
 {
     const auto byte = static_cast<unsigned char>(text[at]);
     const auto next = static_cast<unsigned char>(at + 1 < text.size() ? text[at + 1] : 0);

@@ -22,9 +22,9 @@ enum class Colour
     kCyan,
 };
 
-/// \return How many bytes of the UTF-8 text, from that place on, are a control character, of the second set,
-///         too: 0 for none.
-std::size_t ControlCharacterAt(std::string_view text, std::size_t at);
+/// \return How many bytes the control character at that place of the UTF-8 text takes: 1, 2 for U+0080 to
+///         U+009F, 0 where there is none.
+std::size_t LengthOfControlAt(std::string_view text, std::size_t at);
 
 /// Prints texts and values for people: indented, coloured when asked for, GUIDs shortened to their two ends.
 /// Control characters do not reach the terminal.

@@ -51,7 +51,7 @@ void Complain(const std::string& message)
 {
     std::string line = "asset-connector: " + message;
     for (std::size_t at = 0; at < line.size(); ++at)
-        if (const std::size_t control = Session::ControlCharacterAt(line, at))
+        if (const std::size_t control = Session::LengthOfControlAt(line, at))
             line.replace(at, control, " ");
     std::cerr << line << '\n';
 }

@@ -63,8 +63,8 @@ public:
     /// \return Whether a file of this path can carry XMP.
     virtual bool PathSupportsXMP(const UTF16String& path) = 0;
 
-    /// Makes the database a provider of metadata. Called once for each message that does not say
-    /// mediaUseLocalFile.
+    /// Makes the database a provider of metadata. Called before the assets of a message are registered that
+    /// does not say mediaUseLocalFile.
     virtual void RegisterDBMetadataProvider() = 0;
 
     /// \param normalizedPath From IFiles::ToNormalizedPath.

@@ -14,8 +14,8 @@ namespace Ridge::XMLUtilities {
 /// Parses a text.
 /// \param document Receives the document, owned by the parser; unchanged on failure.
 /// \return false for a text that does not parse, including every text with a DOCTYPE, an entity other than
-///         the five named ones, a zero character, elements nested beyond MessageParser::kDeepestElement or
-///         more different names than MessageParser::kMostNames.
+///         the five named ones, a zero character, half a surrogate pair, elements nested beyond
+///         MessageParser::kDeepestElement or more different names than MessageParser::kMostNames.
 /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
 AC_API bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document);
 
