@@ -207,6 +207,19 @@ TEST(ReplayTest, PeopleSeeNeitherPasswordsNorControlCharacters)
     }
 }
 
+TEST(ReplayTest, PeopleSeeEveryHostCallButRegistrationsInARow)
+{
+    const std::string seen = Readable(
+        R"({"create": "mediaCollection"}
+{"register": true}
+{"host": {"paths": {"/0": "file"}}}
+{"panel": "com.velmo.browser.event.IngestMedia", "data": "<a><ingestMediaItemList><ingestMediaItem src='/0'/><ingestMediaItem src='1'/><ingestMediaItem src='2'/><ingestMediaItem src='3'/><ingestMediaItem src='4'/></ingestMediaItemList></a>"}
+)");
+    EXPECT_NE(seen.find("\n        … and 41 more\n"), std::string::npos);
+    EXPECT_NE(seen.find("Ingestion of 4 failed"), std::string::npos);
+    EXPECT_EQ(seen.find("more\n"), seen.rfind("more\n"));
+}
+
 TEST(ReplayTest, PeopleAreToldThatNothingHappens)
 {
     const std::string seen =
