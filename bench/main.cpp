@@ -4,8 +4,7 @@
 
 #include "bench/Codec.h"
 #include "bench/Report.h"
-
-#include <xercesc/util/PlatformUtils.hpp>
+#include "host/XMLPlatform.h"
 
 #include <fstream>
 #include <iostream>
@@ -28,7 +27,7 @@ int main(int argc, char** argv)
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
         return 2;
 
-    xercesc::XMLPlatformUtils::Initialize();
+    const AC::XMLPlatform platform;
     Bench::Report report;
     {
         ReferenceHost::Host host(ReferenceHost::Stations::Delivery::kByHand);

@@ -1,20 +1,12 @@
 #pragma once
 
+#include "host/XMLPlatform.h"
 #include "host/ferrite/Unicode.h"
 #include "reference_host/Host.h"
-
-#include <xercesc/util/PlatformUtils.hpp>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-
-/// The XML platform, initialised for the rest of the process.
-class XMLPlatform
-{
-public:
-    XMLPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
-};
 
 /// What most fuzz targets run on: the XML platform and an installed reference host.
 class FuzzHost
@@ -31,7 +23,7 @@ public:
 private:
     FuzzHost() = default;
 
-    XMLPlatform mPlatform;
+    AC::XMLPlatform mPlatform;
     ReferenceHost::Host mHost{ReferenceHost::Stations::Delivery::kByHand};
     ReferenceHost::Installation mInstallation{mHost};
 };

@@ -3,6 +3,7 @@
 #include "session/SessionFile.h"
 
 #include "fuzz/FuzzHost.h"
+#include "host/XMLPlatform.h"
 
 #include <sstream>
 
@@ -22,7 +23,7 @@ public:
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const XMLPlatform platform;
+    static const AC::XMLPlatform platform;
     std::istringstream file(std::string(reinterpret_cast<const char*>(data), size));
     Silent observer;
     try {

@@ -1,10 +1,10 @@
 #include "Commands.h"
 #include "Input.h"
+#include "host/XMLPlatform.h"
 
 #include <CLI/CLI.hpp>
 #include <boost/function.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 
 #include <csignal>
 #include <cstdlib>
@@ -17,15 +17,6 @@
 namespace {
 
 using namespace AssetConnector;
-
-/// The XML platform, as long as this object lives.
-struct XMLPlatform
-{
-    XMLPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
-    ~XMLPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
-    XMLPlatform(const XMLPlatform&) = delete;
-    XMLPlatform& operator=(const XMLPlatform&) = delete;
-};
 
 bool IsColoured()
 {
@@ -88,7 +79,7 @@ public:
             return kBad;
         }
         try {
-            const XMLPlatform platform;
+            const AC::XMLPlatform platform;
             return Flush(mRun());
         } catch (const xercesc::OutOfMemoryException&) {  // not a std::exception
             Complain("not enough memory");

@@ -5,14 +5,13 @@
 #include "connectors/IngestGlintLibraryConnector.h"
 #include "connectors/IngestMediaCollectionConnector.h"
 #include "connectors/StationMessages.h"
+#include "host/XMLPlatform.h"
 #include "host/ferrite/Unicode.h"
 #include "host/kiln/StationUtils.h"
 #include "host/ridge/TandemEvents.h"
 #include "host/ridge/Utilities.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "reference_host/Host.h"
-
-#include <xercesc/util/PlatformUtils.hpp>
 
 #include <exception>
 #include <iostream>
@@ -21,16 +20,6 @@
 namespace {
 
 using ferrite::utility::Guid;
-
-/// Initialises the XML library, which a host does once, before anything else.
-class XMLPlatform
-{
-public:
-    XMLPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
-    ~XMLPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
-    XMLPlatform(const XMLPlatform&) = delete;
-    XMLPlatform& operator=(const XMLPlatform&) = delete;
-};
 
 /// The bridge to the HTML panels. Here a panel is the standard output.
 class Panels : public Plexa::IPanelEvents
@@ -124,7 +113,7 @@ void RunHost()
 int main()
 {
     try {
-        const XMLPlatform platform;
+        const AC::XMLPlatform platform;  // once, before anything else
         RunHost();
         return 0;
     } catch (const std::exception& exception) {

@@ -12,9 +12,10 @@ namespace AC::ACMessageDecoder {
 /// root is not looked at, unknown elements are ignored, bad values have fixed outcomes: once the text parses,
 /// decoding succeeds.
 /// \return false when the text does not parse or has no root; the record is then untouched.
-/// \throws std::logic_error without an installed host; what the host throws, the record then holding what was
+/// \throws std::logic_error before the XML platform is initialised or without an installed host; what the
+/// host throws, the record then holding what was
 ///         read so far; xercesc::OutOfMemoryException and std::bad_alloc.
-/// Any thread, each with its own record. The XML platform is initialised by the host.
+/// Any thread, each with its own record.
 AC_API bool DecodeXMLString(const UTF16String& xml, ACMessage& message);
 
 /// The same; \param error receives place and reason when the text does not decode.

@@ -66,6 +66,12 @@ const UTF16String* NotificationOf(const CallbackRow& row, bool readFromDisk)
     return readFromDisk ? row.notificationFromDisk : row.notification;
 }
 
+void RefreshProject(const UTF16String& mediaPath, const Ridge::XMPText& xmp)
+{
+    if (const boost::shared_ptr<Ridge::SRProject> project = Ridge::SRProject::GetInstance())
+        project->RefreshAssetMediaInfoByPath(mediaPath, xmp);
+}
+
 }  // namespace
 
 Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestGlintLibraryConnector(
@@ -101,14 +107,17 @@ void IngestGlintLibraryConnector::OnImportXMPFinished(const Guid& task, const Gu
                                                       const Ridge::AssetMediaInfoList& infos,
                                                       const Ridge::AssetItemList& items)
 {
-    const CallbackRow& row = RowOf(Callback::OnImportXMPFinished);
-    Report(row, task, message, NotificationOf(row, *mReadFromDisk), [&](ACMessage& record) {
-        record.batchID = batch;
-        record.taskItemID = taskItem;
-        record.assetMediaInfoList = infos;
-        record.assetItemList = items;
-        record.result = code == 0 ? kACMessage_ResultOK : kACMessage_ResultFailure;
-    });
+    const auto readFromDisk = mReadFromDisk;  // a call of the host may drop this connector
+    Report(
+        RowOf(Callback::OnImportXMPFinished), task, message,
+        [&](ACMessage& record) {
+            record.batchID = batch;
+            record.taskItemID = taskItem;
+            record.assetMediaInfoList = infos;
+            record.assetItemList = items;
+            record.result = code == 0 ? kACMessage_ResultOK : kACMessage_ResultFailure;
+        },
+        [&readFromDisk](const CallbackRow& row) { return NotificationOf(row, *readFromDisk); });
 }
 
 void IngestGlintLibraryConnector::OnReadXMPFinished(
@@ -117,21 +126,24 @@ void IngestGlintLibraryConnector::OnReadXMPFinished(
     const UTF16String& first, const UTF16String& second, const Guid& batch, const Guid& taskItem,
     const Ridge::ErrorRecordList& /*errors*/, const Kiln::InterfaceRef<KilnUnknown>& /*requestContext*/)
 {
-    const CallbackRow& row = RowOf(Callback::OnReadXMPFinished);
-    const bool readFromDisk = *mReadFromDisk;
-    Report(row, task, message, NotificationOf(row, readFromDisk), [&](ACMessage& record) {
-        record.batchID = batch;
-        record.taskItemID = taskItem;
-        if (auto info = Ridge::AssetMediaInfo::CreateMasterClipMediaInfo(
-                mediaInfo, mediaPath, Kiln::PathUtils::GetFilePart(mediaPath), xmp, UTF16String(), first,
-                second, UTF16String()))
-            record.assetMediaInfoList.push_back(info);
-        record.result = code < 0 ? kACMessage_ResultFailure : kACMessage_ResultOK;
-        if (code < 0 || !readFromDisk)
-            return;
-        if (const boost::shared_ptr<Ridge::SRProject> project = Ridge::SRProject::GetInstance())
-            project->RefreshAssetMediaInfoByPath(mediaPath, xmp);
-    });
+    const auto readFromDisk = mReadFromDisk;  // as above
+    Report(
+        RowOf(Callback::OnReadXMPFinished), task, message,
+        [&](ACMessage& record) {
+            record.batchID = batch;
+            record.taskItemID = taskItem;
+            if (auto info = Ridge::AssetMediaInfo::CreateMasterClipMediaInfo(
+                    mediaInfo, mediaPath, Kiln::PathUtils::GetFilePart(mediaPath), xmp, UTF16String(), first,
+                    second, UTF16String()))
+                record.assetMediaInfoList.push_back(info);
+            record.result = code < 0 ? kACMessage_ResultFailure : kACMessage_ResultOK;
+        },
+        [&](const CallbackRow& row) {
+            const bool isFromDisk = *readFromDisk;
+            if (isFromDisk && code >= 0)
+                RefreshProject(mediaPath, xmp);
+            return NotificationOf(row, isFromDisk);
+        });
 }
 
 }  // namespace AC

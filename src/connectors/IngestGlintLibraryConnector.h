@@ -34,7 +34,8 @@ private:
     AC_LOCAL void OnPanelRequest(const UTF16String& type, const UTF16String& data) override;
 
     /// The last XMP request was ReadXMPFromDisk, not ImportXMP: chooses the notification of what is reported
-    /// next. Read once per callback. Shared with requests under way, which may outlive the connector.
+    /// next. Read once per callback, when its record is filled. Shared with requests and callbacks under way,
+    /// which may outlive the connector.
     const boost::shared_ptr<std::atomic<bool>> mReadFromDisk;
 };
 

@@ -20,11 +20,11 @@ void SetHeader(const CallbackRow& row, const ferrite::utility::Guid& task,
                const ferrite::utility::Guid& message, ACMessageHeader& header);
 
 /// Reports a callback: fills a record, posts it, sends it, as the row says; nothing at all for a row without
-/// a road. The fill function gets the record with its header set. \param notification The one to send, if the
-/// row sends any: the row's, unless the connector chose another.
-template <class Fill>
+/// a road. The fill function gets the record with its header set; choose(row), called when the record is
+/// filled, gives the notification to send, or null.
+template <class Fill, class Choose>
 void Report(const CallbackRow& row, const ferrite::utility::Guid& task, const ferrite::utility::Guid& message,
-            const UTF16String* notification, Fill fill)
+            Fill fill, Choose choose)
 {
     if (!row.HasRoad())
         return;
@@ -34,7 +34,7 @@ void Report(const CallbackRow& row, const ferrite::utility::Guid& task, const fe
     if (row.post != nullptr)
         row.post(record);
     // The connector may be gone from here on; the row is not part of it.
-    if (notification != nullptr)
+    if (const UTF16String* const notification = choose(row))
         Send(*notification, record, row.encoding);
 }
 
@@ -42,7 +42,7 @@ template <class Fill>
 void Report(const CallbackRow& row, const ferrite::utility::Guid& task, const ferrite::utility::Guid& message,
             Fill fill)
 {
-    Report(row, task, message, row.notification, fill);
+    Report(row, task, message, fill, [](const CallbackRow& same) { return same.notification; });
 }
 
 }  // namespace AC

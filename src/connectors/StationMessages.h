@@ -13,7 +13,8 @@
 /// delivered on the user-interface thread.
 namespace AC {
 
-/// What every message class of the library is: its payload, copied once at construction.
+/// What every message class of the library is: its payload, copied once at construction. A message never
+/// changes: moving one copies it.
 template <class Message, class PayloadType>
 class StationMessage : public Kiln::MessageImpl<Message>
 {
@@ -27,7 +28,7 @@ protected:
     explicit StationMessage(const Payload& payload) : mPayload(payload) {}
 
 private:
-    Payload mPayload;
+    const Payload mPayload;
 };
 
 }  // namespace AC

@@ -1,5 +1,7 @@
 #include "host/Host.h"
 
+#include "host/XMLPlatform.h"
+
 #include <atomic>
 #include <memory>
 #include <stdexcept>
@@ -13,6 +15,7 @@ std::atomic<const HostServices*> gInstalled{nullptr};
 
 void InstallHost(const HostServices& services)
 {
+    XMLPlatform::Require();
     auto table = std::make_unique<const HostServices>(services);
     const HostServices* none = nullptr;
     if (!gInstalled.compare_exchange_strong(none, table.get()))

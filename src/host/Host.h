@@ -10,9 +10,8 @@
 
 /// How a host makes itself known to the library. The functions that the library calls by the host's own
 /// names (PlexaManager::DispatchApplicationEvent, Kiln::StationUtils::AddListener, ...) forward to the
-/// services of the installed table. The host also initialises the XML library
-/// (xercesc::XMLPlatformUtils::Initialize) before it installs itself, and terminates it after the last
-/// connector is gone.
+/// services of the installed table. Before it installs itself, the host initialises the XML platform
+/// (XMLPlatform.h), which stays until the last connector is gone.
 namespace AC {
 
 /// One table of references; the services belong to the host and outlive the installation.
@@ -28,7 +27,8 @@ struct HostServices
 
 /// Installs the host, before anything of the library is used. The table is copied.
 /// Call it while no other thread uses the library.
-/// \throws std::logic_error when a host is installed already; that one stays.
+/// \throws std::logic_error when a host is installed already, which stays, or the XML platform is not
+///         initialised.
 AC_API void InstallHost(const HostServices& services);
 
 /// Takes the host out. No connector, record or message of the library may be alive, on any thread.

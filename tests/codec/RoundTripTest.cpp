@@ -2,10 +2,10 @@
 
 #include "codec/ACMessageDecoder.h"
 #include "codec/ACMessageEncoder.h"
-#include "host/ferrite/ReservedCharacters.h"
 #include "host/ferrite/Unicode.h"
 #include "message/Comparison.h"
 #include "tests/support/BothWays.h"
+#include "tests/support/DecodedForm.h"
 #include "tests/support/FilledRecords.h"
 #include "tests/support/HostTest.h"
 
@@ -82,17 +82,34 @@ TEST_F(RoundTrip, CarriesEveryUnitOrItsReplacement)
         ACMessage message;
         message.result = text;
         message.targetBin = text;
-        UTF16String xml = AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot);
+        const UTF16String xml = AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot);
         ACMessage copy;
         ASSERT_TRUE(AC::ACMessageDecoder::DecodeXMLString(xml, copy));
         EXPECT_EQ(copy.result, expected);
         EXPECT_EQ(copy.targetBin, expected);
         EXPECT_EQ(AC::ACMessageEncoder::EncodeUTF8(message, AC::kNotificationRoot),
                   ferrite::utility::UTF16to8(xml));
-        ferrite::xml::utils::DecodeReservedCharacters(xml, xml);
+        const UTF16String decoded = DecodedForm(xml);
         EXPECT_EQ(AC::ACMessageEncoder::EncodeDecodedUTF8(message, AC::kNotificationRoot),
-                  ferrite::utility::UTF16to8(xml));
+                  ferrite::utility::UTF16to8(decoded));
     }
+}
+
+/// A packet with line ends of any kind, in the form with CDATA sections, is what a parser gives a panel.
+TEST_F(RoundTrip, LeavesPacketsWholeInTheDecodedForm)
+{
+    Ridge::AssetMediaInfoValues values;
+    values.xmpString = boost::make_shared<std::string>("<x a='&#xD;'>\r\n\rb\n</x>");
+    ACMessage message;
+    message.assetMediaInfoList.push_back(boost::make_shared<ReferenceHost::MediaInfo>(values));
+    message.errorInfo = u"\r";
+    const std::string text = AC::ACMessageEncoder::EncodeDecodedUTF8(message, AC::kNotificationRoot);
+    EXPECT_EQ(text, ferrite::utility::UTF16to8(
+                        DecodedForm(AC::ACMessageEncoder::EncoderACMessage(message, AC::kNotificationRoot))));
+    ACMessage copy;
+    ASSERT_TRUE(AC::ACMessageDecoder::DecodeXMLString(U(text), copy));
+    EXPECT_EQ(*copy.assetMediaInfoList.front()->GetXMPString(), "<x a='&#xD;'>\n\nb\n</x>");
+    EXPECT_EQ(copy.errorInfo, u"\r");
 }
 
 }  // namespace

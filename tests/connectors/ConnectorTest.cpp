@@ -1,3 +1,5 @@
+#include "codec/ACMessageDecoder.h"
+#include "codec/ACMessageEncoder.h"
 #include "connectors/EventCatalogue.h"
 #include "connectors/IngestGlintLibraryConnector.h"
 #include "connectors/IngestMediaCollectionConnector.h"
@@ -8,10 +10,13 @@
 #include "host/ridge/TandemEvents.h"
 #include "host/ridge/Utilities.h"
 #include "message/Comparison.h"
+#include "reference_host/Forwarders.h"
 #include "reference_host/ForwardingDispatcher.h"
+#include "reference_host/Marker.h"
 #include "tests/support/HostTest.h"
 
 #include <boost/make_shared.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
 
 #include <atomic>
 #include <cstdlib>
@@ -21,6 +26,7 @@
 #include <ostream>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -70,28 +76,41 @@ std::ostream& operator<<(std::ostream& stream, const ConnectorKind& kind)
     return stream << kind.name;
 }
 
-/// An ingest library that calls back when it makes a media info.
-class CallingLibrary : public ReferenceHost::IngestLibrary
+/// A hook that calls back for one operation of the host.
+struct CallBack
 {
-public:
-    boost::shared_ptr<Ridge::AssetMediaInfo> CreateMediaInfo(
-        Ridge::AssetMediaType type, const Guid& guid, const UTF16String& mediaPath, const Ridge::XMPText& xmp,
-        const UTF16String& fileContent, const UTF16String& customMetadata, const UTF16String& createTime,
-        const UTF16String& lastModifyTime, const UTF16String& rateTimeBase, const UTF16String& rateNtsc,
-        const UTF16String& aliasName, bool reservedFlag, const UTF16String& reservedText) override
+    template <class... Arguments>
+    void operator()(const char* called, const Arguments&... /*arguments*/) const
     {
-        if (onCreate)
-            onCreate();
-        return IngestLibrary::CreateMediaInfo(type, guid, mediaPath, xmp, fileContent, customMetadata,
-                                              createTime, lastModifyTime, rateTimeBase, rateNtsc, aliasName,
-                                              reservedFlag, reservedText);
+        if (onCall && operation == called)
+            onCall();
     }
 
-    std::function<void()> onCreate;
+    std::string operation;
+    std::function<void()> onCall;
+};
+
+/// Stations that tell who subscribes, before the subscription is there.
+class WatchedStations : public ReferenceHost::ForwardingStations<const ReferenceHost::NoHook>
+{
+public:
+    explicit WatchedStations(Kiln::IStations& next) : ForwardingStations(next, kNoHook) {}
+
+    void AddListener(const ferrite::utility::ImmutableString& station, Kiln::Listener& listener) override
+    {
+        if (onSubscribe)
+            onSubscribe(listener);
+        ForwardingStations::AddListener(station, listener);
+    }
+
+    std::function<void(Kiln::Listener&)> onSubscribe;
+
+private:
+    static constexpr ReferenceHost::NoHook kNoHook{};
 };
 
 /// What holds for both connectors.
-class BothConnectors : public HostTest, public ::testing::WithParamInterface<ConnectorKind>
+class BothConnectors : public ::testing::TestWithParam<ConnectorKind>
 {
 protected:
     ConnectorRef Create() { return GetParam().create(&dispatcher); }
@@ -106,6 +125,11 @@ protected:
         host.GetStations().BroadcastMessage(Ridge::GetPlexaStationID(), Ridge::TandemEvent(type, data));
     }
 
+    ReferenceHost::Host host{ReferenceHost::Stations::Delivery::kByHand};
+    WatchedStations stations{host.GetStations()};
+    ReferenceHost::Installation installation{{host.GetPanelEvents(), stations, host.GetIngestLibrary(),
+                                              host.GetFiles(), host.GetTexts(), host.GetMemory()},
+                                             host.GetStations()};
     ExitDispatcher dispatcher;
 };
 
@@ -182,33 +206,70 @@ TEST_P(BothConnectors, MayBeDroppedFromInsideTheirOwnCalls)
     EXPECT_EQ(panel->types.size(), 2U);
 }
 
-TEST(Connectors, MayBeDroppedWhileARequestIsDecoded)
+/// What happens while the ingest library makes a media info.
+class WhileAMediaInfoIsMade : public ::testing::Test
 {
-    ReferenceHost::Host host(ReferenceHost::Stations::Delivery::kByHand);
-    CallingLibrary library;
-    const ReferenceHost::Installation installation({host.GetPanelEvents(), host.GetStations(), library,
-                                                    host.GetFiles(), host.GetTexts(), host.GetMemory()},
-                                                   host.GetStations());
+protected:
+    void Raise(const UTF16String& type)
+    {
+        host.GetStations().BroadcastMessage(
+            Ridge::GetPlexaStationID(),
+            Ridge::TandemEvent(type,
+                               u"<a><fileList><filePath path='/a'/></fileList>"
+                               u"<assetMediaInfoList><assetMediaInfo/></assetMediaInfoList></a>"));
+    }
+
+    ReferenceHost::Host host{ReferenceHost::Stations::Delivery::kByHand};
+    CallBack hook;
+    ReferenceHost::ForwardingIngestLibrary<const CallBack> library{host.GetIngestLibrary(), hook};
+    ReferenceHost::Installation installation{{host.GetPanelEvents(), host.GetStations(), library,
+                                              host.GetFiles(), host.GetTexts(), host.GetMemory()},
+                                             host.GetStations()};
+};
+
+TEST_F(WhileAMediaInfoIsMade, ConnectorsMayBeDropped)
+{
     struct
     {
         ConnectorRef (*create)(ALD::IAssetLibraryDispatcher* dispatcher);
-        const UTF16String& type;
+        const UTF16String& request;  ///< Empty: a callback.
     } const rows[] = {
         {AC::CreateIngestGlintLibraryConnector, AC::kPlexaEventType_ImportXMP},
         {AC::CreateIngestGlintLibraryConnector, AC::kPlexaEventType_ReadXMPFromDisk},
+        {AC::CreateIngestGlintLibraryConnector, {}},
         {AC::CreateIngestMediaCollectionConnector, AC::kPlexaEventType_ReadXMPFromDisk},
+        {AC::CreateIngestMediaCollectionConnector, {}},
     };
     for (const auto& row : rows) {
         ConnectorRef connector = row.create(nullptr);
         const auto broker = static_cast<AC::ConnectorFrame*>(connector.Get())->GetReferenceBroker();
-        library.onCreate = [&connector] { connector.Clear(); };
-        host.GetStations().BroadcastMessage(
-            Ridge::GetPlexaStationID(),
-            Ridge::TandemEvent(row.type,
-                               u"<a><fileList><filePath path='/a'/></fileList>"
-                               u"<assetMediaInfoList><assetMediaInfo/></assetMediaInfoList></a>"));
+        hook.operation = row.request.empty() ? "Ridge::AssetMediaInfo::CreateMasterClipMediaInfo"
+                                             : "Ridge::AssetMediaInfo::Create";
+        hook.onCall = [&connector] { connector.Clear(); };
+        if (row.request.empty())
+            connector->OnReadXMPFinished({}, {}, 0, u"/a", {}, {}, {}, {}, {}, {}, {}, {}, {});
+        else
+            Raise(row.request);
         EXPECT_EQ(broker->GetObject(), nullptr);
     }
+}
+
+TEST_F(WhileAMediaInfoIsMade, ARequestMayChooseWhatTheLibraryPanelIsTold)
+{
+    const auto panel = boost::make_shared<TestPanel>();
+    host.GetPanelEvents().Attach(panel);
+    const ConnectorRef connector = AC::CreateIngestGlintLibraryConnector(nullptr);
+    const auto report = [&connector] {
+        connector->OnReadXMPFinished({}, {}, 0, u"/a", {}, {}, {}, {}, {}, {}, {}, {}, {});
+    };
+    Raise(AC::kPlexaEventType_ReadXMPFromDisk);
+    report();
+    hook.operation = "Ridge::AssetMediaInfo::CreateMasterClipMediaInfo";
+    hook.onCall = [this] { Raise(AC::kPlexaEventType_ImportXMP); };
+    report();
+    EXPECT_EQ(panel->types,
+              std::vector<std::string>({Narrow(AC::kPlexaEventType_NotificationReadXMPFromDiskStatus),
+                                        Narrow(AC::kPlexaEventType_NotificationImportXMPStatus)}));
 }
 
 TEST_P(BothConnectors, RegisterEveryRequestWhenAsked)
@@ -239,7 +300,11 @@ int Rounds()
 TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
 {
     std::mutex mutex;
-    Kiln::SharedReferenceBroker current = BrokerOf(Create());
+    Kiln::SharedReferenceBroker current;
+    stations.onSubscribe = [&](Kiln::Listener& listener) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        current = dynamic_cast<AC::ConnectorFrame&>(listener).GetReferenceBroker();
+    };
     std::atomic<int> used{0};
     std::atomic<std::size_t> delivered{0};
     std::atomic<bool> stop{false};
@@ -264,11 +329,8 @@ TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
                 job();
         });
     for (int i = Rounds(); i > 0; --i) {
-        ConnectorRef connector = Create();
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            current = BrokerOf(connector);
-        }
+        ConnectorRef connector = Create();  // those who would use it have its broker already
+        ASSERT_EQ(BrokerOf(connector)->GetObject(), connector.Get());
         std::this_thread::yield();  // to those who would use it
         connector.Clear();
     }
@@ -288,6 +350,10 @@ TEST(ReferenceBroker, BindsOneObject)
     Kiln::ReferenceBroker broker;
     EXPECT_FALSE(broker.Lock());
     EXPECT_THROW(broker.SetObject(nullptr), ferrite::utility::ContractError);
+    const auto object = ReferenceHost::Marker::Make(u"");
+    broker.SetObject(object.Get());
+    EXPECT_FALSE(broker.Lock()) << "nobody holds a reference yet";
+    EXPECT_EQ(broker.GetCount(), 0);
 }
 
 using StationMessages = HostTest;
@@ -309,8 +375,15 @@ TEST_F(StationMessages, AreCopiedIntoTheHostsMemory)
             << "items are shared";
     }
     EXPECT_EQ(host.GetMemory().LiveBlocks(), before);
+    using Copy = Kiln::DynamicallyAllocatedMessage<AC::SaveAssetMessage>;
+    {
+        const std::unique_ptr<Kiln::Message> copy(new Copy(message));
+        EXPECT_EQ(host.GetMemory().LiveBlocks(), before + 1);
+    }
+    EXPECT_EQ(host.GetMemory().LiveBlocks(), before);
     host.GetMemory().SetAllocationsLeft(0);
     EXPECT_EQ(message.Clone(), nullptr);
+    EXPECT_THROW(new Copy(message), std::bad_alloc);
     EXPECT_THROW(message.CreateStationCallback(AC::GetMCAssetConnectorStation()), std::bad_alloc);
 }
 
@@ -356,6 +429,23 @@ private:
     }
 };
 
+TEST_F(StationMessages, StayAsTheyAreWhenTheyAreMoved)
+{
+    AC::ACMessage record;
+    record.filePath = u"/a";
+    AC::SaveAssetMessage message(record);
+    const AC::SaveAssetMessage moved(std::move(message));
+    EXPECT_EQ(message.GetPayload().filePath, u"/a");
+    Ridge::TandemEvent event(u"type", u"data");
+    const Ridge::TandemEvent movedEvent(std::move(event));
+    EXPECT_EQ(event.GetType() + event.GetData(), u"typedata");
+    ferrite::utility::ImmutableString name("station");
+    ferrite::utility::ImmutableString movedName(std::move(name));
+    EXPECT_EQ(name, movedName);
+    movedName = std::move(name);
+    EXPECT_EQ(name.AsUTF8(), "station");
+}
+
 TEST_F(StationMessages, ArriveAsOftenAsTheDeferredDeliveryRuns)
 {
     TestListener listener;
@@ -381,6 +471,19 @@ TEST(Host, MustBeInstalledOnce)
     const ReferenceHost::Installation installation(host);
     EXPECT_THROW(AC::InstallHost(host.Services()), std::logic_error);
     EXPECT_NO_THROW(AC::AddTandemEvents());
+}
+
+TEST(Host, InitialisesTheXMLPlatformFirst)
+{
+    ReferenceHost::Host host(ReferenceHost::Stations::Delivery::kByHand);
+    xercesc::XMLPlatformUtils::Terminate();  // what the tests' main began
+    AC::ACMessage message;
+    EXPECT_THROW(AC::InstallHost(host.Services()), std::logic_error);
+    EXPECT_THROW(AC::ACMessageDecoder::DecodeXMLString(u"<a/>", message), std::logic_error);
+    EXPECT_THROW(AC::ACMessageEncoder::EncoderACMessage(message, u"a"), std::logic_error);
+    xercesc::XMLPlatformUtils::Initialize();
+    const ReferenceHost::Installation installation(host);
+    EXPECT_TRUE(AC::ACMessageDecoder::DecodeXMLString(u"<a/>", message));
 }
 
 }  // namespace

@@ -20,6 +20,11 @@ public:
     {
     }
 
+    // Without a move, which would leave a string without a text.
+    ImmutableString(const ImmutableString&) = default;
+    ImmutableString& operator=(const ImmutableString&) = default;
+    ~ImmutableString() = default;
+
     const std::string& AsUTF8() const noexcept { return *mText; }
 
     friend bool operator==(const ImmutableString& a, const ImmutableString& b) noexcept

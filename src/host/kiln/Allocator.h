@@ -14,6 +14,15 @@ public:
     /// \throws std::logic_error without an installed host.
     static void* Allocate(std::size_t size) { return AC::InstalledHost().memory.Allocate(size); }
 
+    /// \throws std::bad_alloc when the host has no memory; as Allocate.
+    static void* AllocateOrThrow(std::size_t size)
+    {
+        void* const memory = Allocate(size);
+        if (memory == nullptr)
+            throw std::bad_alloc();
+        return memory;
+    }
+
     /// Without an installed host the memory is lost: its allocator went away before its last block.
     static void Dispose(void* memory, std::size_t size) noexcept
     {
@@ -38,10 +47,7 @@ struct HostAllocator
     T* allocate(std::size_t count)
     {
         static_assert(alignof(T) <= alignof(std::max_align_t));
-        void* const memory = Allocator::Allocate(count * sizeof(T));
-        if (memory == nullptr)
-            throw std::bad_alloc();
-        return static_cast<T*>(memory);
+        return static_cast<T*>(Allocator::AllocateOrThrow(count * sizeof(T)));
     }
 
     void deallocate(T* memory, std::size_t count) noexcept { Allocator::Dispose(memory, count * sizeof(T)); }

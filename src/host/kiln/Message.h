@@ -58,13 +58,18 @@ class ClassWatcherTrackable
 {
 };
 
-/// Gives the heap objects of class T memory of the host's allocator. Whoever constructs one gets the
-/// memory from Allocator::Allocate; destruction through `delete` gives it back.
+/// Gives the heap objects of class T, made by `new`, memory of the host's allocator.
 template <class T>
 class Allocated
 {
 public:
+    /// \throws std::bad_alloc when the host has no memory.
+    static void* operator new(std::size_t size) { return Allocator::AllocateOrThrow(size); }
     static void operator delete(void* memory, std::size_t size) { Allocator::Dispose(memory, size); }
+
+    // Arrays would go elsewhere, and their ends here.
+    static void* operator new[](std::size_t size) = delete;
+    static void operator delete[](void* memory, std::size_t size) = delete;
 };
 
 /// The class of the heap copies that Clone makes.
@@ -77,9 +82,26 @@ public:
     explicit DynamicallyAllocatedMessage(const T& message) : T(message) {}
 };
 
+/// A deferred delivery, whatever the class of its message.
+class AC_API MessageCallback
+{
+public:
+    MessageCallback() = default;
+    MessageCallback(const MessageCallback&) = delete;
+    MessageCallback& operator=(const MessageCallback&) = delete;
+    virtual ~MessageCallback();
+
+    virtual void Run() const = 0;
+
+    /// \return A function that runs the delivery, which its copies share. Made here and not where the message
+    ///         is: what such a function is made of would keep a plug-in loaded that was built with default
+    ///         options.
+    static boost::function<void()> Bind(const boost::shared_ptr<const MessageCallback>& callback);
+};
+
 /// One deferred delivery: a copy of the message and where it goes.
 template <class T>
-class MessageCallbackImpl
+class MessageCallbackImpl final : public MessageCallback
 {
 public:
     MessageCallbackImpl(const T& message, const ferrite::utility::ImmutableString& station)
@@ -87,11 +109,11 @@ public:
     {
     }
 
-    void Run() const { StationUtils::BroadcastMessage(mStation, mMessage); }
+    void Run() const override { StationUtils::BroadcastMessage(mStation, mMessage); }
 
 private:
-    T mMessage;
-    ferrite::utility::ImmutableString mStation;
+    const T mMessage;
+    const ferrite::utility::ImmutableString mStation;
 };
 
 template <class T>
@@ -99,7 +121,11 @@ class MessageImpl : public Message
 {
 public:
     /// The identifier of class T.
-    static constexpr std::uint32_t TypeID() { return HashMessageTypeNameToMessageID(T::kTypeName); }
+    static constexpr std::uint32_t TypeID()
+    {
+        constexpr std::uint32_t kID = HashMessageTypeNameToMessageID(T::kTypeName);
+        return kID;
+    }
 
     Message* Clone() const override
     {
@@ -120,9 +146,8 @@ public:
         const ferrite::utility::ImmutableString& station) const override
     {
         using Callback = MessageCallbackImpl<T>;
-        const boost::shared_ptr<const Callback> callback = boost::allocate_shared<Callback>(
-            HostAllocator<Callback>(), static_cast<const T&>(*this), station);
-        return [callback] { callback->Run(); };
+        return MessageCallback::Bind(boost::allocate_shared<Callback>(HostAllocator<Callback>(),
+                                                                      static_cast<const T&>(*this), station));
     }
 
 protected:

@@ -32,7 +32,7 @@ InterfaceRef<KilnUnknown> ReferenceBroker::Lock() noexcept
     if (object == nullptr)
         return {};
     std::int32_t count = mCount.load(std::memory_order_relaxed);
-    while (count >= 0)
+    while (count > 0)
         if (mCount.compare_exchange_weak(count, count + 1, std::memory_order_acq_rel))
             return InterfaceRef<KilnUnknown>::Adopt(object);
     return {};

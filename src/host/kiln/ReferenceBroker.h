@@ -30,10 +30,11 @@ public:
 
     void AddRef() noexcept { mCount.fetch_add(1, std::memory_order_relaxed); }
 
-    /// The last release deletes the object, unless Lock takes a reference in between.
+    /// The last release deletes the object, unless somebody called AddRef in between.
     void Release();
 
-    /// \return A counted reference while the object lives, else null: never once the count is kDestroyed.
+    /// \return A counted reference while somebody holds one, else null: before the first reference, when a
+    ///         release would destroy an object that is still being made, and after the last.
     InterfaceRef<KilnUnknown> Lock() noexcept;
 
     /// What the count becomes when the object goes, far from anything that AddRef could bring back.

@@ -43,15 +43,21 @@ struct Tables
 {
     Table inText;
     Table inAttribute;
+    Table inSection;  ///< In a text that begins with the marker of a CDATA section.
 };
 
 constexpr Tables TablesFor(Reserved reserved)
 {
-    return {TableFor(false, reserved), TableFor(true, reserved)};
+    Table inSection = TableFor(false, reserved);
+    if (reserved == Reserved::kBare)
+        inSection.Set('\r', "\r");
+    return {TableFor(false, reserved), TableFor(true, reserved), inSection};
 }
 
 constexpr Tables kWithReferences = TablesFor(Reserved::kAsReferences);
 constexpr Tables kWithBare = TablesFor(Reserved::kBare);
+
+constexpr std::u16string_view kSectionBegin = u"<![CDATA[";
 constexpr Table kInName;  // names hold nothing that must be replaced
 
 /// Writes each character as the table says, what XML 1.0 cannot carry as U+FFFD.
@@ -139,7 +145,9 @@ const DOMNode* Open(UTF8Builder& out, const DOMNode* node, const Tables& tables,
                     std::vector<OpenElement>& open)
 {
     if (IsText(node)) {
-        Put(out, DataOf(node), tables.inText);
+        const std::u16string_view text = DataOf(node);
+        const bool isSection = text.substr(0, kSectionBegin.size()) == kSectionBegin;
+        Put(out, text, isSection ? tables.inSection : tables.inText);
     } else if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
         const std::u16string_view name = node->getNodeName();
         out.Put("<");

@@ -10,7 +10,10 @@ namespace Ridge {
 enum class Reserved
 {
     kAsReferences,
-    kBare,  ///< What DecodeReservedCharacters makes of the references: it decodes no other that is written.
+    /// What DecodeReservedCharacters makes of the references: it decodes no other that is written. A text
+    /// that begins with the marker of a CDATA section becomes one, where no reference is read: CR is bare in
+    /// it.
+    kBare,
 };
 
 /// Writes the text that XMLUtilities::ConvertDomToXMLString describes.

@@ -1,8 +1,11 @@
 #include "host/ridge/MessageParser.h"
 
+#include "host/XMLPlatform.h"
+
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
@@ -18,6 +21,13 @@ namespace {
 struct Refusal
 {
 };
+
+/// \return What the base class takes its memory from. \throws std::logic_error before there is any.
+xercesc::MemoryManager* PlatformMemory()
+{
+    AC::XMLPlatform::Require();
+    return xercesc::XMLPlatformUtils::fgMemoryManager;
+}
 
 ParseError PlaceOf(std::u16string_view text, std::size_t at, const char16_t* reason)
 {
@@ -66,7 +76,7 @@ UTF16String WithoutQuotes(std::u16string_view reason)
 
 }  // namespace
 
-MessageParser::MessageParser()
+MessageParser::MessageParser() : XercesDOMParser(nullptr, PlatformMemory())
 {
     setValidationScheme(Val_Never);
     setDoNamespaces(false);

@@ -44,6 +44,7 @@ public:
     /// for a text that was made to have nothing else.
     static constexpr std::size_t kMostNamesOfHash = 1000;
 
+    /// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.
     MessageParser();
     ~MessageParser() override;
 

@@ -20,8 +20,8 @@ public:
     const UTF16String& GetData() const noexcept { return mData; }
 
 private:
-    UTF16String mType;
-    UTF16String mData;
+    const UTF16String mType;
+    const UTF16String mData;
 };
 
 /// Asks for the registration of every panel request.

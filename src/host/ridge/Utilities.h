@@ -7,12 +7,8 @@
 /// results and exceptions are stated, and throws std::logic_error without an installed host.
 namespace Ridge {
 
-/// The station on which panel events arrive. Pure.
-inline ferrite::utility::ImmutableString GetPlexaStationID()
-{
-    static const auto name = ferrite::utility::ImmutableString::CreateStatic("Ridge.Station.PanelServices");
-    return name;
-}
+/// The station on which panel events arrive. Pure, any thread. The name stays until the library is unloaded.
+AC_API ferrite::utility::ImmutableString GetPlexaStationID();
 
 namespace SRLibrarySupport {
 

@@ -1,5 +1,6 @@
 #include "host/ridge/XMLUtilities.h"
 
+#include "host/XMLPlatform.h"
 #include "host/ridge/DomWriter.h"
 
 namespace Ridge::XMLUtilities {
@@ -23,6 +24,7 @@ bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOM
 
 xercesc::DOMDocument* CreateDomDocument()
 {
+    AC::XMLPlatform::Require();
     static const XMLCh kCore[] = u"Core";
     return xercesc::DOMImplementationRegistry::getDOMImplementation(kCore)->createDocument();
 }

@@ -7,8 +7,7 @@
 #include <xercesc/dom/DOM.hpp>
 
 /// Between texts and DOM documents. Limits and parser settings are those of MessageParser, so that no host
-/// can weaken them. Pure but for the documents; any thread, each with its own document. The XML platform is
-/// initialised by the host.
+/// can weaken them. Pure but for the documents; any thread, each with its own document.
 namespace Ridge::XMLUtilities {
 
 /// Parses a text.
@@ -24,6 +23,7 @@ AC_API bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xerce
                            ParseError& error);
 
 /// \return A new document without a document element; the caller releases it. Never null.
+/// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.
 AC_API xercesc::DOMDocument* CreateDomDocument();
 
 /// \return The document's text: no declaration, no indentation; an element without content as <a/>;
