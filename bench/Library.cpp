@@ -1,12 +1,12 @@
 // This library: both directions of its codec, and what its connectors do.
 
+#include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/codec/ACMessageEncoder.h"
+#include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/connectors/IngestGlintLibraryConnector.h"
+#include "assetconnector/connectors/IngestMediaCollectionConnector.h"
+#include "assetconnector/connectors/SendRoad.h"
 #include "bench/Codec.h"
-#include "codec/ACMessageDecoder.h"
-#include "codec/ACMessageEncoder.h"
-#include "connectors/EventCatalogue.h"
-#include "connectors/IngestGlintLibraryConnector.h"
-#include "connectors/IngestMediaCollectionConnector.h"
-#include "connectors/SendRoad.h"
 #include "reference_host/ForwardingDispatcher.h"
 
 #include <benchmark/benchmark.h>

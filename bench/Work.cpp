@@ -1,9 +1,9 @@
 #include "bench/Work.h"
 
-#include "codec/ACMessageDecoder.h"
-#include "codec/ValueForms.h"
-#include "host/ferrite/ReservedCharacters.h"
-#include "host/ferrite/Unicode.h"
+#include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/codec/ValueForms.h"
+#include "assetconnector/host/ferrite/ReservedCharacters.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 
 #include <algorithm>
 #include <map>

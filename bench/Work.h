@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/ridge/AssetItem.h"
-#include "message/ACMessage.h"
+#include "assetconnector/host/ridge/AssetItem.h"
+#include "assetconnector/message/ACMessage.h"
 
 #include <array>
 #include <cstddef>

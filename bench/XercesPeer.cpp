@@ -1,8 +1,8 @@
 // Bare Xerces: the parse alone, with default settings; a DOM built from assets, and its serializer.
 
+#include "assetconnector/codec/ValueForms.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "bench/Codec.h"
-#include "codec/ValueForms.h"
-#include "host/ferrite/Unicode.h"
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>

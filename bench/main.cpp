@@ -2,9 +2,9 @@
 //
 //     assetconnector_bench [--json FILE] [--benchmark_... options]
 
+#include "assetconnector/host/XMLPlatform.h"
 #include "bench/Codec.h"
 #include "bench/Report.h"
-#include "host/XMLPlatform.h"
 
 #include <fstream>
 #include <iostream>

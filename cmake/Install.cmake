@@ -17,23 +17,23 @@ if(ASSETCONNECTOR_BUILD_PROGRAM)
 endif()
 
 # The public headers. What is not named here is internal.
-install(DIRECTORY src/host src/message DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h"
+install(DIRECTORY src/assetconnector/host src/assetconnector/message DESTINATION ${include_dir}/assetconnector FILES_MATCHING PATTERN "*.h"
     PATTERN ResultNames.h EXCLUDE PATTERN CodePoints.h EXCLUDE
     PATTERN ReplacementTable.h EXCLUDE PATTERN UTF8Builder.h EXCLUDE
     PATTERN DomWriter.h EXCLUDE PATTERN FetchAhead.h EXCLUDE)
 install(DIRECTORY reference_host DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
-install(FILES src/codec/ACMessageDecoder.h src/codec/ACMessageEncoder.h DESTINATION ${include_dir}/codec)
-install(FILES src/registration/ACUtils.h DESTINATION ${include_dir}/registration)
+install(FILES src/assetconnector/codec/ACMessageDecoder.h src/assetconnector/codec/ACMessageEncoder.h DESTINATION ${include_dir}/assetconnector/codec)
+install(FILES src/assetconnector/registration/ACUtils.h DESTINATION ${include_dir}/assetconnector/registration)
 install(FILES
-    src/connectors/ConnectorFrame.h
-    src/connectors/EventCatalogue.def
-    src/connectors/EventCatalogue.h
-    src/connectors/IAssetConnectorPrivate.h
-    src/connectors/IngestGlintLibraryConnector.h
-    src/connectors/IngestMediaCollectionConnector.h
-    src/connectors/StationMessages.def
-    src/connectors/StationMessages.h
-    DESTINATION ${include_dir}/connectors)
+    src/assetconnector/connectors/ConnectorFrame.h
+    src/assetconnector/connectors/EventCatalogue.def
+    src/assetconnector/connectors/EventCatalogue.h
+    src/assetconnector/connectors/IAssetConnectorPrivate.h
+    src/assetconnector/connectors/IngestGlintLibraryConnector.h
+    src/assetconnector/connectors/IngestMediaCollectionConnector.h
+    src/assetconnector/connectors/StationMessages.def
+    src/assetconnector/connectors/StationMessages.h
+    DESTINATION ${include_dir}/assetconnector/connectors)
 
 configure_package_config_file(cmake/AssetConnectorConfig.cmake.in
     ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake INSTALL_DESTINATION ${package_dir})

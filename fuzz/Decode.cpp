@@ -1,8 +1,8 @@
 // Any text at all, once as UTF-8 and once as raw 16-bit units: a failure leaves the record untouched.
 
-#include "codec/ACMessageDecoder.h"
+#include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/message/Comparison.h"
 #include "fuzz/FuzzHost.h"
-#include "message/Comparison.h"
 
 namespace {
 

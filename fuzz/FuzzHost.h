@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/XMLPlatform.h"
-#include "host/ferrite/Unicode.h"
+#include "assetconnector/host/XMLPlatform.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "reference_host/Host.h"
 
 #include <cstddef>

@@ -1,9 +1,9 @@
 // A hostile asset list is registered: afterwards every item of a local rough cut has a media info.
 
+#include "assetconnector/host/ridge/AssetItem.h"
+#include "assetconnector/host/ridge/AssetMediaInfo.h"
+#include "assetconnector/registration/ACUtils.h"
 #include "fuzz/FuzzHost.h"
-#include "host/ridge/AssetItem.h"
-#include "host/ridge/AssetMediaInfo.h"
-#include "registration/ACUtils.h"
 
 #include <set>
 

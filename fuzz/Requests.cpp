@@ -1,12 +1,12 @@
 // Raw event types and texts reach both connectors. The first byte chooses an event of the catalogue, or,
 // beyond them, the type is the input's first line.
 
-#include "connectors/EventCatalogue.h"
-#include "connectors/IngestGlintLibraryConnector.h"
-#include "connectors/IngestMediaCollectionConnector.h"
+#include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/connectors/IngestGlintLibraryConnector.h"
+#include "assetconnector/connectors/IngestMediaCollectionConnector.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
+#include "assetconnector/host/ridge/Utilities.h"
 #include "fuzz/FuzzHost.h"
-#include "host/ridge/TandemEvents.h"
-#include "host/ridge/Utilities.h"
 #include "reference_host/ForwardingDispatcher.h"
 
 #include <algorithm>

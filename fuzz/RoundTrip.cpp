@@ -1,12 +1,12 @@
 // What was decoded and encoded once comes back the same ever after.
 
-#include "codec/ACMessageDecoder.h"
-#include "codec/ACMessageEncoder.h"
-#include "codec/ValueForms.h"
+#include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/codec/ACMessageEncoder.h"
+#include "assetconnector/codec/ValueForms.h"
+#include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/host/loft/Utilities.h"
+#include "assetconnector/message/Comparison.h"
 #include "fuzz/FuzzHost.h"
-#include "host/ferrite/Unicode.h"
-#include "host/loft/Utilities.h"
-#include "message/Comparison.h"
 #include "tests/support/BothWays.h"
 #include "tests/support/DecodedForm.h"
 

@@ -2,8 +2,8 @@
 
 #include "session/SessionFile.h"
 
+#include "assetconnector/host/XMLPlatform.h"
 #include "fuzz/FuzzHost.h"
-#include "host/XMLPlatform.h"
 
 #include <sstream>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/kiln/InterfaceRef.h"
-#include "host/kiln/KilnUnknown.h"
+#include "assetconnector/host/kiln/InterfaceRef.h"
+#include "assetconnector/host/kiln/KilnUnknown.h"
 
 #include <atomic>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "reference_host/Files.h"
 
-#include "host/ferrite/Unicode.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 
 #include <filesystem>
 #include <string_view>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/kiln/IFiles.h"
+#include "assetconnector/host/kiln/IFiles.h"
 
 namespace ReferenceHost {
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "host/ferrite/ITexts.h"
-#include "host/kiln/IFiles.h"
-#include "host/kiln/IMemory.h"
-#include "host/kiln/IStations.h"
-#include "host/plexa/IPanelEvents.h"
-#include "host/ridge/IIngestLibrary.h"
-#include "host/ridge/SRProject.h"
+#include "assetconnector/host/ferrite/ITexts.h"
+#include "assetconnector/host/kiln/IFiles.h"
+#include "assetconnector/host/kiln/IMemory.h"
+#include "assetconnector/host/kiln/IStations.h"
+#include "assetconnector/host/plexa/IPanelEvents.h"
+#include "assetconnector/host/ridge/IIngestLibrary.h"
+#include "assetconnector/host/ridge/SRProject.h"
 
 #include <boost/shared_ptr.hpp>
 #include <boost/smart_ptr/make_shared_object.hpp>

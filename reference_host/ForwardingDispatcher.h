@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ald/IAssetLibraryDispatcher.h"
+#include "assetconnector/host/ald/IAssetLibraryDispatcher.h"
 
 #include <utility>
 

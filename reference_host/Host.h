@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/Host.h"
+#include "assetconnector/host/Host.h"
 #include "reference_host/Files.h"
 #include "reference_host/IngestLibrary.h"
 #include "reference_host/Memory.h"

@@ -1,7 +1,7 @@
 #include "reference_host/IngestLibrary.h"
 
-#include "host/kiln/PathUtils.h"
-#include "message/RidgeRecords.h"
+#include "assetconnector/host/kiln/PathUtils.h"
+#include "assetconnector/message/RidgeRecords.h"
 #include "reference_host/Marker.h"
 #include "reference_host/MediaInfo.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ridge/IIngestLibrary.h"
+#include "assetconnector/host/ridge/IIngestLibrary.h"
 #include "reference_host/Project.h"
 
 #include <map>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/ferrite/UTF16String.h"
-#include "host/keel/Marker.h"
+#include "assetconnector/host/ferrite/UTF16String.h"
+#include "assetconnector/host/keel/Marker.h"
 #include "reference_host/Counted.h"
 
 #include <utility>

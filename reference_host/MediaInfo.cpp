@@ -1,6 +1,6 @@
 #include "reference_host/MediaInfo.h"
 
-#include "message/Comparison.h"
+#include "assetconnector/message/Comparison.h"
 
 namespace ReferenceHost {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ridge/AssetMediaInfo.h"
+#include "assetconnector/host/ridge/AssetMediaInfo.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/kiln/IMemory.h"
+#include "assetconnector/host/kiln/IMemory.h"
 
 #include <limits>
 #include <mutex>

@@ -1,7 +1,7 @@
 #include "reference_host/PanelEvents.h"
 
-#include "host/ridge/TandemEvents.h"
-#include "host/ridge/Utilities.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
+#include "assetconnector/host/ridge/Utilities.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/ferrite/UTF16String.h"
-#include "host/kiln/IStations.h"
-#include "host/plexa/IPanelEvents.h"
+#include "assetconnector/host/ferrite/UTF16String.h"
+#include "assetconnector/host/kiln/IStations.h"
+#include "assetconnector/host/plexa/IPanelEvents.h"
 
 #include <boost/shared_ptr.hpp>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ridge/SRProject.h"
+#include "assetconnector/host/ridge/SRProject.h"
 
 #include <map>
 #include <mutex>

@@ -1,6 +1,6 @@
 #include "reference_host/Stations.h"
 
-#include "host/kiln/Message.h"
+#include "assetconnector/host/kiln/Message.h"
 
 #include <algorithm>
 #include <iterator>

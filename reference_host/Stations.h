@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/kiln/IStations.h"
+#include "assetconnector/host/kiln/IStations.h"
 
 #include <boost/function.hpp>
 

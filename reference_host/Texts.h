@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ferrite/ITexts.h"
+#include "assetconnector/host/ferrite/ITexts.h"
 
 #include <boost/function.hpp>
 #include <boost/uuid/random_generator.hpp>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "connectors/IngestGlintLibraryConnector.h"
-#include "connectors/IngestMediaCollectionConnector.h"
+#include "assetconnector/connectors/IngestGlintLibraryConnector.h"
+#include "assetconnector/connectors/IngestMediaCollectionConnector.h"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #include "session/HostSettings.h"
 
-#include "host/ferrite/Unicode.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "session/Fields.h"
 
 #include <list>

@@ -1,7 +1,7 @@
 #include "session/NotificationText.h"
 
-#include "host/ferrite/Unicode.h"
-#include "host/ridge/XMLUtilities.h"
+#include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/host/ridge/XMLUtilities.h"
 #include "session/Json.h"
 
 #include <xercesc/dom/DOM.hpp>

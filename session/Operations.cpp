@@ -1,8 +1,8 @@
 #include "session/Operations.h"
 
-#include "connectors/StationMessages.h"
-#include "host/ald/IAssetLibraryDispatcher.h"
-#include "registration/ACUtils.h"
+#include "assetconnector/connectors/StationMessages.h"
+#include "assetconnector/host/ald/IAssetLibraryDispatcher.h"
+#include "assetconnector/registration/ACUtils.h"
 #include "session/ValueReader.h"
 
 #include <boost/smart_ptr/make_shared_object.hpp>
@@ -188,7 +188,7 @@ OrderedJson PayloadOf(const ValueWriter& writer, const Kiln::Message& message)
 constexpr StationMessageClass kStationMessages[] = {
 #define AC_STATION_MESSAGE(NAMESPACE, NAME, TYPE_NAME, PAYLOAD) \
     {NAMESPACE::NAME::TypeID(), #NAMESPACE "::" #NAME, &PayloadOf<NAMESPACE::NAME>},
-#include "connectors/StationMessages.def"
+#include "assetconnector/connectors/StationMessages.def"
 #undef AC_STATION_MESSAGE
 };
 

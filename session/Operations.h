@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ridge/IIngestLibraryNotifier.h"
+#include "assetconnector/host/ridge/IIngestLibraryNotifier.h"
 #include "session/Json.h"
 #include "session/ValueWriter.h"
 

@@ -1,9 +1,9 @@
 #include "session/Player.h"
 
-#include "connectors/EventCatalogue.h"
-#include "host/ferrite/Unicode.h"
-#include "host/ridge/TandemEvents.h"
-#include "host/ridge/Utilities.h"
+#include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
+#include "assetconnector/host/ridge/Utilities.h"
 #include "session/HostSettings.h"
 
 #include <xercesc/dom/DOMException.hpp>

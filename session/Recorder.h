@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/ferrite/ImmutableString.h"
-#include "host/kiln/Listener.h"
-#include "host/kiln/Message.h"
+#include "assetconnector/host/ferrite/ImmutableString.h"
+#include "assetconnector/host/kiln/Listener.h"
+#include "assetconnector/host/kiln/Message.h"
 #include "session/Operations.h"
 #include "session/ValueWriter.h"
 

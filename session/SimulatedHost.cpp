@@ -1,7 +1,7 @@
 #include "session/SimulatedHost.h"
 
-#include "host/ferrite/Unicode.h"
-#include "message/RidgeRecords.h"
+#include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/message/RidgeRecords.h"
 
 namespace Session {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ferrite/Unicode.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "session/FormatError.h"
 #include "session/Json.h"
 #include "session/Values.h"

@@ -1,6 +1,6 @@
 #include "session/ValueWriter.h"
 
-#include "host/ferrite/Unicode.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "reference_host/MediaInfo.h"
 
 #include <cstddef>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "connectors/StationMessages.h"
-#include "host/ferrite/ImmutableString.h"
-#include "message/Comparison.h"
+#include "assetconnector/connectors/StationMessages.h"
+#include "assetconnector/host/ferrite/ImmutableString.h"
+#include "assetconnector/message/Comparison.h"
 #include "session/Json.h"
 #include "session/Values.h"
 

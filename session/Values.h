@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/kiln/InterfaceRef.h"
-#include "host/kiln/KilnUnknown.h"
-#include "message/Description.h"
+#include "assetconnector/host/kiln/InterfaceRef.h"
+#include "assetconnector/host/kiln/KilnUnknown.h"
+#include "assetconnector/message/Description.h"
 #include "reference_host/Counted.h"
 
 #include <string>

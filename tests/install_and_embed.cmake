@@ -24,7 +24,7 @@ if(pkg_config)
     run(${CMAKE_COMMAND} -E env PKG_CONFIG_PATH=${pc_folder} ${pkg_config} --cflags --libs asset-connector)
     separate_arguments(flags UNIX_COMMAND "${output}")
     file(WRITE ${work}/events.cpp
-        "#include \"connectors/EventCatalogue.h\"\nint main() { return AC::EventCatalogue().empty() ? 1 : 0; }\n")
+        "#include \"assetconnector/connectors/EventCatalogue.h\"\nint main() { return AC::EventCatalogue().empty() ? 1 : 0; }\n")
     run(${COMPILER} -std=c++17 ${work}/events.cpp -o ${work}/events ${flags})
     cmake_path(GET pc_folder PARENT_PATH libraries)
     run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${libraries} ${work}/events)

@@ -1,4 +1,4 @@
-#include "host/XMLPlatform.h"
+#include "assetconnector/host/XMLPlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "Commands.h"
-#include "connectors/EventCatalogue.h"
-#include "host/ferrite/Unicode.h"
+#include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "session/ConnectorKinds.h"
 #include "session/Json.h"
 

@@ -1,8 +1,8 @@
 #include "Commands.h"
 #include "Input.h"
-#include "codec/ACMessageDecoder.h"
-#include "codec/ACMessageEncoder.h"
-#include "host/ferrite/Unicode.h"
+#include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/codec/ACMessageEncoder.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "session/SimulatedHost.h"
 #include "session/ValueReader.h"
 

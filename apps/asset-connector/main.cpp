@@ -1,6 +1,6 @@
 #include "Commands.h"
 #include "Input.h"
-#include "host/XMLPlatform.h"
+#include "assetconnector/host/XMLPlatform.h"
 
 #include <CLI/CLI.hpp>
 #include <boost/function.hpp>

@@ -1,15 +1,15 @@
 // A small host. It brings what is its own, the panel events and a dispatcher, and takes the other services
 // from the reference host, as a host may do while it grows.
 
-#include "connectors/EventCatalogue.h"
-#include "connectors/IngestGlintLibraryConnector.h"
-#include "connectors/IngestMediaCollectionConnector.h"
-#include "connectors/StationMessages.h"
-#include "host/XMLPlatform.h"
-#include "host/ferrite/Unicode.h"
-#include "host/kiln/StationUtils.h"
-#include "host/ridge/TandemEvents.h"
-#include "host/ridge/Utilities.h"
+#include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/connectors/IngestGlintLibraryConnector.h"
+#include "assetconnector/connectors/IngestMediaCollectionConnector.h"
+#include "assetconnector/connectors/StationMessages.h"
+#include "assetconnector/host/XMLPlatform.h"
+#include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/host/kiln/StationUtils.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
+#include "assetconnector/host/ridge/Utilities.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "reference_host/Host.h"
 

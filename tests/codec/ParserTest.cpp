@@ -1,8 +1,8 @@
-#include "codec/ACMessageDecoder.h"
-#include "codec/ACMessageEncoder.h"
-#include "host/ridge/AssetItem.h"
-#include "host/ridge/XMLUtilities.h"
-#include "message/Comparison.h"
+#include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/codec/ACMessageEncoder.h"
+#include "assetconnector/host/ridge/AssetItem.h"
+#include "assetconnector/host/ridge/XMLUtilities.h"
+#include "assetconnector/message/Comparison.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/SmallStack.h"
 

@@ -1,9 +1,9 @@
 // Random records through the XML texts and back.
 
-#include "codec/ACMessageDecoder.h"
-#include "codec/ACMessageEncoder.h"
-#include "host/ferrite/Unicode.h"
-#include "message/Comparison.h"
+#include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/codec/ACMessageEncoder.h"
+#include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/message/Comparison.h"
 #include "tests/support/BothWays.h"
 #include "tests/support/DecodedForm.h"
 #include "tests/support/FilledRecords.h"

@@ -1,4 +1,4 @@
-#include "connectors/ConnectorFrame.h"
+#include "assetconnector/connectors/ConnectorFrame.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "tests/support/SessionInputs.h"
 

@@ -1,7 +1,7 @@
 // Each host operation throws in turn, in everything that the session files do.
 
-#include "codec/ACMessageEncoder.h"
-#include "connectors/StationMessages.h"
+#include "assetconnector/codec/ACMessageEncoder.h"
+#include "assetconnector/connectors/StationMessages.h"
 #include "reference_host/Forwarders.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "reference_host/Marker.h"

@@ -1,10 +1,10 @@
-#include "codec/ValueForms.h"
-#include "connectors/StationMessages.h"
-#include "host/ferrite/DecimalNumbers.h"
-#include "host/ferrite/ReservedCharacters.h"
-#include "host/kiln/PathUtils.h"
-#include "host/loft/Utilities.h"
-#include "host/ridge/TandemEvents.h"
+#include "assetconnector/codec/ValueForms.h"
+#include "assetconnector/connectors/StationMessages.h"
+#include "assetconnector/host/ferrite/DecimalNumbers.h"
+#include "assetconnector/host/ferrite/ReservedCharacters.h"
+#include "assetconnector/host/kiln/PathUtils.h"
+#include "assetconnector/host/loft/Utilities.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
 #include "tests/support/HostTest.h"
 
 #include <cmath>

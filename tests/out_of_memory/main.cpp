@@ -1,14 +1,14 @@
 // Memory runs out at each place in turn: in our own code, and inside the XML library. A program of its own,
 // since it replaces operator new.
 
-#include "codec/ACMessageDecoder.h"
-#include "codec/ACMessageEncoder.h"
-#include "connectors/EventCatalogue.h"
-#include "connectors/SendRoad.h"
-#include "host/kiln/Exceptions.h"
-#include "host/ridge/TandemEvents.h"
-#include "host/ridge/Utilities.h"
-#include "message/Comparison.h"
+#include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/codec/ACMessageEncoder.h"
+#include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/connectors/SendRoad.h"
+#include "assetconnector/host/kiln/Exceptions.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
+#include "assetconnector/host/ridge/Utilities.h"
+#include "assetconnector/message/Comparison.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "session/ConnectorKinds.h"
 #include "session/ValueReader.h"

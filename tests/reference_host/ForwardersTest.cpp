@@ -1,5 +1,5 @@
-#include "message/Records.h"
-#include "message/RidgeRecords.h"
+#include "assetconnector/message/Records.h"
+#include "assetconnector/message/RidgeRecords.h"
 #include "reference_host/Forwarders.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "tests/support/HostTest.h"

@@ -1,5 +1,5 @@
-#include "host/kiln/StationUtils.h"
-#include "host/ridge/TandemEvents.h"
+#include "assetconnector/host/kiln/StationUtils.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
 #include "tests/support/HostTest.h"
 
 #include <boost/bind/bind.hpp>

@@ -1,4 +1,4 @@
-#include "message/Comparison.h"
+#include "assetconnector/message/Comparison.h"
 #include "session/ValueReader.h"
 #include "session/ValueWriter.h"
 #include "tests/support/FilledRecords.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ferrite/ReservedCharacters.h"
+#include "assetconnector/host/ferrite/ReservedCharacters.h"
 
 #include <string_view>
 

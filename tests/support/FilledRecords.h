@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/ferrite/Unicode.h"
-#include "message/Description.h"
+#include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/message/Description.h"
 #include "reference_host/Marker.h"
 #include "reference_host/MediaInfo.h"
 #include "session/Values.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/ferrite/Unicode.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "reference_host/Host.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "connectors/EventCatalogue.h"
-#include "host/ridge/TandemEvents.h"
-#include "host/ridge/Utilities.h"
+#include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
+#include "assetconnector/host/ridge/Utilities.h"
 #include "session/ConnectorKinds.h"
 #include "session/Operations.h"
 #include "tests/support/HostTest.h"

@@ -1,10 +1,10 @@
 // A module that uses the shared library as a host would, and goes away with it.
 
-#include "connectors/EventCatalogue.h"
-#include "connectors/IngestGlintLibraryConnector.h"
-#include "connectors/IngestMediaCollectionConnector.h"
-#include "host/ridge/TandemEvents.h"
-#include "host/ridge/Utilities.h"
+#include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/connectors/IngestGlintLibraryConnector.h"
+#include "assetconnector/connectors/IngestMediaCollectionConnector.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
+#include "assetconnector/host/ridge/Utilities.h"
 #include "reference_host/Host.h"
 
 /// \return How many blocks of the host's memory are left, 0 when all is well; -1 for an exception.

@@ -1,12 +1,12 @@
 // A plug-in of a host, built with a compiler's default options and without the reference host: it brings
 // services of its own, makes messages of the library's classes and of its own, posts and delivers them.
 
-#include "connectors/IngestMediaCollectionConnector.h"
-#include "connectors/StationMessages.h"
-#include "host/Host.h"
-#include "host/kiln/StationUtils.h"
-#include "host/ridge/TandemEvents.h"
-#include "host/ridge/Utilities.h"
+#include "assetconnector/connectors/IngestMediaCollectionConnector.h"
+#include "assetconnector/connectors/StationMessages.h"
+#include "assetconnector/host/Host.h"
+#include "assetconnector/host/kiln/StationUtils.h"
+#include "assetconnector/host/ridge/TandemEvents.h"
+#include "assetconnector/host/ridge/Utilities.h"
 
 #include <cstdlib>
 #include <memory>

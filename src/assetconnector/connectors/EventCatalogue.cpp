@@ -1,0 +1,54 @@
+#include "assetconnector/connectors/EventCatalogue.h"
+
+#include "assetconnector/host/plexa/PlexaManager.h"
+
+namespace AC {
+
+#define AC_EVENT(CONSTANT, IDENTIFIER, KIND) const UTF16String CONSTANT = IDENTIFIER;
+#include "assetconnector/connectors/EventCatalogue.def"
+#undef AC_EVENT
+
+namespace {
+
+constexpr std::array kCatalogue{
+#define AC_EVENT(CONSTANT, IDENTIFIER, KIND) EventEntry{#CONSTANT, &CONSTANT, EventKind::KIND},
+#include "assetconnector/connectors/EventCatalogue.def"
+#undef AC_EVENT
+};
+
+constexpr std::size_t Count(EventKind kind)
+{
+    std::size_t count = 0;
+    for (const EventEntry& entry : kCatalogue)
+        count += entry.kind == kind ? 1 : 0;
+    return count;
+}
+static_assert(Count(EventKind::kRequest) == kRequestCount);
+static_assert(Count(EventKind::kNotification) == kNotificationCount);
+
+template <class Action>
+void ForEachRequest(Action action)
+{
+    for (const EventEntry& entry : kCatalogue)
+        if (entry.kind == EventKind::kRequest)
+            action(*entry.identifier);
+}
+
+}  // namespace
+
+const std::array<EventEntry, kRequestCount + kNotificationCount>& EventCatalogue()
+{
+    return kCatalogue;
+}
+
+void AddTandemEvents()
+{
+    ForEachRequest([](const UTF16String& type) { PlexaManager::AddTandemEventListener(type, nullptr); });
+}
+
+void RemoveTandemEvents()
+{
+    ForEachRequest([](const UTF16String& type) { PlexaManager::RemoveTandemEventListener(type, nullptr); });
+}
+
+}  // namespace AC

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "assetconnector/connectors/ConnectorFrame.h"
+#include "assetconnector/host/ferrite/ImmutableString.h"
+
+namespace AC {
+
+/// The connector of the media collection. Tells its panel by notifications and the host's components by
+/// station messages (StationMessages.h), and carries the panel's requests out or hands them to the
+/// dispatcher. Threads: see ConnectorFrame. A message is posted before the notification of the same event is
+/// sent.
+class AC_API IngestMediaCollectionConnector final : public ConnectorFrame
+{
+public:
+    ~IngestMediaCollectionConnector() override;
+
+    void OnImportXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code, const Guid& batch,
+                             const Guid& taskItem, const Ridge::AssetMediaInfoList& infos,
+                             const Ridge::AssetItemList& items) override;
+    void OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                           const UTF16String& mediaPath, const Guid& mediaInfo,
+                           const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
+                           const UTF16String& first, const UTF16String& second, const Guid& batch,
+                           const Guid& taskItem, const Ridge::ErrorRecordList& errors,
+                           const Kiln::InterfaceRef<KilnUnknown>& requestContext) override;
+
+    /// \return Whether this connector acts on the request, or sends the notification, of the identifier.
+    static bool Handles(const UTF16String& identifier);
+
+private:
+    friend class ConnectorFrame;
+    friend AC_API Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestMediaCollectionConnector(
+        ALD::IAssetLibraryDispatcher* dispatcher);
+
+    AC_LOCAL IngestMediaCollectionConnector();
+
+    AC_LOCAL void OnPanelRequest(const UTF16String& type, const UTF16String& data) override;
+};
+
+/// Makes the media collection's connector, subscribed to its own station and then to the panel services
+/// station. Arguments, result and errors are those of CreateIngestGlintLibraryConnector.
+AC_API Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestMediaCollectionConnector(
+    ALD::IAssetLibraryDispatcher* dispatcher);
+
+/// \return "AC.Station.MCAssetConnector": where host components listen for the connector's station messages.
+///         Any thread.
+AC_API ferrite::utility::ImmutableString GetMCAssetConnectorStation();
+
+}  // namespace AC

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "assetconnector/host/ferrite/Guid.h"
+#include "assetconnector/host/kiln/InterfaceRef.h"
+#include "assetconnector/host/ridge/AssetMediaType.h"
+#include "assetconnector/host/ridge/RecordLists.h"
+#include "assetconnector/host/tempora/Time.h"
+
+namespace Keel {
+class IMarker;
+}
+
+namespace Ridge {
+
+class SRProject;
+
+/// The ingest library as far as the connectors use it: asset objects, the project registry, XMP access,
+/// metadata providers, markers. Implemented by the host, called on whatever thread called the library,
+/// several at once. What an operation throws travels untouched to the caller, and what would have come
+/// after it does not happen.
+class IIngestLibrary
+{
+public:
+    virtual ~IIngestLibrary() = default;
+
+    /// Makes a media info. \param xmp May be null; it may be shared with others afterwards.
+    /// \param createTime, lastModifyTime, rateTimeBase, rateNtsc As the panel spelled them.
+    /// \param reservedFlag, reservedText False and empty at every call of the library.
+    /// \return A new object, or null: the caller goes on without it.
+    virtual boost::shared_ptr<AssetMediaInfo> CreateMediaInfo(
+        AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
+        const XMPText& xmp, const UTF16String& fileContent, const UTF16String& customMetadata,
+        const UTF16String& createTime, const UTF16String& lastModifyTime, const UTF16String& rateTimeBase,
+        const UTF16String& rateNtsc, const UTF16String& aliasName, bool reservedFlag,
+        const UTF16String& reservedText) = 0;
+
+    /// Makes the media info of a master clip. \param createTime, lastModifyTime The two further strings of
+    /// OnReadXMPFinished. \param reservedText Empty at every call. \return As CreateMediaInfo.
+    virtual boost::shared_ptr<AssetMediaInfo> CreateMasterClipMediaInfo(
+        const ferrite::utility::Guid& guid, const UTF16String& mediaPath, const UTF16String& fileName,
+        const XMPText& xmp, const UTF16String& customMetadata, const UTF16String& createTime,
+        const UTF16String& lastModifyTime, const UTF16String& reservedText) = 0;
+
+    /// \return The project registry, or null when no project is open.
+    virtual boost::shared_ptr<SRProject> GetProject() = 0;
+
+    /// Fills the holder with the XMP packet of a path, where one is known.
+    /// \param holder Never null. \param scratch Read by nobody.
+    /// \return Negative on failure; the holder may have changed all the same.
+    virtual ResultCode ReadXMPFromCache(const UTF16String& mediaPath, const XMPText& holder,
+                                        UTF16String& scratch) = 0;
+
+    /// Registers what a record carries with the library's core.
+    /// \param useLocalFile, roughCutUseLocalFile The record's flags. \param third, fourth Passed through
+    /// from the caller of ACUtils::RegisterAssetMediaInfoToSRCore.
+    virtual void RegisterAssetMediaInfoToSRCore(const AssetMediaInfoList& infos, const AssetItemList& items,
+                                                bool useLocalFile, bool roughCutUseLocalFile, bool third,
+                                                bool fourth) = 0;
+
+    /// \return The text form of the block, to travel as custom metadata.
+    virtual UTF16String CreateCustomMetadataStr(const CustomMetadata& metadata) = 0;
+
+    /// \return Whether a file of this path can carry XMP.
+    virtual bool PathSupportsXMP(const UTF16String& path) = 0;
+
+    /// Makes the database a provider of metadata. Called before the assets of a message are registered that
+    /// does not say mediaUseLocalFile.
+    virtual void RegisterDBMetadataProvider() = 0;
+
+    /// \param normalizedPath From IFiles::ToNormalizedPath.
+    virtual void RegisterDBMetadataProviderForPath(const UTF16String& normalizedPath) = 0;
+
+    /// \param marker Not null. \return The marker's property XML with times at the given rate; empty when
+    ///        it has none.
+    virtual UTF16String MarkerToPropertyXML(const Kiln::InterfaceRef<Keel::IMarker>& marker,
+                                            tempora::FrameRate rate) = 0;
+};
+
+}  // namespace Ridge

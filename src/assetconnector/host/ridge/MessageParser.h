@@ -1,0 +1,100 @@
+#pragma once
+
+#include "assetconnector/host/Export.h"
+#include "assetconnector/host/ferrite/UTF16String.h"
+
+#include <xercesc/parsers/XercesDOMParser.hpp>
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <set>
+#include <unordered_set>
+
+namespace Ridge {
+
+/// Where and why a text does not parse. Line and column count from 1; 0 where no place is known.
+struct ParseError
+{
+    std::size_t line = 0;
+    std::size_t column = 0;
+    UTF16String reason;
+};
+
+/// The parser of panel texts. Texts come from web pages and are not trusted: there is no validation, no
+/// schema, no namespace processing and no access to anything outside the text; a DOCTYPE ends the parse, and
+/// with it every entity but the five named ones. Comments and processing instructions make no nodes and do
+/// not split a text; a CDATA section is a node of its own.
+///
+/// Character data between two tags reaches the tree as one piece: the base class appends piece by piece, one
+/// for every reference, and each piece searches all the buffers that earlier ones released.
+///
+/// One parser, one text, one thread. It owns the document.
+class AC_API MessageParser final : public xercesc::XercesDOMParser
+{
+public:
+    /// How deep elements may nest; the root has depth 1.
+    static constexpr std::size_t kDeepestElement = 4096;
+
+    /// How many different names of elements and attributes a text may hold: the DOM's pool of names takes
+    /// quadratic time beyond.
+    static constexpr std::size_t kMostNames = 50000;
+
+    /// How many of them may have the same hash in that pool: many more than chance gives them, and few enough
+    /// for a text that was made to have nothing else.
+    static constexpr std::size_t kMostNamesOfHash = 1000;
+
+    /// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.
+    MessageParser();
+    ~MessageParser() override;
+
+    /// Parses the text, whatever encoding it declares; a leading byte order mark is accepted.
+    /// \return The document, owned by this parser; null when the text does not parse.
+    /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
+    xercesc::DOMDocument* Parse(const UTF16String& text);
+
+    /// \return What was wrong with the text, after Parse returned null. Of a text that mentions an FTP
+    ///         password the reason quotes nothing.
+    const ParseError& Error() const noexcept { return mError; }
+
+private:
+    /// Parse behind the byte order mark.
+    xercesc::DOMDocument* ParseContent(std::u16string_view content);
+
+    void docCharacters(const XMLCh* chars, XMLSize_t length, bool cdataSection) override;
+    void docPI(const XMLCh* target, const XMLCh* data) override;
+    void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, const XMLCh* prefix,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount,
+                      bool isEmpty, bool isRoot) override;
+    void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, bool isRoot,
+                    const XMLCh* prefix) override;
+    void doctypeDecl(const xercesc::DTDElementDecl& declaration, const XMLCh* publicID, const XMLCh* systemID,
+                     bool hasInternalSubset, bool hasExternalSubset) override;
+    void XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
+                 const XMLCh* actualEncoding) override;
+    void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes type,
+               const XMLCh* text, const XMLCh* systemID, const XMLCh* publicID, XMLFileLoc line,
+               XMLFileLoc column) override;
+
+    /// Each notes a name. They refuse the text when there are too many. The scanner has one declaration for
+    /// each name of an element; attributes have nothing but their name.
+    void CountElement(const xercesc::XMLElementDecl& declaration);
+    void CountAttribute(const XMLCh* name);
+
+    /// Counts a name that was not seen before.
+    void CountName(const XMLCh* name);
+
+    /// Hands the collected run of character data on.
+    void EndRun();
+
+    [[noreturn]] void Refuse(const char16_t* reason);
+
+    UTF16String mRun;
+    std::size_t mDepth = 0;
+    std::unordered_set<const xercesc::XMLElementDecl*> mElementNames;
+    std::set<UTF16String, std::less<>> mAttributeNames;
+    std::array<std::size_t, 257> mNamesOfHash{};  // as many as the pool has
+    ParseError mError;
+};
+
+}  // namespace Ridge

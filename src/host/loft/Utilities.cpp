@@ -1,8 +1,0 @@
-#include "host/loft/Utilities.h"
-
-namespace Loft {
-
-const ferrite::utility::ImmutableString kStation_BriselProject =
-    ferrite::utility::ImmutableString::CreateStatic("Loft.Station.BriselProject");
-
-}  // namespace Loft
