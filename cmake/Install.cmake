@@ -16,24 +16,28 @@ if(ASSETCONNECTOR_BUILD_PROGRAM)
     install(TARGETS asset-connector RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
-# The public headers. What is not named here is internal.
-install(DIRECTORY src/assetconnector/host src/assetconnector/message DESTINATION ${include_dir}/assetconnector FILES_MATCHING PATTERN "*.h"
-    PATTERN ResultNames.h EXCLUDE PATTERN CodePoints.h EXCLUDE
-    PATTERN ReplacementTable.h EXCLUDE PATTERN UTF8Builder.h EXCLUDE
-    PATTERN DomWriter.h EXCLUDE PATTERN FetchAhead.h EXCLUDE)
+# The public headers: folders where all is public, and single headers of the others. The rest is internal.
+set(public_headers
+    codec/ACMessageDecoder.h
+    codec/ACMessageEncoder.h
+    connectors/ConnectorFrame.h
+    connectors/EventCatalogue.def
+    connectors/EventCatalogue.h
+    connectors/IAssetConnectorPrivate.h
+    connectors/IngestGlintLibraryConnector.h
+    connectors/IngestMediaCollectionConnector.h
+    connectors/StationMessages.def
+    connectors/StationMessages.h
+    registration/ACUtils.h
+    xml/MessageParser.h
+    xml/XMLUtilities.h)
+foreach(header IN LISTS public_headers)
+    cmake_path(GET header PARENT_PATH folder)
+    install(FILES src/assetconnector/${header} DESTINATION ${include_dir}/assetconnector/${folder})
+endforeach()
+install(DIRECTORY src/assetconnector/host src/assetconnector/message DESTINATION ${include_dir}/assetconnector
+    FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY reference_host DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
-install(FILES src/assetconnector/codec/ACMessageDecoder.h src/assetconnector/codec/ACMessageEncoder.h DESTINATION ${include_dir}/assetconnector/codec)
-install(FILES src/assetconnector/registration/ACUtils.h DESTINATION ${include_dir}/assetconnector/registration)
-install(FILES
-    src/assetconnector/connectors/ConnectorFrame.h
-    src/assetconnector/connectors/EventCatalogue.def
-    src/assetconnector/connectors/EventCatalogue.h
-    src/assetconnector/connectors/IAssetConnectorPrivate.h
-    src/assetconnector/connectors/IngestGlintLibraryConnector.h
-    src/assetconnector/connectors/IngestMediaCollectionConnector.h
-    src/assetconnector/connectors/StationMessages.def
-    src/assetconnector/connectors/StationMessages.h
-    DESTINATION ${include_dir}/assetconnector/connectors)
 
 configure_package_config_file(cmake/AssetConnectorConfig.cmake.in
     ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake INSTALL_DESTINATION ${package_dir})

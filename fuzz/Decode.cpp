@@ -9,7 +9,7 @@ namespace {
 void Decode(const UTF16String& text)
 {
     AC::ACMessage message;
-    Ridge::ParseError error;
+    AC::ParseError error;
     if (!AC::ACMessageDecoder::DecodeXMLString(text, message, error))
         Require(!error.reason.empty() && AC::Comparison::Same(message, AC::ACMessage()));
 }

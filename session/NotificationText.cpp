@@ -1,7 +1,7 @@
 #include "session/NotificationText.h"
 
 #include "assetconnector/host/ferrite/Unicode.h"
-#include "assetconnector/host/ridge/XMLUtilities.h"
+#include "assetconnector/xml/XMLUtilities.h"
 #include "session/Json.h"
 
 #include <xercesc/dom/DOM.hpp>
@@ -33,7 +33,7 @@ public:
     const DOMNode* Root() const { return mDocument == nullptr ? nullptr : mDocument->getDocumentElement(); }
 
 private:
-    Ridge::MessageParser mParser;
+    AC::MessageParser mParser;
     xercesc::DOMDocument* mDocument = nullptr;
 };
 

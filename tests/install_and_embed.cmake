@@ -16,6 +16,25 @@ run(${CMAKE_COMMAND} -S ${SOURCE}/examples/embedding -B ${work}/build -G Ninja -
     -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_PREFIX_PATH=${work}/installed)
 run(${CMAKE_COMMAND} --build ${work}/build)
 
+# Each installed header compiles alone, with a second inclusion of itself.
+file(GLOB_RECURSE headers RELATIVE ${work}/installed/include/asset-connector
+    ${work}/installed/include/asset-connector/*.h)
+foreach(header IN LISTS headers)
+    string(MAKE_C_IDENTIFIER ${header} name)
+    file(WRITE ${work}/headers/${name}.cpp "#include \"${header}\"\n#include \"${header}\"\n")
+endforeach()
+file(WRITE ${work}/headers/CMakeLists.txt "cmake_minimum_required(VERSION 3.21)
+project(Headers LANGUAGES CXX)
+find_package(AssetConnector REQUIRED)
+file(GLOB sources *.cpp)
+add_library(headers OBJECT \${sources})
+target_link_libraries(headers PRIVATE AssetConnector::reference_host AssetConnector::assetconnector)
+target_compile_options(headers PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fsyntax-only)
+")
+run(${CMAKE_COMMAND} -S ${work}/headers -B ${work}/headers/build -G Ninja -DCMAKE_CXX_COMPILER=${COMPILER}
+    -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_PREFIX_PATH=${work}/installed)
+run(${CMAKE_COMMAND} --build ${work}/headers/build)
+
 # The same by pkg-config, from the installed tree alone.
 find_program(pkg_config pkg-config)
 if(pkg_config)

@@ -58,7 +58,7 @@ Status Decode(const std::string& file, std::ostream& output)
     const FreshHost host;
     AC::ACMessage message;
     return Try(input.Name(), [&] {
-        Ridge::ParseError error;
+        AC::ParseError error;
         if (!AC::ACMessageDecoder::DecodeXMLString(xml, message, error))
             throw Session::FormatError("line " + std::to_string(error.line) + ", column " +
                                        std::to_string(error.column) + ": " + UTF16to8(error.reason));

@@ -1,8 +1,8 @@
 #include "assetconnector/codec/ACMessageDecoder.h"
 #include "assetconnector/codec/ACMessageEncoder.h"
 #include "assetconnector/host/ridge/AssetItem.h"
-#include "assetconnector/host/ridge/XMLUtilities.h"
 #include "assetconnector/message/Comparison.h"
+#include "assetconnector/xml/XMLUtilities.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/SmallStack.h"
 
@@ -70,7 +70,7 @@ TEST_F(Decoder, RefusesHostileTexts)
     };
     for (const auto& row : rows) {
         ACMessage message;
-        Ridge::ParseError error;
+        AC::ParseError error;
         EXPECT_FALSE(DecodeXMLString(U(row.text), message, error)) << row.name;
         EXPECT_FALSE(error.reason.empty()) << row.name;
         EXPECT_TRUE(AC::Comparison::Same(message, ACMessage())) << row.name;
@@ -159,7 +159,7 @@ TEST_F(Decoder, TellsWhereATextIsWrong)
     };
     for (const auto& row : rows) {
         ACMessage message;
-        Ridge::ParseError error;
+        AC::ParseError error;
         ASSERT_FALSE(DecodeXMLString(row.text, message, error));
         EXPECT_EQ(error.line, row.line) << Narrow(row.text);
         EXPECT_EQ(error.column, row.column) << Narrow(row.text);

@@ -7,7 +7,7 @@
 #include "assetconnector/codec/TasksAndResults.h"
 #include "assetconnector/codec/Transfers.h"
 #include "assetconnector/codec/ValueForms.h"
-#include "assetconnector/host/ridge/XMLUtilities.h"
+#include "assetconnector/xml/XMLUtilities.h"
 
 namespace AC {
 namespace {
@@ -103,13 +103,13 @@ void ReadScalars(const ElementReader& root, ACMessage& message)
 
 bool ACMessageDecoder::DecodeXMLString(const UTF16String& xml, ACMessage& message)
 {
-    Ridge::ParseError ignored;
+    ParseError ignored;
     return DecodeXMLString(xml, message, ignored);
 }
 
-bool ACMessageDecoder::DecodeXMLString(const UTF16String& xml, ACMessage& message, Ridge::ParseError& error)
+bool ACMessageDecoder::DecodeXMLString(const UTF16String& xml, ACMessage& message, ParseError& error)
 {
-    Ridge::MessageParser parser;  // owns the document
+    MessageParser parser;  // owns the document
     xercesc::DOMDocument* document = nullptr;
     if (!Ridge::XMLUtilities::GetDOMDocument(parser, xml, document, error))
         return false;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "assetconnector/host/Export.h"
-#include "assetconnector/host/ridge/MessageParser.h"
 #include "assetconnector/message/ACMessage.h"
+#include "assetconnector/xml/MessageParser.h"
 
 /// Panel requests: from XML text to the record.
 namespace AC::ACMessageDecoder {
@@ -19,6 +19,6 @@ namespace AC::ACMessageDecoder {
 AC_API bool DecodeXMLString(const UTF16String& xml, ACMessage& message);
 
 /// The same; \param error receives place and reason when the text does not decode.
-AC_API bool DecodeXMLString(const UTF16String& xml, ACMessage& message, Ridge::ParseError& error);
+AC_API bool DecodeXMLString(const UTF16String& xml, ACMessage& message, ParseError& error);
 
 }  // namespace AC::ACMessageDecoder

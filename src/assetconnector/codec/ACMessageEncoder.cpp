@@ -5,8 +5,8 @@
 #include "assetconnector/codec/Metadata.h"
 #include "assetconnector/codec/TasksAndResults.h"
 #include "assetconnector/codec/Transfers.h"
-#include "assetconnector/host/ridge/DomWriter.h"
-#include "assetconnector/host/ridge/XMLUtilities.h"
+#include "assetconnector/xml/DomWriter.h"
+#include "assetconnector/xml/XMLUtilities.h"
 
 #include <memory>
 
@@ -71,32 +71,31 @@ struct ReleaseDocument
 };
 
 /// \return The text, yet to be put together: its document is released before, as WriteDom advises.
-ferrite::utility::UTF8Builder Write(const ACMessage& message, const UTF16String& rootName,
-                                    Ridge::Reserved reserved)
+UTF8Builder Write(const ACMessage& message, const UTF16String& rootName, Reserved reserved)
 {
     const std::unique_ptr<xercesc::DOMDocument, ReleaseDocument> document(
         Ridge::XMLUtilities::CreateDomDocument());
     const ElementWriter root = ElementWriter::CreateRoot(*document, rootName);
     for (const auto encodeSection : kSections)
         encodeSection(message, root);
-    return Ridge::WriteDom(document.get(), reserved);
+    return WriteDom(document.get(), reserved);
 }
 
 }  // namespace
 
 UTF16String ACMessageEncoder::EncoderACMessage(const ACMessage& message, const UTF16String& rootName)
 {
-    return Write(message, rootName, Ridge::Reserved::kAsReferences).TakeUTF16();
+    return Write(message, rootName, Reserved::kAsReferences).TakeUTF16();
 }
 
 std::string ACMessageEncoder::EncodeUTF8(const ACMessage& message, const UTF16String& rootName)
 {
-    return Write(message, rootName, Ridge::Reserved::kAsReferences).TakeUTF8();
+    return Write(message, rootName, Reserved::kAsReferences).TakeUTF8();
 }
 
 std::string ACMessageEncoder::EncodeDecodedUTF8(const ACMessage& message, const UTF16String& rootName)
 {
-    return Write(message, rootName, Ridge::Reserved::kBare).TakeUTF8();
+    return Write(message, rootName, Reserved::kBare).TakeUTF8();
 }
 
 }  // namespace AC

@@ -1,7 +1,6 @@
 #include "assetconnector/codec/ElementWriter.h"
 
 #include "assetconnector/codec/ValueForms.h"
-#include "assetconnector/host/ridge/FetchAhead.h"
 #include "assetconnector/message/MessageConstants.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
@@ -64,7 +63,6 @@ void ElementWriter::AppendChildElement(const UTF16String& name, const UTF16Strin
 xercesc::DOMElement* ElementWriter::Append(const XMLCh* name) const
 {
     xercesc::DOMElement* const element = mElement->getOwnerDocument()->createElement(name);
-    Ridge::FetchAhead(element);  // the next nodes are made behind this one
     mElement->appendChild(element);
     return element;
 }

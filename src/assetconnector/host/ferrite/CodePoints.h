@@ -47,7 +47,4 @@ inline char* WriteCodePoint(std::uint32_t point, char* out)
     return out;
 }
 
-/// Appends what UTF8to16 returns.
-void AppendUTF8to16(std::string_view text, UTF16String& result);
-
 }  // namespace ferrite::utility

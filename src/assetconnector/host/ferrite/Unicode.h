@@ -13,6 +13,9 @@ namespace ferrite::utility {
 /// \param text UTF-8.
 AC_API UTF16String UTF8to16(std::string_view text);
 
+/// Appends what UTF8to16 returns.
+AC_API void AppendUTF8to16(std::string_view text, UTF16String& result);
+
 /// \param text UTF-16. \return UTF-8.
 AC_API std::string UTF16to8(std::u16string_view text);
 

@@ -1,4 +1,4 @@
-#include "assetconnector/host/ridge/MessageParser.h"
+#include "assetconnector/xml/MessageParser.h"
 
 #include "assetconnector/host/XMLPlatform.h"
 
@@ -13,7 +13,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace Ridge {
+namespace AC {
 
 namespace {
 
@@ -238,4 +238,4 @@ void MessageParser::error(unsigned int /*code*/, const XMLCh* /*domain*/,
     mError = {line, column, text};
 }
 
-}  // namespace Ridge
+}  // namespace AC

@@ -1,11 +1,11 @@
-#include "assetconnector/host/ridge/XMLUtilities.h"
+#include "assetconnector/xml/XMLUtilities.h"
 
 #include "assetconnector/host/XMLPlatform.h"
-#include "assetconnector/host/ridge/DomWriter.h"
+#include "assetconnector/xml/DomWriter.h"
 
 namespace Ridge::XMLUtilities {
 
-bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document)
+bool GetDOMDocument(AC::MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document)
 {
     xercesc::DOMDocument* const parsed = parser.Parse(text);
     if (parsed != nullptr)
@@ -13,8 +13,8 @@ bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOM
     return parsed != nullptr;
 }
 
-bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document,
-                    ParseError& error)
+bool GetDOMDocument(AC::MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document,
+                    AC::ParseError& error)
 {
     const bool parsed = GetDOMDocument(parser, text, document);
     if (!parsed)
@@ -31,7 +31,7 @@ xercesc::DOMDocument* CreateDomDocument()
 
 UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document)
 {
-    return WriteDom(document, Reserved::kAsReferences).TakeUTF16();
+    return AC::WriteDom(document, AC::Reserved::kAsReferences).TakeUTF16();
 }
 
 }  // namespace Ridge::XMLUtilities

@@ -2,7 +2,7 @@
 
 #include "assetconnector/host/Export.h"
 #include "assetconnector/host/ferrite/UTF16String.h"
-#include "assetconnector/host/ridge/MessageParser.h"
+#include "assetconnector/xml/MessageParser.h"
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -14,13 +14,14 @@ namespace Ridge::XMLUtilities {
 /// \param document Receives the document, owned by the parser; unchanged on failure.
 /// \return false for a text that does not parse, including every text with a DOCTYPE, an entity other than
 ///         the five named ones, a zero character, half a surrogate pair, elements nested beyond
-///         MessageParser::kDeepestElement or more different names than MessageParser::kMostNames.
+///         AC::MessageParser::kDeepestElement or more different names than AC::MessageParser::kMostNames.
 /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
-AC_API bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document);
+AC_API bool GetDOMDocument(AC::MessageParser& parser, const UTF16String& text,
+                           xercesc::DOMDocument*& document);
 
 /// The same; \param error receives place and reason on failure.
-AC_API bool GetDOMDocument(MessageParser& parser, const UTF16String& text, xercesc::DOMDocument*& document,
-                           ParseError& error);
+AC_API bool GetDOMDocument(AC::MessageParser& parser, const UTF16String& text,
+                           xercesc::DOMDocument*& document, AC::ParseError& error);
 
 /// \return A new document without a document element; the caller releases it. Never null.
 /// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.

@@ -11,7 +11,7 @@
 #include <set>
 #include <unordered_set>
 
-namespace Ridge {
+namespace AC {
 
 /// Where and why a text does not parse. Line and column count from 1; 0 where no place is known.
 struct ParseError
@@ -30,7 +30,7 @@ struct ParseError
 /// for every reference, and each piece searches all the buffers that earlier ones released.
 ///
 /// One parser, one text, one thread. It owns the document.
-class AC_API MessageParser final : public xercesc::XercesDOMParser
+class MessageParser final : public xercesc::XercesDOMParser
 {
 public:
     /// How deep elements may nest; the root has depth 1.
@@ -45,13 +45,13 @@ public:
     static constexpr std::size_t kMostNamesOfHash = 1000;
 
     /// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.
-    MessageParser();
-    ~MessageParser() override;
+    AC_API MessageParser();
+    AC_API ~MessageParser() override;
 
     /// Parses the text, whatever encoding it declares; a leading byte order mark is accepted.
     /// \return The document, owned by this parser; null when the text does not parse.
     /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
-    xercesc::DOMDocument* Parse(const UTF16String& text);
+    AC_API xercesc::DOMDocument* Parse(const UTF16String& text);
 
     /// \return What was wrong with the text, after Parse returned null. Of a text that mentions an FTP
     ///         password the reason quotes nothing.
@@ -97,4 +97,4 @@ private:
     ParseError mError;
 };
 
-}  // namespace Ridge
+}  // namespace AC

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "assetconnector/host/ferrite/CodePoints.h"
 #include "assetconnector/host/ferrite/UTF16String.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-namespace ferrite::utility {
+namespace AC {
 
 /// A text under construction, in pieces that are put together once: a string that grows by doubling would
 /// touch twice as much memory, which for a large text is what costs most. UTF-8, in which markup takes half
@@ -56,7 +56,8 @@ public:
     UTF16String TakeUTF16() &&
     {
         UTF16String text;
-        Join(text, mSurplus, [&text](std::string_view piece) { AppendUTF8to16(piece, text); });
+        Join(text, mSurplus,
+             [&text](std::string_view piece) { ferrite::utility::AppendUTF8to16(piece, text); });
         return text;
     }
 
@@ -115,4 +116,4 @@ private:
     std::size_t mSurplus = 0;
 };
 
-}  // namespace ferrite::utility
+}  // namespace AC

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "assetconnector/host/ferrite/UTF8Builder.h"
+#include "assetconnector/xml/UTF8Builder.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
 
-namespace Ridge {
+namespace AC {
 
 /// How what is reserved is written: & and <, in texts also >, in attributes also ".
 enum class Reserved
@@ -19,6 +19,6 @@ enum class Reserved
 /// Writes the text that XMLUtilities::ConvertDomToXMLString describes.
 /// \return The text, yet to be put together. A large document should be released first: its text may then
 ///         take its memory, which the system need not clear for it.
-ferrite::utility::UTF8Builder WriteDom(const xercesc::DOMDocument* document, Reserved reserved);
+UTF8Builder WriteDom(const xercesc::DOMDocument* document, Reserved reserved);
 
-}  // namespace Ridge
+}  // namespace AC

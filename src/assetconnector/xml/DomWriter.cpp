@@ -1,8 +1,7 @@
-#include "assetconnector/host/ridge/DomWriter.h"
+#include "assetconnector/xml/DomWriter.h"
 
 #include "assetconnector/host/ferrite/CodePoints.h"
 #include "assetconnector/host/ferrite/ReplacementTable.h"
-#include "assetconnector/host/ridge/FetchAhead.h"
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -12,10 +11,9 @@
 #include <string_view>
 #include <vector>
 
-namespace Ridge {
+namespace AC {
 namespace {
 
-using ferrite::utility::UTF8Builder;
 using xercesc::DOMNode;
 using Table = ferrite::utility::ReplacementTable<char>;
 
@@ -173,7 +171,6 @@ UTF8Builder WriteDom(const xercesc::DOMDocument* document, Reserved reserved)
     std::vector<OpenElement> open;
     const DOMNode* node = document->getFirstChild();
     while (node != nullptr) {
-        FetchAhead(node);
         if (const DOMNode* const child = Open(out, node, tables, open)) {
             node = child;
             continue;
@@ -191,4 +188,4 @@ UTF8Builder WriteDom(const xercesc::DOMDocument* document, Reserved reserved)
     return out;
 }
 
-}  // namespace Ridge
+}  // namespace AC
