@@ -123,10 +123,10 @@ public:
                    mediaPath, xmp);
     }
     void RegisterAssetMediaInfoList(const Ridge::AssetItemList& items, const Ridge::AssetMediaInfoList& infos,
-                                    bool first, bool second) override
+                                    bool firstFlag, bool secondFlag) override
     {
         this->Pass("Ridge::SRProject::RegisterAssetMediaInfoList", &Next::RegisterAssetMediaInfoList, items,
-                   infos, first, second);
+                   infos, firstFlag, secondFlag);
     }
 
 private:
@@ -142,15 +142,9 @@ public:
     using Forwarder<Next, Hook>::Forwarder;
 
     boost::shared_ptr<Ridge::AssetMediaInfo> CreateMediaInfo(
-        Ridge::AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
-        const Ridge::XMPText& xmp, const UTF16String& fileContent, const UTF16String& customMetadata,
-        const UTF16String& createTime, const UTF16String& lastModifyTime, const UTF16String& rateTimeBase,
-        const UTF16String& rateNtsc, const UTF16String& aliasName, bool reservedFlag,
-        const UTF16String& reservedText) override
+        const Ridge::MediaInfoArguments& arguments) override
     {
-        return this->Pass("Ridge::AssetMediaInfo::Create", &Next::CreateMediaInfo, type, guid, mediaPath, xmp,
-                          fileContent, customMetadata, createTime, lastModifyTime, rateTimeBase, rateNtsc,
-                          aliasName, reservedFlag, reservedText);
+        return this->Pass("Ridge::AssetMediaInfo::Create", &Next::CreateMediaInfo, arguments);
     }
     boost::shared_ptr<Ridge::AssetMediaInfo> CreateMasterClipMediaInfo(
         const ferrite::utility::Guid& guid, const UTF16String& mediaPath, const UTF16String& fileName,
@@ -177,11 +171,11 @@ public:
     }
     void RegisterAssetMediaInfoToSRCore(const Ridge::AssetMediaInfoList& infos,
                                         const Ridge::AssetItemList& items, bool useLocalFile,
-                                        bool roughCutUseLocalFile, bool third, bool fourth) override
+                                        bool roughCutUseLocalFile, bool firstFlag, bool secondFlag) override
     {
         this->Pass("Ridge::SRLibrarySupport::RegisterAssetMediaInfoToSRCore",
                    &Next::RegisterAssetMediaInfoToSRCore, infos, items, useLocalFile, roughCutUseLocalFile,
-                   third, fourth);
+                   firstFlag, secondFlag);
     }
     UTF16String CreateCustomMetadataStr(const Ridge::CustomMetadata& metadata) override
     {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assetconnector/host/Host.h"
+#include "assetconnector/host/Installation.h"
 #include "reference_host/Files.h"
 #include "reference_host/IngestLibrary.h"
 #include "reference_host/Memory.h"
@@ -39,33 +39,19 @@ private:
     PanelEvents mPanelEvents;
 };
 
-/// A host installed for as long as this object lives. Make and destroy it while no other thread uses the
-/// library; destroy it after the last connector.
-class Installation
+/// AC::Installation of this host's services, or of forwarders to them.
+class Installation : public AC::Installation
 {
 public:
-    /// \throws std::logic_error when a host is installed already.
+    /// \throws As AC::InstallHost.
     explicit Installation(Host& host) : Installation(host.Services(), host.GetStations()) {}
 
-    /// \param services What is installed, forwarders maybe. \param stations Where its posted messages wait;
-    ///        the last ones are dropped before the host goes.
-    /// \throws std::logic_error when a host is installed already.
-    Installation(const AC::HostServices& services, Stations& stations) : mStations(stations)
+    /// \param services What is installed. \param stations Where its posted messages wait.
+    /// \throws As AC::InstallHost.
+    Installation(const AC::HostServices& services, Stations& stations)
+        : AC::Installation(services, [&stations] { stations.DropPosted(); })
     {
-        AC::InstallHost(services);
     }
-
-    ~Installation()
-    {
-        mStations.DropPosted();
-        AC::UninstallHost();
-    }
-
-    Installation(const Installation&) = delete;
-    Installation& operator=(const Installation&) = delete;
-
-private:
-    Stations& mStations;
 };
 
 }  // namespace ReferenceHost

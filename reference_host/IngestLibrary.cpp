@@ -19,15 +19,12 @@ IngestLibrary::IngestLibrary()
 }
 
 boost::shared_ptr<Ridge::AssetMediaInfo> IngestLibrary::CreateMediaInfo(
-    Ridge::AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
-    const Ridge::XMPText& xmp, const UTF16String& fileContent, const UTF16String& customMetadata,
-    const UTF16String& createTime, const UTF16String& lastModifyTime, const UTF16String& rateTimeBase,
-    const UTF16String& rateNtsc, const UTF16String& aliasName, bool /*reservedFlag*/,
-    const UTF16String& /*reservedText*/)
+    const Ridge::MediaInfoArguments& arguments)
 {
-    return boost::make_shared<MediaInfo>(
-        Ridge::AssetMediaInfoValues{type, guid, mediaPath, xmp, fileContent, customMetadata, createTime,
-                                    lastModifyTime, rateTimeBase, rateNtsc, aliasName});
+    return boost::make_shared<MediaInfo>(Ridge::AssetMediaInfoValues{
+        arguments.type, arguments.guid, arguments.mediaPath, arguments.xmp, arguments.fileContent,
+        arguments.customMetadata, arguments.createTime, arguments.lastModifyTime, arguments.rateTimeBase,
+        arguments.rateNtsc, arguments.aliasName});
 }
 
 boost::shared_ptr<Ridge::AssetMediaInfo> IngestLibrary::CreateMasterClipMediaInfo(
@@ -87,7 +84,7 @@ void IngestLibrary::ClearCachedXMP()
 void IngestLibrary::RegisterAssetMediaInfoToSRCore(const Ridge::AssetMediaInfoList& /*infos*/,
                                                    const Ridge::AssetItemList& /*items*/,
                                                    bool /*useLocalFile*/, bool /*roughCutUseLocalFile*/,
-                                                   bool /*third*/, bool /*fourth*/)
+                                                   bool /*firstFlag*/, bool /*secondFlag*/)
 {
 }
 

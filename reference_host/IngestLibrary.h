@@ -23,11 +23,7 @@ public:
     /// \return A MediaInfo of the arguments, with -1 for forceLoadFromLocalDisk and false for
     ///         needSavePreCheck. Never null.
     boost::shared_ptr<Ridge::AssetMediaInfo> CreateMediaInfo(
-        Ridge::AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
-        const Ridge::XMPText& xmp, const UTF16String& fileContent, const UTF16String& customMetadata,
-        const UTF16String& createTime, const UTF16String& lastModifyTime, const UTF16String& rateTimeBase,
-        const UTF16String& rateNtsc, const UTF16String& aliasName, bool reservedFlag,
-        const UTF16String& reservedText) override;
+        const Ridge::MediaInfoArguments& arguments) override;
 
     /// \return A MediaInfo of type kMasterClip with the file name as its alias. Never null.
     boost::shared_ptr<Ridge::AssetMediaInfo> CreateMasterClipMediaInfo(
@@ -55,7 +51,7 @@ public:
     /// Does nothing: this host has no core behind its project.
     void RegisterAssetMediaInfoToSRCore(const Ridge::AssetMediaInfoList& infos,
                                         const Ridge::AssetItemList& items, bool useLocalFile,
-                                        bool roughCutUseLocalFile, bool third, bool fourth) override;
+                                        bool roughCutUseLocalFile, bool firstFlag, bool secondFlag) override;
 
     /// \return A line for each flag that is set, each keyword, and each property as "prefix:name=value".
     UTF16String CreateCustomMetadataStr(const Ridge::CustomMetadata& metadata) override;

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "assetconnector/host/ferrite/UTF16String.h"
-#include "assetconnector/host/keel/Marker.h"
+#include "assetconnector/host/keel/IMarker.h"
+#include "assetconnector/host/kiln/InterfaceRef.h"
 #include "reference_host/Counted.h"
 
 #include <utility>

@@ -31,8 +31,8 @@ void Project::RefreshAssetMediaInfoByPath(const UTF16String& mediaPath, const Ri
 }
 
 void Project::RegisterAssetMediaInfoList(const Ridge::AssetItemList& /*items*/,
-                                         const Ridge::AssetMediaInfoList& infos, bool /*first*/,
-                                         bool /*second*/)
+                                         const Ridge::AssetMediaInfoList& infos, bool /*firstFlag*/,
+                                         bool /*secondFlag*/)
 {
     for (boost::shared_ptr<Ridge::AssetMediaInfo> info : infos) {
         if (info == nullptr)

@@ -21,7 +21,7 @@ public:
 
     /// Adds the infos; of several with one path the last one stays.
     void RegisterAssetMediaInfoList(const Ridge::AssetItemList& items, const Ridge::AssetMediaInfoList& infos,
-                                    bool first, bool second) override;
+                                    bool firstFlag, bool secondFlag) override;
 
 private:
     std::mutex mMutex;  ///< Not held while an info is read or destroyed, which may be the host's own class.

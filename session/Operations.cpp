@@ -103,8 +103,8 @@ constexpr CallbackOperation kCallbacks[] = {
     Row<&Notifier::OnImportXMPFinished>("OnImportXMPFinished", "task", "message", "code", "batch",
                                         "task item", "media infos", "items"),
     Row<&Notifier::OnReadXMPFinished>("OnReadXMPFinished", "task", "message", "code", "media path",
-                                      "media info", "metadata", "XMP", "first", "second", "batch",
-                                      "task item", "errors", "context"),
+                                      "media info", "metadata", "XMP", "create time", "last modify time",
+                                      "batch", "task item", "errors", "context"),
     Row<&Notifier::OnRequestThumbnailStatus>("OnRequestThumbnailStatus", "task", "message", "code",
                                              "clip path", "asset", "start time", "thumb path", "batch",
                                              "task item"),
@@ -119,7 +119,7 @@ constexpr CallbackOperation kCallbacks[] = {
 static_assert(std::size(kCallbacks) == Ridge::kCallbackCount);
 
 constexpr ExportedFunction kExportedFunctions[] = {
-    {"ACUtils::RegisterAssetMediaInfoToSRCore", Labels("record", "first", "second"),
+    {"ACUtils::RegisterAssetMediaInfoToSRCore", Labels("record", "first flag", "second flag"),
      [](const Json& arguments) {
          return BindRegistration(arguments, &AC::ACUtils::RegisterAssetMediaInfoToSRCore);
      }},
@@ -165,10 +165,11 @@ constexpr Operation kHostOperations[] = {
     HostCallRow("PlexaManager::RemoveTandemEventListener", "type", "callback"),
     HostCallRow("Ridge::Utilities::RegisterDBMetadataProvider"),
     HostCallRow("Ridge::Utilities::RegisterDBMetadataProviderForPath", "path"),
-    HostCallRow("Ridge::SRProject::RegisterAssetMediaInfoList", "items", "media infos", "first", "second"),
+    HostCallRow("Ridge::SRProject::RegisterAssetMediaInfoList", "items", "media infos", "first flag",
+                "second flag"),
     HostCallRow("Ridge::SRProject::RefreshAssetMediaInfoByPath", "path", "XMP"),
     HostCallRow("Ridge::SRLibrarySupport::RegisterAssetMediaInfoToSRCore", "media infos", "items",
-                "local file", "rough cut local file", "third", "fourth"),
+                "local file", "rough cut local file", "first flag", "second flag"),
     HostCallRow("Ridge::SRLibrarySupport::ReadXMPFromCache", "path"),
     HostCallRow("Spur::SDKErrors::SetSDKInfoString", "text", "detail"),
     HostCallRow("Kiln::StationUtils::AddListener", "station"),

@@ -29,6 +29,11 @@ void Recorder::operator()(const char* operation, const UTF16String& mediaPath,
     (*this)(operation, mediaPath);
 }
 
+void Recorder::operator()(const char* operation, const Ridge::MediaInfoArguments& /*arguments*/)
+{
+    (*this)(operation);
+}
+
 void Recorder::operator()(const char* operation, const ImmutableString& station,
                           const Kiln::Listener& /*listener*/)
 {

@@ -3,6 +3,7 @@
 #include "assetconnector/host/ferrite/ImmutableString.h"
 #include "assetconnector/host/kiln/Listener.h"
 #include "assetconnector/host/kiln/Message.h"
+#include "assetconnector/host/ridge/IIngestLibrary.h"
 #include "session/Operations.h"
 #include "session/ValueWriter.h"
 
@@ -50,6 +51,7 @@ public:
     /// Of these the effect shows less than all arguments, or has a form of its own.
     void operator()(const char* operation, const UTF16String& mediaPath, const Ridge::XMPText& holder,
                     const UTF16String& scratch);
+    void operator()(const char* operation, const Ridge::MediaInfoArguments& arguments);
     void operator()(const char* operation, const ferrite::utility::ImmutableString& station,
                     const Kiln::Listener& listener);
     void operator()(const char* operation, const Kiln::Listener& listener) noexcept;

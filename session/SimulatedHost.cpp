@@ -18,16 +18,9 @@ Guid SimulatedTexts::CreateUniqueGuid()
 }
 
 boost::shared_ptr<Ridge::AssetMediaInfo> SimulatedIngestLibrary::CreateMediaInfo(
-    Ridge::AssetMediaType type, const Guid& guid, const UTF16String& mediaPath, const Ridge::XMPText& xmp,
-    const UTF16String& fileContent, const UTF16String& customMetadata, const UTF16String& createTime,
-    const UTF16String& lastModifyTime, const UTF16String& rateTimeBase, const UTF16String& rateNtsc,
-    const UTF16String& aliasName, bool reservedFlag, const UTF16String& reservedText)
+    const Ridge::MediaInfoArguments& arguments)
 {
-    if (mFailing.count(mediaPath) != 0)
-        return nullptr;
-    return IngestLibrary::CreateMediaInfo(type, guid, mediaPath, xmp, fileContent, customMetadata, createTime,
-                                          lastModifyTime, rateTimeBase, rateNtsc, aliasName, reservedFlag,
-                                          reservedText);
+    return mFailing.count(arguments.mediaPath) != 0 ? nullptr : IngestLibrary::CreateMediaInfo(arguments);
 }
 
 boost::shared_ptr<Ridge::AssetMediaInfo> SimulatedIngestLibrary::CreateMasterClipMediaInfo(

@@ -66,11 +66,7 @@ public:
     void SetFailing(std::set<UTF16String> paths) { mFailing = std::move(paths); }
 
     boost::shared_ptr<Ridge::AssetMediaInfo> CreateMediaInfo(
-        Ridge::AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
-        const Ridge::XMPText& xmp, const UTF16String& fileContent, const UTF16String& customMetadata,
-        const UTF16String& createTime, const UTF16String& lastModifyTime, const UTF16String& rateTimeBase,
-        const UTF16String& rateNtsc, const UTF16String& aliasName, bool reservedFlag,
-        const UTF16String& reservedText) override;
+        const Ridge::MediaInfoArguments& arguments) override;
     boost::shared_ptr<Ridge::AssetMediaInfo> CreateMasterClipMediaInfo(
         const ferrite::utility::Guid& guid, const UTF16String& mediaPath, const UTF16String& fileName,
         const Ridge::XMPText& xmp, const UTF16String& customMetadata, const UTF16String& createTime,

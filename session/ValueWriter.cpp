@@ -1,6 +1,7 @@
 #include "session/ValueWriter.h"
 
 #include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/host/keel/MarkerUtilities.h"
 #include "reference_host/MediaInfo.h"
 
 #include <cstddef>

@@ -2,6 +2,7 @@
 
 #include "assetconnector/connectors/StationMessages.h"
 #include "assetconnector/host/ferrite/ImmutableString.h"
+#include "assetconnector/host/keel/IMarker.h"
 #include "assetconnector/message/Comparison.h"
 #include "session/Json.h"
 #include "session/Values.h"

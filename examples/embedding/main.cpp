@@ -7,6 +7,7 @@
 #include "assetconnector/connectors/StationMessages.h"
 #include "assetconnector/host/XMLPlatform.h"
 #include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/host/kiln/Listener.h"
 #include "assetconnector/host/kiln/StationUtils.h"
 #include "assetconnector/host/ridge/TandemEvents.h"
 #include "assetconnector/host/ridge/Utilities.h"

@@ -470,6 +470,9 @@ TEST(Host, MustBeInstalledOnce)
     ReferenceHost::Host host(ReferenceHost::Stations::Delivery::kByHand);
     const ReferenceHost::Installation installation(host);
     EXPECT_THROW(AC::InstallHost(host.Services()), std::logic_error);
+    AC::UninstallHost();
+    EXPECT_THROW(AC::InstallHost(host.Services(), AC::kInterfaceVersion + 1), std::logic_error);
+    AC::InstallHost(host.Services());
     EXPECT_NO_THROW(AC::AddTandemEvents());
 }
 

@@ -1,4 +1,6 @@
 #include "assetconnector/host/ferrite/ZString.h"
+#include "assetconnector/host/keel/MarkerUtilities.h"
+#include "assetconnector/host/kiln/Listener.h"
 #include "assetconnector/host/kiln/StationUtils.h"
 #include "assetconnector/host/ridge/TandemEvents.h"
 #include "assetconnector/host/ridge/Utilities.h"

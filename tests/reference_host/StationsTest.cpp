@@ -1,3 +1,4 @@
+#include "assetconnector/host/kiln/Listener.h"
 #include "assetconnector/host/kiln/StationUtils.h"
 #include "assetconnector/host/ridge/TandemEvents.h"
 #include "tests/support/HostTest.h"

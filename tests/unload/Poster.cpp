@@ -3,7 +3,7 @@
 
 #include "assetconnector/connectors/IngestMediaCollectionConnector.h"
 #include "assetconnector/connectors/StationMessages.h"
-#include "assetconnector/host/Host.h"
+#include "assetconnector/host/Installation.h"
 #include "assetconnector/host/kiln/StationUtils.h"
 #include "assetconnector/host/ridge/TandemEvents.h"
 #include "assetconnector/host/ridge/Utilities.h"
@@ -59,13 +59,7 @@ struct IngestLibrary : Ridge::IIngestLibrary
     using Info = boost::shared_ptr<Ridge::AssetMediaInfo>;
     using Guid = ferrite::utility::Guid;
 
-    Info CreateMediaInfo(Ridge::AssetMediaType, const Guid&, const UTF16String&, const Ridge::XMPText&,
-                         const UTF16String&, const UTF16String&, const UTF16String&, const UTF16String&,
-                         const UTF16String&, const UTF16String&, const UTF16String&, bool,
-                         const UTF16String&) override
-    {
-        return {};
-    }
+    Info CreateMediaInfo(const Ridge::MediaInfoArguments&) override { return {}; }
     Info CreateMasterClipMediaInfo(const Guid&, const UTF16String&, const UTF16String&, const Ridge::XMPText&,
                                    const UTF16String&, const UTF16String&, const UTF16String&,
                                    const UTF16String&) override
@@ -133,8 +127,8 @@ extern "C" int UseLibrary()
     Files files;
     Texts texts;
     Memory memory;
-    AC::InstallHost({panelEvents, stations, ingestLibrary, files, texts, memory});
     {
+        const AC::Installation installation({panelEvents, stations, ingestLibrary, files, texts, memory});
         const auto connector = AC::CreateIngestMediaCollectionConnector(nullptr);
         connector->OnIngestStarted(ferrite::utility::Guid::CreateUnique());
         const auto station = Ridge::GetPlexaStationID();
@@ -142,6 +136,5 @@ extern "C" int UseLibrary()
         Kiln::StationUtils::PostMessageToUIThread(station, AC::SaveAssetMessage(AC::ACMessage()), true);
         Kiln::StationUtils::BroadcastMessage(station, Ridge::TandemEvent(u"type", u"data"));
     }
-    AC::UninstallHost();
     return stations.delivered == 4 && memory.live == 0 ? 0 : 1;
 }

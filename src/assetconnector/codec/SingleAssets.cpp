@@ -2,7 +2,7 @@
 #include "assetconnector/codec/ElementReader.h"
 #include "assetconnector/codec/ElementWriter.h"
 #include "assetconnector/codec/ValueForms.h"
-#include "assetconnector/host/keel/Marker.h"
+#include "assetconnector/host/keel/MarkerUtilities.h"
 
 namespace AC {
 

@@ -123,7 +123,7 @@ void IngestGlintLibraryConnector::OnImportXMPFinished(const Guid& task, const Gu
 void IngestGlintLibraryConnector::OnReadXMPFinished(
     const Guid& task, const Guid& message, Ridge::ResultCode code, const UTF16String& mediaPath,
     const Guid& mediaInfo, const Ridge::CustomMetadata& /*metadata*/, const Ridge::XMPText& xmp,
-    const UTF16String& first, const UTF16String& second, const Guid& batch, const Guid& taskItem,
+    const UTF16String& createTime, const UTF16String& lastModifyTime, const Guid& batch, const Guid& taskItem,
     const Ridge::ErrorRecordList& /*errors*/, const Kiln::InterfaceRef<KilnUnknown>& /*requestContext*/)
 {
     const auto readFromDisk = mReadFromDisk;  // as above
@@ -133,8 +133,8 @@ void IngestGlintLibraryConnector::OnReadXMPFinished(
             record.batchID = batch;
             record.taskItemID = taskItem;
             if (auto info = Ridge::AssetMediaInfo::CreateMasterClipMediaInfo(
-                    mediaInfo, mediaPath, Kiln::PathUtils::GetFilePart(mediaPath), xmp, UTF16String(), first,
-                    second, UTF16String()))
+                    mediaInfo, mediaPath, Kiln::PathUtils::GetFilePart(mediaPath), xmp, UTF16String(),
+                    createTime, lastModifyTime, UTF16String()))
                 record.assetMediaInfoList.push_back(info);
             record.result = code < 0 ? kACMessage_ResultFailure : kACMessage_ResultOK;
         },

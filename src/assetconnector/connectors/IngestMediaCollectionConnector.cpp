@@ -145,7 +145,7 @@ void IngestMediaCollectionConnector::OnImportXMPFinished(const Guid& task, const
 void IngestMediaCollectionConnector::OnReadXMPFinished(
     const Guid& task, const Guid& message, Ridge::ResultCode code, const UTF16String& mediaPath,
     const Guid& mediaInfo, const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
-    const UTF16String& first, const UTF16String& second, const Guid& batch, const Guid& taskItem,
+    const UTF16String& createTime, const UTF16String& lastModifyTime, const Guid& batch, const Guid& taskItem,
     const Ridge::ErrorRecordList& errors, const Kiln::InterfaceRef<KilnUnknown>& requestContext)
 {
     Report(RowOf(Callback::OnReadXMPFinished), task, message, [&](ACMessage& record) {
@@ -160,8 +160,8 @@ void IngestMediaCollectionConnector::OnReadXMPFinished(
         const UTF16String customMetadata = Ridge::Utilities::CreateCustomMetadataStr(metadata);
         record.result = kACMessage_ResultOK;
         if (auto info = Ridge::AssetMediaInfo::CreateMasterClipMediaInfo(
-                mediaInfo, mediaPath, Kiln::PathUtils::GetFilePart(mediaPath), xmp, customMetadata, first,
-                second, UTF16String()))
+                mediaInfo, mediaPath, Kiln::PathUtils::GetFilePart(mediaPath), xmp, customMetadata,
+                createTime, lastModifyTime, UTF16String()))
             record.assetMediaInfoList.push_back(info);
     });
 }

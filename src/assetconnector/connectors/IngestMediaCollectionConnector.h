@@ -20,8 +20,8 @@ public:
     void OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
                            const UTF16String& mediaPath, const Guid& mediaInfo,
                            const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
-                           const UTF16String& first, const UTF16String& second, const Guid& batch,
-                           const Guid& taskItem, const Ridge::ErrorRecordList& errors,
+                           const UTF16String& createTime, const UTF16String& lastModifyTime,
+                           const Guid& batch, const Guid& taskItem, const Ridge::ErrorRecordList& errors,
                            const Kiln::InterfaceRef<KilnUnknown>& requestContext) override;
 
     /// \return Whether this connector acts on the request, or sends the notification, of the identifier.

@@ -5,16 +5,27 @@
 #include <atomic>
 #include <memory>
 #include <stdexcept>
+#include <string>
 
 namespace AC {
 namespace {
 
 std::atomic<const HostServices*> gInstalled{nullptr};
 
+std::string VersionText(std::uint32_t interfaceVersion)
+{
+    return std::to_string(interfaceVersion / 1000) + '.' + std::to_string(interfaceVersion % 1000);
+}
+
 }  // namespace
 
-void InstallHost(const HostServices& services)
+void InstallHost(const HostServices& services, std::uint32_t interfaceVersion)
 {
+    if (interfaceVersion != kInterfaceVersion)
+        throw std::logic_error("AC::InstallHost: the host was built with headers of version " +
+                               VersionText(interfaceVersion) + ", the library is " +
+                               VersionText(kInterfaceVersion) +
+                               "; build the host with the library's headers");
     XMLPlatform::Require();
     auto table = std::make_unique<const HostServices>(services);
     const HostServices* none = nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assetconnector/host/Export.h"
+#include "assetconnector/host/Version.h"
 #include "assetconnector/host/ferrite/ITexts.h"
 #include "assetconnector/host/kiln/IFiles.h"
 #include "assetconnector/host/kiln/IMemory.h"
@@ -14,7 +15,8 @@
 /// (XMLPlatform.h), which stays until the last connector is gone.
 namespace AC {
 
-/// One table of references; the services belong to the host and outlive the installation.
+/// One table of references; the services belong to the host and outlive the installation. It never grows:
+/// what is new is a second table, handed over by a function of its own.
 struct HostServices
 {
     Plexa::IPanelEvents& panelEvents;
@@ -27,9 +29,11 @@ struct HostServices
 
 /// Installs the host, before anything of the library is used. The table is copied.
 /// Call it while no other thread uses the library.
-/// \throws std::logic_error when a host is installed already, which stays, or the XML platform is not
-///         initialised.
-AC_API void InstallHost(const HostServices& services);
+/// \param interfaceVersion Left to its default, which is that of the headers that the host was built with.
+/// \throws std::logic_error when the library has another, a host is installed already, which stays, or the
+/// XML
+///         platform is not initialised.
+AC_API void InstallHost(const HostServices& services, std::uint32_t interfaceVersion = kInterfaceVersion);
 
 /// Takes the host out. No connector, record or message of the library may be alive, on any thread.
 /// Without an installed host nothing happens.

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "assetconnector/host/ferrite/Guid.h"
-#include "assetconnector/host/keel/Marker.h"
+#include "assetconnector/host/keel/IMarker.h"
+#include "assetconnector/host/kiln/InterfaceRef.h"
 #include "assetconnector/host/ridge/AssetMediaType.h"
 #include "assetconnector/host/ridge/RecordLists.h"
 #include "assetconnector/host/tempora/Time.h"

@@ -136,11 +136,11 @@ bool ACUtils::DecodeXMLAndRegisterMediaInfo(const UTF16String& xml, ACMessage& m
     return true;
 }
 
-void ACUtils::RegisterAssetMediaInfoToSRCore(const ACMessage& message, bool first, bool second)
+void ACUtils::RegisterAssetMediaInfoToSRCore(const ACMessage& message, bool firstFlag, bool secondFlag)
 {
     Ridge::SRLibrarySupport::RegisterAssetMediaInfoToSRCore(
         message.assetMediaInfoList, message.assetItemList, message.mediaUseLocalFile == kACMessage_True,
-        message.roughCutUseLocalFile == kACMessage_True, first, second);
+        message.roughCutUseLocalFile == kACMessage_True, firstFlag, secondFlag);
 }
 
 UTF16String ACUtils::GetResultString(int code)

@@ -18,9 +18,9 @@ namespace AC::ACUtils {
 AC_API bool DecodeXMLAndRegisterMediaInfo(const UTF16String& xml, ACMessage& message);
 
 /// Hands the record's lists and its two flags to the host's library support.
-/// \param first, second Passed through to Ridge::SRLibrarySupport::RegisterAssetMediaInfoToSRCore.
+/// \param firstFlag, secondFlag Passed through to Ridge::SRLibrarySupport::RegisterAssetMediaInfoToSRCore.
 /// \throws std::logic_error without an installed host; what the host throws.
-AC_API void RegisterAssetMediaInfoToSRCore(const ACMessage& message, bool first, bool second);
+AC_API void RegisterAssetMediaInfoToSRCore(const ACMessage& message, bool firstFlag, bool secondFlag);
 
 /// \return The result name of a host code: "ERROR" for every code without a name of its own.
 AC_API UTF16String GetResultString(int code);

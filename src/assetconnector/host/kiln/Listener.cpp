@@ -20,9 +20,4 @@ void Listener::EndSubscriptions() noexcept
         host->stations.EndSubscriptions(*this);
 }
 
-void IStations::Deliver(Listener& listener, const Message& message)
-{
-    listener.DispatchMessageW(message);
-}
-
 }  // namespace Kiln

@@ -1,12 +1,15 @@
 #pragma once
 
-#include "assetconnector/host/Host.h"
+#include "assetconnector/host/Export.h"
+#include "assetconnector/host/ferrite/ImmutableString.h"
 #include "assetconnector/host/kiln/Allocator.h"
 #include "assetconnector/host/kiln/MessageTypeID.h"
+#include "assetconnector/host/kiln/StationUtils.h"
 
 #include <boost/function.hpp>
 #include <boost/smart_ptr/make_shared_object.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <new>
 
@@ -15,16 +18,6 @@
 /// type in `static constexpr char kTypeName[]`, from which every sender and receiver hashes the same
 /// identifier.
 namespace Kiln {
-
-namespace StationUtils {
-
-/// See Kiln::IStations::BroadcastMessage. Declared here for the deferred delivery below.
-inline void BroadcastMessage(const ferrite::utility::ImmutableString& station, const Message& message)
-{
-    AC::InstalledHost().stations.BroadcastMessage(station, message);
-}
-
-}  // namespace StationUtils
 
 class Message
 {

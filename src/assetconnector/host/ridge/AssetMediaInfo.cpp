@@ -13,8 +13,8 @@ boost::shared_ptr<AssetMediaInfo> AssetMediaInfo::Create(
     const UTF16String& aliasName, bool reservedFlag, const UTF16String& reservedText)
 {
     return AC::InstalledHost().ingestLibrary.CreateMediaInfo(
-        type, guid, mediaPath, xmp, fileContent, customMetadata, createTime, lastModifyTime, rateTimeBase,
-        rateNtsc, aliasName, reservedFlag, reservedText);
+        {type, guid, mediaPath, xmp, fileContent, customMetadata, createTime, lastModifyTime, rateTimeBase,
+         rateNtsc, aliasName, reservedFlag, reservedText});
 }
 
 boost::shared_ptr<AssetMediaInfo> AssetMediaInfo::CreateMasterClipMediaInfo(

@@ -36,7 +36,8 @@ class AC_API AssetMediaInfo
 public:
     virtual ~AssetMediaInfo();
 
-    /// Both forward to IIngestLibrary, where the arguments are stated.
+    /// Both forward to IIngestLibrary, where the arguments are stated; the first in the host's own form, of
+    /// which a record is made.
     /// \return A new object, or null, which callers skip.
     /// \throws std::logic_error without an installed host; whatever the host throws.
     static boost::shared_ptr<AssetMediaInfo> Create(

@@ -14,6 +14,24 @@ namespace Ridge {
 
 class SRProject;
 
+/// What AssetMediaInfo::Create was called with.
+struct MediaInfoArguments
+{
+    AssetMediaType type = AssetMediaType::kUnknown;
+    ferrite::utility::Guid guid;
+    UTF16String mediaPath;
+    XMPText xmp;  ///< May be null; it may be shared with others afterwards.
+    UTF16String fileContent;
+    UTF16String customMetadata;
+    UTF16String createTime;  ///< This and the next three as the panel spelled them.
+    UTF16String lastModifyTime;
+    UTF16String rateTimeBase;
+    UTF16String rateNtsc;
+    UTF16String aliasName;
+    bool reservedFlag = false;  ///< False at every call of the library.
+    UTF16String reservedText;   ///< Empty at every call of the library.
+};
+
 /// The ingest library as far as the connectors use it: asset objects, the project registry, XMP access,
 /// metadata providers, markers. Implemented by the host, called on whatever thread called the library,
 /// several at once. What an operation throws travels untouched to the caller, and what would have come
@@ -23,16 +41,8 @@ class IIngestLibrary
 public:
     virtual ~IIngestLibrary() = default;
 
-    /// Makes a media info. \param xmp May be null; it may be shared with others afterwards.
-    /// \param createTime, lastModifyTime, rateTimeBase, rateNtsc As the panel spelled them.
-    /// \param reservedFlag, reservedText False and empty at every call of the library.
-    /// \return A new object, or null: the caller goes on without it.
-    virtual boost::shared_ptr<AssetMediaInfo> CreateMediaInfo(
-        AssetMediaType type, const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
-        const XMPText& xmp, const UTF16String& fileContent, const UTF16String& customMetadata,
-        const UTF16String& createTime, const UTF16String& lastModifyTime, const UTF16String& rateTimeBase,
-        const UTF16String& rateNtsc, const UTF16String& aliasName, bool reservedFlag,
-        const UTF16String& reservedText) = 0;
+    /// Makes a media info. \return A new object, or null: the caller goes on without it.
+    virtual boost::shared_ptr<AssetMediaInfo> CreateMediaInfo(const MediaInfoArguments& arguments) = 0;
 
     /// Makes the media info of a master clip. \param createTime, lastModifyTime The two further strings of
     /// OnReadXMPFinished. \param reservedText Empty at every call. \return As CreateMediaInfo.
@@ -51,11 +61,11 @@ public:
                                         UTF16String& scratch) = 0;
 
     /// Registers what a record carries with the library's core.
-    /// \param useLocalFile, roughCutUseLocalFile The record's flags. \param third, fourth Passed through
-    /// from the caller of ACUtils::RegisterAssetMediaInfoToSRCore.
+    /// \param useLocalFile, roughCutUseLocalFile The record's flags. \param firstFlag, secondFlag Passed
+    /// through from the caller of ACUtils::RegisterAssetMediaInfoToSRCore.
     virtual void RegisterAssetMediaInfoToSRCore(const AssetMediaInfoList& infos, const AssetItemList& items,
-                                                bool useLocalFile, bool roughCutUseLocalFile, bool third,
-                                                bool fourth) = 0;
+                                                bool useLocalFile, bool roughCutUseLocalFile, bool firstFlag,
+                                                bool secondFlag) = 0;
 
     /// \return The text form of the block, to travel as custom metadata.
     virtual UTF16String CreateCustomMetadataStr(const CustomMetadata& metadata) = 0;

@@ -64,14 +64,14 @@ public:
                                      const Guid& batch, const Guid& taskItem, const AssetMediaInfoList& infos,
                                      const AssetItemList& items) = 0;
     /// The sign of the code counts. \param metadata, errors For the media collection alone: what the user
-    /// typed in, and on failure what went wrong. \param xmp May be null. \param first, second Passed on to
-    /// AssetMediaInfo::CreateMasterClipMediaInfo. \param requestContext May be null; kept as long as a record
-    /// or message of this report lives.
+    /// typed in, and on failure what went wrong. \param xmp May be null. \param createTime, lastModifyTime Of
+    /// the file, passed on to AssetMediaInfo::CreateMasterClipMediaInfo. \param requestContext May be null;
+    /// kept as long as a record or message of this report lives.
     virtual void OnReadXMPFinished(const Guid& task, const Guid& message, ResultCode code,
                                    const UTF16String& mediaPath, const Guid& mediaInfo,
                                    const CustomMetadata& metadata, const XMPText& xmp,
-                                   const UTF16String& first, const UTF16String& second, const Guid& batch,
-                                   const Guid& taskItem, const ErrorRecordList& errors,
+                                   const UTF16String& createTime, const UTF16String& lastModifyTime,
+                                   const Guid& batch, const Guid& taskItem, const ErrorRecordList& errors,
                                    const Kiln::InterfaceRef<KilnUnknown>& requestContext) = 0;
     /// The sign of the code counts. \param startTime kTime_Invalid for none. \param thumbPath Told on
     /// success.

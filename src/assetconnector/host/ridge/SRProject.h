@@ -24,9 +24,9 @@ public:
     /// Gives the registered info of the path, if there is one, a new XMP packet.
     virtual void RefreshAssetMediaInfoByPath(const UTF16String& mediaPath, const XMPText& xmp) = 0;
 
-    /// Registers both lists. Null entries are skipped. \param first, second False at every call.
+    /// Registers both lists. Null entries are skipped. \param firstFlag, secondFlag False at every call.
     virtual void RegisterAssetMediaInfoList(const AssetItemList& items, const AssetMediaInfoList& infos,
-                                            bool first, bool second) = 0;
+                                            bool firstFlag, bool secondFlag) = 0;
 };
 
 }  // namespace Ridge

@@ -18,11 +18,11 @@ inline ResultCode ReadXMPFromCache(const UTF16String& mediaPath, const XMPText& 
 }
 
 inline void RegisterAssetMediaInfoToSRCore(const AssetMediaInfoList& infos, const AssetItemList& items,
-                                           bool useLocalFile, bool roughCutUseLocalFile, bool third,
-                                           bool fourth)
+                                           bool useLocalFile, bool roughCutUseLocalFile, bool firstFlag,
+                                           bool secondFlag)
 {
-    AC::InstalledHost().ingestLibrary.RegisterAssetMediaInfoToSRCore(infos, items, useLocalFile,
-                                                                     roughCutUseLocalFile, third, fourth);
+    AC::InstalledHost().ingestLibrary.RegisterAssetMediaInfoToSRCore(
+        infos, items, useLocalFile, roughCutUseLocalFile, firstFlag, secondFlag);
 }
 
 }  // namespace SRLibrarySupport

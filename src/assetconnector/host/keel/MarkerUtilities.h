@@ -1,16 +1,10 @@
 #pragma once
 
 #include "assetconnector/host/Host.h"
-#include "assetconnector/host/kiln/KilnUnknown.h"
+#include "assetconnector/host/keel/IMarker.h"
+#include "assetconnector/host/kiln/InterfaceRef.h"
 
-namespace Keel {
-
-/// A marker of the host, held by counted reference and read only through MarkerUtilities.
-class IMarker : public KilnUnknown
-{
-};
-
-namespace MarkerUtilities {
+namespace Keel::MarkerUtilities {
 
 /// Forwards to Ridge::IIngestLibrary::MarkerToPropertyXML.
 /// \param marker Not null. \return The marker's property XML with times at the given rate.
@@ -20,5 +14,4 @@ inline UTF16String ToPropertyXML(const Kiln::InterfaceRef<IMarker>& marker, temp
     return AC::InstalledHost().ingestLibrary.MarkerToPropertyXML(marker, rate);
 }
 
-}  // namespace MarkerUtilities
-}  // namespace Keel
+}  // namespace Keel::MarkerUtilities
