@@ -20,6 +20,7 @@ endif()
 set(public_headers
     codec/ACMessageDecoder.h
     codec/ACMessageEncoder.h
+    connectors/ConnectorAccess.h
     connectors/ConnectorFrame.h
     connectors/EventCatalogue.def
     connectors/EventCatalogue.h

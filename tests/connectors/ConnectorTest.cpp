@@ -1,5 +1,6 @@
 #include "assetconnector/codec/ACMessageDecoder.h"
 #include "assetconnector/codec/ACMessageEncoder.h"
+#include "assetconnector/connectors/ConnectorAccess.h"
 #include "assetconnector/connectors/EventCatalogue.h"
 #include "assetconnector/connectors/IngestGlintLibraryConnector.h"
 #include "assetconnector/connectors/IngestMediaCollectionConnector.h"
@@ -117,7 +118,7 @@ protected:
 
     static Kiln::SharedReferenceBroker BrokerOf(const ConnectorRef& connector)
     {
-        return static_cast<AC::ConnectorFrame*>(connector.Get())->GetReferenceBroker();
+        return AC::BrokerOf(connector).value();
     }
 
     void Raise(const UTF16String& type, const UTF16String& data)
@@ -168,8 +169,10 @@ TEST_P(BothConnectors, OfferTwoInterfacesAndTakeNoReference)
     void* out = this;
     EXPECT_EQ(connector->QueryInterface(Notifier::kInterfaceID, out), 0);
     EXPECT_EQ(out, connector.Get());
-    EXPECT_EQ(connector->QueryInterface(AC::IAssetConnectorPrivate::kInterfaceID, out), 0);
-    static_cast<AC::IAssetConnectorPrivate*>(out)->SetDispatcher(nullptr);
+    AC::Query<AC::IAssetConnectorPrivate>(connector)->SetDispatcher(nullptr);
+    EXPECT_FALSE(AC::Query<AC::IAssetConnectorPrivate>(ReferenceHost::Marker::Make(u"")));
+    EXPECT_FALSE(AC::Query<AC::IAssetConnectorPrivate>(ConnectorRef()));
+    EXPECT_FALSE(AC::BrokerOf(ConnectorRef()));
     Raise(AC::kPlexaEventType_ExitApp, u"<a/>");
     const auto panel = boost::make_shared<TestPanel>();
     host.GetPanelEvents().Attach(panel);
@@ -242,7 +245,7 @@ TEST_F(WhileAMediaInfoIsMade, ConnectorsMayBeDropped)
     };
     for (const auto& row : rows) {
         ConnectorRef connector = row.create(nullptr);
-        const auto broker = static_cast<AC::ConnectorFrame*>(connector.Get())->GetReferenceBroker();
+        const auto broker = AC::BrokerOf(connector).value();
         hook.operation = row.request.empty() ? "Ridge::AssetMediaInfo::CreateMasterClipMediaInfo"
                                              : "Ridge::AssetMediaInfo::Create";
         hook.onCall = [&connector] { connector.Clear(); };

@@ -1,4 +1,4 @@
-#include "assetconnector/connectors/ConnectorFrame.h"
+#include "assetconnector/connectors/ConnectorAccess.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "tests/support/SessionInputs.h"
 
@@ -32,7 +32,7 @@ TEST_F(Soak, LeavesNothingBehind)
         std::vector<boost::function<void()>> inputs;
         for (const auto& kind : Session::kConnectorKinds) {
             const auto connector = kind.create(&dispatcher);
-            brokers.push_back(static_cast<AC::ConnectorFrame*>(connector.Get())->GetReferenceBroker());
+            brokers.push_back(AC::BrokerOf(connector).value());
             for (const auto& input : SessionInputs(host, connector))  // holds the connector
                 inputs.push_back(input);
         }

@@ -1,13 +1,15 @@
 #pragma once
 
-#include "assetconnector/connectors/ConnectorFrame.h"
 #include "assetconnector/host/ferrite/UTF16String.h"
-#include "assetconnector/message/ACMessage.h"
+#include "assetconnector/host/ridge/IIngestLibraryNotifier.h"
 
+#include <array>
 #include <cstddef>
 
 /// What a connector does for each callback of the ingest library, as data.
 namespace AC {
+
+struct ACMessage;
 
 /// The callbacks in the order of Ridge::IIngestLibraryNotifier.
 enum class Callback
@@ -67,7 +69,7 @@ enum class Encoding
     kDecoded,  ///< See EncodeDecodedNotification.
 };
 
-/// Posts a record as a station message; see Post in StationPosts.h.
+/// Posts a record as a station message.
 using PostFunction = void (*)(const ACMessage& message);
 
 struct CallbackRow
@@ -82,6 +84,8 @@ struct CallbackRow
 
     constexpr bool HasRoad() const { return notification != nullptr || post != nullptr; }
 };
+
+using CallbackTable = std::array<CallbackRow, Ridge::kCallbackCount>;
 
 /// \return Whether each row stands where its callback belongs.
 constexpr bool RowsAreInOrder(const CallbackTable& table)

@@ -1,31 +1,27 @@
 #pragma once
 
 #include "assetconnector/connectors/ConnectorFrame.h"
-#include "assetconnector/host/kiln/Exceptions.h"
 
 #include <new>
 
 namespace AC {
 
-template <class Connector>
-Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> ConnectorFrame::Create(
-    ALD::IAssetLibraryDispatcher* dispatcher)
+/// Makes connectors, as the two exported factories promise.
+class ConnectorFactory
 {
-    auto* const connector = new (std::nothrow) Connector;
-    if (connector == nullptr)
-        throw Kiln::NullInterfaceException();
-    ConnectorFrame& frame = *connector;
-    frame.mBroker->SetObject(frame.GetRawPointer());
-    const auto local = frame.GetInterfaceRef();
-    frame.mDispatcher = dispatcher;
+public:
+    using Notifier = Ridge::IIngestLibraryNotifier;
 
-    frame.AddRef();
-    void* notifier = nullptr;
-    if (frame.QueryInterface(Ridge::IIngestLibraryNotifier::kInterfaceID, notifier) >= 0)
-        return Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier>::Adopt(
-            static_cast<Ridge::IIngestLibraryNotifier*>(notifier));
-    frame.Release();
-    return {};
-}
+    template <class Connector>
+    static Kiln::InterfaceRef<Notifier> Create(ALD::IAssetLibraryDispatcher* dispatcher)
+    {
+        return Finish(new (std::nothrow) Connector, dispatcher);
+    }
+
+private:
+    /// Binds the broker of a connector that listens already, and takes the caller's reference.
+    static Kiln::InterfaceRef<Notifier> Finish(ConnectorFrame* connector,
+                                               ALD::IAssetLibraryDispatcher* dispatcher);
+};
 
 }  // namespace AC

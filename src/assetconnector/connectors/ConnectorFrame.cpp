@@ -1,13 +1,13 @@
 #include "assetconnector/connectors/ConnectorFrame.h"
 
-#include "assetconnector/connectors/CallbackTable.h"
+#include "assetconnector/connectors/ConnectorTables.h"
 #include "assetconnector/connectors/EventCatalogue.h"
 #include "assetconnector/host/kiln/StationUtils.h"
 #include "assetconnector/host/ridge/TandemEvents.h"
 
 namespace AC {
 
-ConnectorFrame::ConnectorFrame(const CallbackTable& callbacks) : mCallbacks(callbacks) {}
+ConnectorFrame::ConnectorFrame(const ConnectorTables& tables) : mTables(tables) {}
 
 ConnectorFrame::~ConnectorFrame() = default;
 
@@ -58,11 +58,11 @@ void ConnectorFrame::SetDispatcher(ALD::IAssetLibraryDispatcher* dispatcher)
     mDispatcher = dispatcher;
 }
 
-void ConnectorFrame::Subscribe(std::initializer_list<ferrite::utility::ImmutableString> stations)
+void ConnectorFrame::Subscribe()
 {
     try {
-        for (const ferrite::utility::ImmutableString& station : stations)
-            Kiln::StationUtils::AddListener(station, this);
+        for (const StationName station : mTables.stations)
+            Kiln::StationUtils::AddListener(station(), this);
     } catch (...) {
         // Before the derived part goes: another thread may be inside a delivery by now.
         EndSubscriptions();
@@ -82,9 +82,12 @@ void ConnectorFrame::OnStationMessage(const Kiln::Message& message)
     }
 }
 
-const CallbackRow& ConnectorFrame::RowOf(Callback callback) const
+void ConnectorFrame::OnPanelRequest(const UTF16String& type, const UTF16String& data)
 {
-    return mCallbacks[static_cast<std::size_t>(callback)];
+    HandleRequest(mTables.requests, type, data,
+                  [dispatcher = Dispatcher()](const RequestRow& row, ACMessage& request) {
+                      row.handle({row, request, dispatcher});
+                  });
 }
 
 }  // namespace AC

@@ -2,25 +2,21 @@
 
 #include "assetconnector/connectors/IAssetConnectorPrivate.h"
 #include "assetconnector/host/Export.h"
-#include "assetconnector/host/ferrite/ImmutableString.h"
 #include "assetconnector/host/kiln/Listener.h"
 #include "assetconnector/host/kiln/ReferenceBroker.h"
 #include "assetconnector/host/ridge/IIngestLibraryNotifier.h"
 
-#include <array>
 #include <atomic>
-#include <initializer_list>
 
 namespace AC {
 
-enum class Callback;
-struct CallbackRow;
-
-using CallbackTable = std::array<CallbackRow, Ridge::kCallbackCount>;
+struct ConnectorTables;
+struct ImportXMPReport;
+struct ReadXMPReport;
 
 /// What both connectors are: counted objects that listen on stations, turn the callbacks of the ingest
 /// library into notifications and station messages, and hand panel requests on. A connector differs by its
-/// tables and by the two callbacks that are left open here.
+/// tables and by what it does with the two reports that are left open here. Made by the two factories alone.
 ///
 /// Threads: every operation may be called on any thread, several at once. A connector takes no lock: each
 /// call works on a record of its own. It may be destroyed from inside a call that it makes.
@@ -39,7 +35,7 @@ public:
     std::int32_t QueryInterface(const Guid& interfaceID, void*& out) override;
     KilnUnknown* GetRawPointer() override;
 
-    // Ridge::IIngestLibraryNotifier, but for OnImportXMPFinished and OnReadXMPFinished
+    // Ridge::IIngestLibraryNotifier
     void OnIngestStarted(const Guid& task) override;
     void OnIngestFinished(const Guid& task) override;
     void OnIngestCancelled(const Guid& task) override;
@@ -70,6 +66,15 @@ public:
     void OnXMPChanged(const Guid& task, const Guid& message, const Ridge::AssetMediaInfoList& infos) override;
     void OnMediaInfoChanged(const Guid& task, const Guid& message,
                             const Ridge::AssetMediaInfoList& infos) override;
+    void OnImportXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code, const Guid& batch,
+                             const Guid& taskItem, const Ridge::AssetMediaInfoList& infos,
+                             const Ridge::AssetItemList& items) override;
+    void OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                           const UTF16String& mediaPath, const Guid& mediaInfo,
+                           const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
+                           const UTF16String& createTime, const UTF16String& lastModifyTime,
+                           const Guid& batch, const Guid& taskItem, const Ridge::ErrorRecordList& errors,
+                           const Kiln::InterfaceRef<KilnUnknown>& requestContext) override;
     void OnRequestThumbnailStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
                                   const UTF16String& clipPath, const Guid& asset, tempora::TickTime startTime,
                                   const UTF16String& thumbPath, const Guid& batch,
@@ -95,31 +100,31 @@ public:
     void SetDispatcher(ALD::IAssetLibraryDispatcher* dispatcher) override;
 
 protected:
-    /// \param callbacks What this connector does for each callback; of static storage.
-    AC_LOCAL explicit ConnectorFrame(const CallbackTable& callbacks);
+    /// \param tables Of static storage.
+    AC_LOCAL explicit ConnectorFrame(const ConnectorTables& tables);
 
-    /// Subscribes to the stations in their order. The last statement of a connector's constructor: from then
+    /// Subscribes to the stations of the tables. The last statement of a connector's constructor: from then
     /// on messages arrive, on any thread. If a subscription fails, those before it are ended again.
-    AC_LOCAL void Subscribe(std::initializer_list<ferrite::utility::ImmutableString> stations);
-
-    void OnStationMessage(const Kiln::Message& message) override;
-
-    /// A panel raised a request. Read the dispatcher once; touch no member after calling it.
-    virtual void OnPanelRequest(const UTF16String& type, const UTF16String& data) = 0;
-
-    AC_LOCAL const CallbackRow& RowOf(Callback callback) const;
+    AC_LOCAL void Subscribe();
 
     ALD::IAssetLibraryDispatcher* Dispatcher() const noexcept { return mDispatcher.load(); }
 
-    /// Makes a connector as the two factories do. Defined in ConnectorFactory.h.
-    template <class Connector>
-    AC_LOCAL static Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> Create(
-        ALD::IAssetLibraryDispatcher* dispatcher);
-
 private:
+    friend class ConnectorFactory;
+
+    void OnStationMessage(const Kiln::Message& message) override;
+
+    /// A panel raised a request. Here it goes by the tables; a connector that gives its own requests more
+    /// than that overrides it. Reads the dispatcher once and touches no member after calling it.
+    virtual void OnPanelRequest(const UTF16String& type, const UTF16String& data);
+
+    /// Reports in the connector's own way.
+    virtual void Report(const ImportXMPReport& report) = 0;
+    virtual void Report(const ReadXMPReport& report) = 0;
+
+    const ConnectorTables& mTables;
     Kiln::SharedReferenceBroker mBroker;
     std::atomic<ALD::IAssetLibraryDispatcher*> mDispatcher{nullptr};
-    const CallbackTable& mCallbacks;
 };
 
 }  // namespace AC

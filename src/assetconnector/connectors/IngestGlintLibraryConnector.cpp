@@ -1,13 +1,11 @@
 #include "assetconnector/connectors/IngestGlintLibraryConnector.h"
 
-#include "assetconnector/connectors/CallbackTable.h"
+#include "assetconnector/connectors/CallbackReports.h"
 #include "assetconnector/connectors/ConnectorFactory.h"
+#include "assetconnector/connectors/ConnectorTables.h"
 #include "assetconnector/connectors/EventCatalogue.h"
-#include "assetconnector/connectors/HandledEvents.h"
 #include "assetconnector/connectors/LibraryRequests.h"
 #include "assetconnector/connectors/SendRoad.h"
-#include "assetconnector/host/kiln/PathUtils.h"
-#include "assetconnector/host/ridge/AssetMediaInfo.h"
 #include "assetconnector/host/ridge/SRProject.h"
 #include "assetconnector/host/ridge/Utilities.h"
 
@@ -61,6 +59,10 @@ constexpr CallbackTable kCallbacks{{
 }};
 static_assert(RowsAreInOrder(kCallbacks));
 
+constexpr StationName kStations[] = {Ridge::GetPlexaStationID};
+
+constexpr ConnectorTables kTables{kCallbacks, kLibraryRequests, Table<StationName>(kStations)};
+
 const UTF16String* NotificationOf(const CallbackRow& row, bool readFromDisk)
 {
     return readFromDisk ? row.notificationFromDisk : row.notification;
@@ -77,13 +79,13 @@ void RefreshProject(const UTF16String& mediaPath, const Ridge::XMPText& xmp)
 Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestGlintLibraryConnector(
     ALD::IAssetLibraryDispatcher* dispatcher)
 {
-    return IngestGlintLibraryConnector::Create<IngestGlintLibraryConnector>(dispatcher);
+    return ConnectorFactory::Create<IngestGlintLibraryConnector>(dispatcher);
 }
 
 IngestGlintLibraryConnector::IngestGlintLibraryConnector()
-    : ConnectorFrame(kCallbacks), mReadFromDisk(boost::make_shared<std::atomic<bool>>(false))
+    : ConnectorFrame(kTables), mReadFromDisk(boost::make_shared<std::atomic<bool>>(false))
 {
-    Subscribe({Ridge::GetPlexaStationID()});
+    Subscribe();
 }
 
 IngestGlintLibraryConnector::~IngestGlintLibraryConnector()
@@ -91,57 +93,50 @@ IngestGlintLibraryConnector::~IngestGlintLibraryConnector()
     EndSubscriptions();
 }
 
-void IngestGlintLibraryConnector::OnPanelRequest(const UTF16String& type, const UTF16String& data)
-{
-    HandleRequest(kLibraryRequests, type, data, Dispatcher(), mReadFromDisk);
-}
-
 bool IngestGlintLibraryConnector::Handles(const UTF16String& identifier)
 {
-    return HandlesEvent(kCallbacks, kLibraryRequests, identifier);
+    return HandlesEvent(kTables, identifier);
 }
 
-void IngestGlintLibraryConnector::OnImportXMPFinished(const Guid& task, const Guid& message,
-                                                      Ridge::ResultCode code, const Guid& batch,
-                                                      const Guid& taskItem,
-                                                      const Ridge::AssetMediaInfoList& infos,
-                                                      const Ridge::AssetItemList& items)
+void IngestGlintLibraryConnector::OnPanelRequest(const UTF16String& type, const UTF16String& data)
 {
-    const auto readFromDisk = mReadFromDisk;  // a call of the host may drop this connector
-    Report(
-        RowOf(Callback::OnImportXMPFinished), task, message,
-        [&](ACMessage& record) {
-            record.batchID = batch;
-            record.taskItemID = taskItem;
-            record.assetMediaInfoList = infos;
-            record.assetItemList = items;
-            record.result = code == 0 ? kACMessage_ResultOK : kACMessage_ResultFailure;
-        },
-        [&readFromDisk](const CallbackRow& row) { return NotificationOf(row, *readFromDisk); });
+    HandleRequest(
+        kTables.requests, type, data,
+        [dispatcher = Dispatcher(), readFromDisk = mReadFromDisk](const RequestRow& row, ACMessage& request) {
+            row.handle(LibraryRequestCall{{row, request, dispatcher}, *readFromDisk});
+        });
 }
 
-void IngestGlintLibraryConnector::OnReadXMPFinished(
-    const Guid& task, const Guid& message, Ridge::ResultCode code, const UTF16String& mediaPath,
-    const Guid& mediaInfo, const Ridge::CustomMetadata& /*metadata*/, const Ridge::XMPText& xmp,
-    const UTF16String& createTime, const UTF16String& lastModifyTime, const Guid& batch, const Guid& taskItem,
-    const Ridge::ErrorRecordList& /*errors*/, const Kiln::InterfaceRef<KilnUnknown>& /*requestContext*/)
+void IngestGlintLibraryConnector::Report(const ImportXMPReport& report)
 {
-    const auto readFromDisk = mReadFromDisk;  // as above
-    Report(
-        RowOf(Callback::OnReadXMPFinished), task, message,
-        [&](ACMessage& record) {
-            record.batchID = batch;
-            record.taskItemID = taskItem;
-            if (auto info = Ridge::AssetMediaInfo::CreateMasterClipMediaInfo(
-                    mediaInfo, mediaPath, Kiln::PathUtils::GetFilePart(mediaPath), xmp, UTF16String(),
-                    createTime, lastModifyTime, UTF16String()))
-                record.assetMediaInfoList.push_back(info);
-            record.result = code < 0 ? kACMessage_ResultFailure : kACMessage_ResultOK;
+    AC::Report(
+        RowOf(kTables, Callback::OnImportXMPFinished), report.task, report.message,
+        [&report](ACMessage& record) {
+            record.batchID = report.batch;
+            record.taskItemID = report.taskItem;
+            record.assetMediaInfoList = report.infos;
+            record.assetItemList = report.items;
+            record.result = report.code == 0 ? kACMessage_ResultOK : kACMessage_ResultFailure;
         },
-        [&](const CallbackRow& row) {
+        [readFromDisk = mReadFromDisk](const CallbackRow& row) {
+            return NotificationOf(row, *readFromDisk);
+        });
+}
+
+void IngestGlintLibraryConnector::Report(const ReadXMPReport& report)
+{
+    AC::Report(
+        RowOf(kTables, Callback::OnReadXMPFinished), report.task, report.message,
+        [&report](ACMessage& record) {
+            record.batchID = report.batch;
+            record.taskItemID = report.taskItem;
+            AppendMasterClip(report, UTF16String(), record);
+            record.result = report.code < 0 ? kACMessage_ResultFailure : kACMessage_ResultOK;
+        },
+        [readFromDisk = mReadFromDisk, &report](const CallbackRow& row) {
             const bool isFromDisk = *readFromDisk;
-            if (isFromDisk && code >= 0)
-                RefreshProject(mediaPath, xmp);
+            if (isFromDisk && report.code >= 0)
+                RefreshProject(report.mediaPath, report.xmp);
             return NotificationOf(row, isFromDisk);
         });
 }

@@ -2,6 +2,10 @@
 
 #include "assetconnector/connectors/ConnectorFrame.h"
 
+#include <boost/shared_ptr.hpp>
+
+#include <atomic>
+
 namespace AC {
 
 /// The connector of the library panel. Tells the panel of everything that happens to tasks and assets and
@@ -11,27 +15,17 @@ class AC_API IngestGlintLibraryConnector final : public ConnectorFrame
 public:
     ~IngestGlintLibraryConnector() override;
 
-    void OnImportXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code, const Guid& batch,
-                             const Guid& taskItem, const Ridge::AssetMediaInfoList& infos,
-                             const Ridge::AssetItemList& items) override;
-    void OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                           const UTF16String& mediaPath, const Guid& mediaInfo,
-                           const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
-                           const UTF16String& createTime, const UTF16String& lastModifyTime,
-                           const Guid& batch, const Guid& taskItem, const Ridge::ErrorRecordList& errors,
-                           const Kiln::InterfaceRef<KilnUnknown>& requestContext) override;
-
     /// \return Whether this connector acts on the request, or sends the notification, of the identifier.
     static bool Handles(const UTF16String& identifier);
 
 private:
-    friend class ConnectorFrame;
-    friend AC_API Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestGlintLibraryConnector(
-        ALD::IAssetLibraryDispatcher* dispatcher);
+    friend class ConnectorFactory;
 
     AC_LOCAL IngestGlintLibraryConnector();
 
     AC_LOCAL void OnPanelRequest(const UTF16String& type, const UTF16String& data) override;
+    AC_LOCAL void Report(const ImportXMPReport& report) override;
+    AC_LOCAL void Report(const ReadXMPReport& report) override;
 
     /// The last XMP request was ReadXMPFromDisk, not ImportXMP: chooses the notification of what is reported
     /// next. Read once per callback, when its record is filled. Shared with requests and callbacks under way,

@@ -1,4 +1,5 @@
-#include "assetconnector/connectors/MediaCollectionRequests.h"
+#include "assetconnector/connectors/IngestMedia.h"
+
 #include "assetconnector/connectors/SendRoad.h"
 #include "assetconnector/host/ferrite/ZString.h"
 #include "assetconnector/host/kiln/PathUtils.h"

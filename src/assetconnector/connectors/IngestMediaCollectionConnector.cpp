@@ -1,25 +1,30 @@
 #include "assetconnector/connectors/IngestMediaCollectionConnector.h"
 
-#include "assetconnector/connectors/CallbackTable.h"
+#include "assetconnector/connectors/CallbackReports.h"
 #include "assetconnector/connectors/ConnectorFactory.h"
+#include "assetconnector/connectors/ConnectorTables.h"
 #include "assetconnector/connectors/EventCatalogue.h"
-#include "assetconnector/connectors/HandledEvents.h"
 #include "assetconnector/connectors/MediaCollectionRequests.h"
 #include "assetconnector/connectors/SendRoad.h"
-#include "assetconnector/connectors/StationPosts.h"
+#include "assetconnector/connectors/StationMessages.h"
 #include "assetconnector/host/ferrite/ZString.h"
-#include "assetconnector/host/kiln/PathUtils.h"
-#include "assetconnector/host/ridge/AssetMediaInfo.h"
+#include "assetconnector/host/kiln/StationUtils.h"
 #include "assetconnector/host/ridge/Utilities.h"
 
 #include <boost/make_shared.hpp>
 
 namespace AC {
+namespace {
 
 const ferrite::utility::ImmutableString kMCAssetConnectorStation =
     ferrite::utility::ImmutableString::CreateStatic("AC.Station.MCAssetConnector");
 
-namespace {
+/// Posts a copy of the record, as a station message of that class, to the media collection's listeners.
+template <class Message>
+void Post(const ACMessage& message)
+{
+    Kiln::StationUtils::PostMessageToUIThread(kMCAssetConnectorStation, Message(message), true);
+}
 
 using C = Callback;
 using H = HeaderRule;
@@ -74,19 +79,23 @@ constexpr CallbackTable kCallbacks{{
 }};
 static_assert(RowsAreInOrder(kCallbacks));
 
+constexpr StationName kStations[] = {GetMCAssetConnectorStation, Ridge::GetPlexaStationID};
+
+constexpr ConnectorTables kTables{kCallbacks, kMediaCollectionRequests, Table<StationName>(kStations)};
+
 constexpr char16_t kUnknownImportError[] =
     u"$$$/Brisel/Libraries/MediaCollection/ImportXMPResultErrorMessage=An unknown error occurred during "
     u"import.";
 
-boost::shared_ptr<Ridge::ActionResult> FailedImport(const UTF16String& mediaPath,
-                                                    const Ridge::ErrorRecordList& errors)
+boost::shared_ptr<Ridge::ActionResult> FailedImport(const ReadXMPReport& report)
 {
     auto result = boost::make_shared<Ridge::ActionResult>();
     result->assetID = ferrite::utility::Guid::CreateUnique();
-    result->filePath = mediaPath;
+    result->filePath = report.mediaPath;
     result->result = Ridge::kFailure;
-    result->errorMessage = errors.empty() ? ferrite::config::Localizer::Get().Lookup(kUnknownImportError)
-                                          : errors.front().message;
+    result->errorMessage = report.errors.empty()
+                               ? ferrite::config::Localizer::Get().Lookup(kUnknownImportError)
+                               : report.errors.front().message;
     return result;
 }
 
@@ -95,7 +104,7 @@ boost::shared_ptr<Ridge::ActionResult> FailedImport(const UTF16String& mediaPath
 Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestMediaCollectionConnector(
     ALD::IAssetLibraryDispatcher* dispatcher)
 {
-    return IngestMediaCollectionConnector::Create<IngestMediaCollectionConnector>(dispatcher);
+    return ConnectorFactory::Create<IngestMediaCollectionConnector>(dispatcher);
 }
 
 ferrite::utility::ImmutableString GetMCAssetConnectorStation()
@@ -103,9 +112,9 @@ ferrite::utility::ImmutableString GetMCAssetConnectorStation()
     return kMCAssetConnectorStation;
 }
 
-IngestMediaCollectionConnector::IngestMediaCollectionConnector() : ConnectorFrame(kCallbacks)
+IngestMediaCollectionConnector::IngestMediaCollectionConnector() : ConnectorFrame(kTables)
 {
-    Subscribe({kMCAssetConnectorStation, Ridge::GetPlexaStationID()});
+    Subscribe();
 }
 
 IngestMediaCollectionConnector::~IngestMediaCollectionConnector()
@@ -113,57 +122,44 @@ IngestMediaCollectionConnector::~IngestMediaCollectionConnector()
     EndSubscriptions();
 }
 
-void IngestMediaCollectionConnector::OnPanelRequest(const UTF16String& type, const UTF16String& data)
-{
-    HandleRequest(kMediaCollectionRequests, type, data, Dispatcher());
-}
-
 bool IngestMediaCollectionConnector::Handles(const UTF16String& identifier)
 {
-    return HandlesEvent(kCallbacks, kMediaCollectionRequests, identifier);
+    return HandlesEvent(kTables, identifier);
 }
 
-void IngestMediaCollectionConnector::OnImportXMPFinished(const Guid& task, const Guid& message,
-                                                         Ridge::ResultCode code, const Guid& batch,
-                                                         const Guid& taskItem,
-                                                         const Ridge::AssetMediaInfoList& infos,
-                                                         const Ridge::AssetItemList& items)
+void IngestMediaCollectionConnector::Report(const ImportXMPReport& report)
 {
-    Report(RowOf(Callback::OnImportXMPFinished), task, message, [&](ACMessage& record) {
-        record.taskItemID = taskItem;
-        record.batchID = batch;
-        if (code != 0) {
-            record.result = kACMessage_ResultFailure;
-            return;
-        }
-        record.result = kACMessage_ResultOK;
-        record.assetMediaInfoList = infos;
-        record.assetItemList = items;
-    });
+    AC::Report(RowOf(kTables, Callback::OnImportXMPFinished), report.task, report.message,
+               [&report](ACMessage& record) {
+                   record.taskItemID = report.taskItem;
+                   record.batchID = report.batch;
+                   if (report.code != 0) {
+                       record.result = kACMessage_ResultFailure;
+                       return;
+                   }
+                   record.result = kACMessage_ResultOK;
+                   record.assetMediaInfoList = report.infos;
+                   record.assetItemList = report.items;
+               });
 }
 
-void IngestMediaCollectionConnector::OnReadXMPFinished(
-    const Guid& task, const Guid& message, Ridge::ResultCode code, const UTF16String& mediaPath,
-    const Guid& mediaInfo, const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
-    const UTF16String& createTime, const UTF16String& lastModifyTime, const Guid& batch, const Guid& taskItem,
-    const Ridge::ErrorRecordList& errors, const Kiln::InterfaceRef<KilnUnknown>& requestContext)
+void IngestMediaCollectionConnector::Report(const ReadXMPReport& report)
 {
-    Report(RowOf(Callback::OnReadXMPFinished), task, message, [&](ACMessage& record) {
-        record.taskItemID = taskItem;
-        record.batchID = batch;
-        record.requestContext = requestContext;
-        if (code < 0) {
-            record.actionResultList.push_back(FailedImport(mediaPath, errors));
-            record.result = kACMessage_ResultFailure;
-            return;
-        }
-        const UTF16String customMetadata = Ridge::Utilities::CreateCustomMetadataStr(metadata);
-        record.result = kACMessage_ResultOK;
-        if (auto info = Ridge::AssetMediaInfo::CreateMasterClipMediaInfo(
-                mediaInfo, mediaPath, Kiln::PathUtils::GetFilePart(mediaPath), xmp, customMetadata,
-                createTime, lastModifyTime, UTF16String()))
-            record.assetMediaInfoList.push_back(info);
-    });
+    AC::Report(RowOf(kTables, Callback::OnReadXMPFinished), report.task, report.message,
+               [&report](ACMessage& record) {
+                   record.taskItemID = report.taskItem;
+                   record.batchID = report.batch;
+                   record.requestContext = report.requestContext;
+                   if (report.code < 0) {
+                       record.actionResultList.push_back(FailedImport(report));
+                       record.result = kACMessage_ResultFailure;
+                       return;
+                   }
+                   const UTF16String customMetadata =
+                       Ridge::Utilities::CreateCustomMetadataStr(report.metadata);
+                   record.result = kACMessage_ResultOK;
+                   AppendMasterClip(report, customMetadata, record);
+               });
 }
 
 }  // namespace AC

@@ -14,27 +14,16 @@ class AC_API IngestMediaCollectionConnector final : public ConnectorFrame
 public:
     ~IngestMediaCollectionConnector() override;
 
-    void OnImportXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code, const Guid& batch,
-                             const Guid& taskItem, const Ridge::AssetMediaInfoList& infos,
-                             const Ridge::AssetItemList& items) override;
-    void OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                           const UTF16String& mediaPath, const Guid& mediaInfo,
-                           const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
-                           const UTF16String& createTime, const UTF16String& lastModifyTime,
-                           const Guid& batch, const Guid& taskItem, const Ridge::ErrorRecordList& errors,
-                           const Kiln::InterfaceRef<KilnUnknown>& requestContext) override;
-
     /// \return Whether this connector acts on the request, or sends the notification, of the identifier.
     static bool Handles(const UTF16String& identifier);
 
 private:
-    friend class ConnectorFrame;
-    friend AC_API Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> CreateIngestMediaCollectionConnector(
-        ALD::IAssetLibraryDispatcher* dispatcher);
+    friend class ConnectorFactory;
 
     AC_LOCAL IngestMediaCollectionConnector();
 
-    AC_LOCAL void OnPanelRequest(const UTF16String& type, const UTF16String& data) override;
+    AC_LOCAL void Report(const ImportXMPReport& report) override;
+    AC_LOCAL void Report(const ReadXMPReport& report) override;
 };
 
 /// Makes the media collection's connector, subscribed to its own station and then to the panel services

@@ -8,6 +8,12 @@ namespace {
 
 using ferrite::utility::Guid;
 
+/// The flag of the connector whose rows these are.
+std::atomic<bool>& ReadFromDiskOf(const RequestCall& call)
+{
+    return static_cast<const LibraryRequestCall&>(call).readFromDisk;
+}
+
 void ReadXMPFile(const RequestCall& call, const UTF16String& path, const Guid& asset)
 {
     const ACMessage& request = call.request;
@@ -20,7 +26,7 @@ void ImportXMP(const RequestCall& call)
 {
     if (call.request.fileList.empty())
         return;
-    *call.readFromDisk = false;
+    ReadFromDiskOf(call) = false;
     ReadXMPFile(call, call.request.fileList.front(), Guid::CreateUnique());
 }
 
@@ -29,7 +35,7 @@ void ReadXMPFromDisk(const RequestCall& call)
     if (call.request.assetMediaInfoList.empty())
         return;
     const Ridge::AssetMediaInfo& info = *call.request.assetMediaInfoList.front();
-    *call.readFromDisk = true;
+    ReadFromDiskOf(call) = true;
     ReadXMPFile(call, info.GetMediaPath(), info.GetAssetMediaInfoGUID());
 }
 
@@ -58,6 +64,6 @@ constexpr RequestRow kRows[] = {
 
 }  // namespace
 
-const RequestTable kLibraryRequests = TableOf(kRows);
+const Table<RequestRow> kLibraryRequests(kRows);
 
 }  // namespace AC

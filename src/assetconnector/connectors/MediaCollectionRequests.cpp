@@ -2,6 +2,7 @@
 
 #include "assetconnector/codec/ValueForms.h"
 #include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/connectors/IngestMedia.h"
 #include "assetconnector/connectors/SendRoad.h"
 #include "assetconnector/connectors/StationMessages.h"
 #include "assetconnector/host/kiln/StationUtils.h"
@@ -156,6 +157,6 @@ constexpr RequestRow kRows[] = {
 
 }  // namespace
 
-const RequestTable kMediaCollectionRequests = TableOf(kRows);
+const Table<RequestRow> kMediaCollectionRequests(kRows);
 
 }  // namespace AC

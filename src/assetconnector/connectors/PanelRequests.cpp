@@ -3,8 +3,6 @@
 #include "assetconnector/connectors/EventCatalogue.h"
 #include "assetconnector/connectors/SendRoad.h"
 
-#include <utility>
-
 namespace AC {
 namespace {
 
@@ -106,39 +104,31 @@ constexpr RequestRow kSharedRows[] = {
     {&kPlexaEventType_IsMontaneInstalled, Forward<PassOn<&Dispatcher::QueryMontaneInstalled>>},
     {&kPlexaEventType_SendTagTemplate, Forward<ApplyTagTemplate>},
 };
-constexpr RequestTable kSharedRequests = TableOf(kSharedRows);
+constexpr Table<RequestRow> kSharedRequests(kSharedRows);
 
 /// \return The first row that fits, in either table, or null.
 template <class Fits>
-const RequestRow* FindRow(const RequestTable& own, Fits fits)
+const RequestRow* FindRow(const Table<RequestRow>& own, Fits fits)
 {
-    for (const RequestTable& table : {own, kSharedRequests})
-        for (const RequestRow* row = table.begin; row != table.end; ++row)
-            if (fits(*row))
-                return row;
+    for (const Table<RequestRow>& table : {own, kSharedRequests})
+        for (const RequestRow& row : table)
+            if (fits(row))
+                return &row;
     return nullptr;
 }
 
 }  // namespace
 
-bool HandlesRequestOrReply(const RequestTable& own, const UTF16String& identifier)
+const RequestRow* FindRequest(const Table<RequestRow>& own, const UTF16String& type)
+{
+    return FindRow(own, [&type](const RequestRow& row) { return *row.identifier == type; });
+}
+
+bool HandlesRequestOrReply(const Table<RequestRow>& own, const UTF16String& identifier)
 {
     return FindRow(own, [&identifier](const RequestRow& row) {
                return *row.identifier == identifier || (row.reply != nullptr && *row.reply == identifier);
            }) != nullptr;
-}
-
-void HandleRequest(const RequestTable& own, const UTF16String& type, const UTF16String& data,
-                   ALD::IAssetLibraryDispatcher* dispatcher,
-                   boost::shared_ptr<std::atomic<bool>> readFromDisk)
-{
-    const RequestRow* const row =
-        FindRow(own, [&type](const RequestRow& candidate) { return *candidate.identifier == type; });
-    if (row == nullptr)
-        return;
-    ACMessage request;
-    if (row->decode(data, request))
-        row->handle({*row, request, dispatcher, std::move(readFromDisk)});
 }
 
 }  // namespace AC

@@ -1,13 +1,9 @@
 #pragma once
 
 #include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/connectors/Table.h"
 #include "assetconnector/host/ald/IAssetLibraryDispatcher.h"
 #include "assetconnector/message/ACMessage.h"
-
-#include <boost/shared_ptr.hpp>
-
-#include <atomic>
-#include <cstddef>
 
 /// Panel requests: tables from request to function, and the requests that both connectors handle alike.
 namespace AC {
@@ -18,9 +14,8 @@ struct RequestRow;
 struct RequestCall
 {
     const RequestRow& row;
-    ACMessage& request;                                 ///< As decoded; a handler may change it.
-    ALD::IAssetLibraryDispatcher* dispatcher;           ///< Null: nothing is forwarded.
-    boost::shared_ptr<std::atomic<bool>> readFromDisk;  ///< The library connector's; null for the other.
+    ACMessage& request;                        ///< As decoded; a handler may change it.
+    ALD::IAssetLibraryDispatcher* dispatcher;  ///< Null: nothing is forwarded.
 };
 
 struct RequestRow
@@ -32,26 +27,26 @@ struct RequestRow
     bool (*decode)(const UTF16String& xml, ACMessage& message) = &ACMessageDecoder::DecodeXMLString;
 };
 
-struct RequestTable
-{
-    const RequestRow* begin;
-    const RequestRow* end;
-};
-
-template <std::size_t N>
-constexpr RequestTable TableOf(const RequestRow (&rows)[N])
-{
-    return {rows, rows + N};
-}
+/// \return The connector's row of the request, its own before those that both connectors handle alike; null
+///         when there is none.
+const RequestRow* FindRequest(const Table<RequestRow>& own, const UTF16String& type);
 
 /// \return Whether the connector acts on this request or replies with this notification.
-bool HandlesRequestOrReply(const RequestTable& own, const UTF16String& identifier);
+bool HandlesRequestOrReply(const Table<RequestRow>& own, const UTF16String& identifier);
 
-/// Decodes the text and carries the request out. A type without a row is ignored, a text that does not decode
-/// is dropped. What is passed by value here outlives the connector, which the host may drop on the way.
-void HandleRequest(const RequestTable& own, const UTF16String& type, const UTF16String& data,
-                   ALD::IAssetLibraryDispatcher* dispatcher,
-                   boost::shared_ptr<std::atomic<bool>> readFromDisk = {});
+/// Decodes the text and carries the request out with run(row, request). A type without a row is ignored, a
+/// text that does not decode is dropped. The function owns what it needs: the host may drop the connector on
+/// the way.
+template <class Run>
+void HandleRequest(const Table<RequestRow>& own, const UTF16String& type, const UTF16String& data, Run run)
+{
+    const RequestRow* const row = FindRequest(own, type);
+    if (row == nullptr)
+        return;
+    ACMessage request;
+    if (row->decode(data, request))
+        run(*row, request);
+}
 
 /// The handler that passes the request on with forward(dispatcher, request).
 template <void (*forward)(ALD::IAssetLibraryDispatcher&, const ACMessage&)>

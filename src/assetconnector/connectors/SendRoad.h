@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assetconnector/connectors/CallbackTable.h"
+#include "assetconnector/message/ACMessage.h"
 
 #include <string>
 

@@ -1,6 +1,9 @@
-// The callbacks that both connectors fill alike. Each connector's table says what becomes of the record.
+// The callbacks. Both connectors fill all but two alike; each connector's table says what becomes of the
+// record.
 
-#include "assetconnector/connectors/CallbackTable.h"
+#include "assetconnector/connectors/CallbackReports.h"
+#include "assetconnector/connectors/ConnectorFrame.h"
+#include "assetconnector/connectors/ConnectorTables.h"
 #include "assetconnector/connectors/SendRoad.h"
 #include "assetconnector/message/ResultNames.h"
 
@@ -55,27 +58,27 @@ auto FillTransferResults(Ridge::ResultCode code, const Ridge::TransferResultList
 
 void ConnectorFrame::OnIngestStarted(const Guid& task)
 {
-    Report(RowOf(Callback::OnIngestStarted), task, kNone, FillNothing);
+    AC::Report(RowOf(mTables, Callback::OnIngestStarted), task, kNone, FillNothing);
 }
 
 void ConnectorFrame::OnIngestFinished(const Guid& task)
 {
-    Report(RowOf(Callback::OnIngestFinished), task, kNone, FillNothing);
+    AC::Report(RowOf(mTables, Callback::OnIngestFinished), task, kNone, FillNothing);
 }
 
 void ConnectorFrame::OnIngestCancelled(const Guid& task)
 {
-    Report(RowOf(Callback::OnIngestCancelled), task, kNone, FillNothing);
+    AC::Report(RowOf(mTables, Callback::OnIngestCancelled), task, kNone, FillNothing);
 }
 
 void ConnectorFrame::OnIngestPaused(const Ridge::GuidList& tasks)
 {
-    Report(RowOf(Callback::OnIngestPaused), kNone, kNone, FillTasks(tasks));
+    AC::Report(RowOf(mTables, Callback::OnIngestPaused), kNone, kNone, FillTasks(tasks));
 }
 
 void ConnectorFrame::OnIngestResumed(const Ridge::GuidList& tasks)
 {
-    Report(RowOf(Callback::OnIngestResumed), kNone, kNone, FillTasks(tasks));
+    AC::Report(RowOf(mTables, Callback::OnIngestResumed), kNone, kNone, FillTasks(tasks));
 }
 
 void ConnectorFrame::OnIngestItemsReady(const Guid& task, const Guid& batch, const Guid& taskItem,
@@ -84,7 +87,7 @@ void ConnectorFrame::OnIngestItemsReady(const Guid& task, const Guid& batch, con
 {
     if (items.empty())
         return;
-    Report(RowOf(Callback::OnIngestItemsReady), task, kNone, [&](ACMessage& record) {
+    AC::Report(RowOf(mTables, Callback::OnIngestItemsReady), task, kNone, [&](ACMessage& record) {
         record.taskItemID = taskItem;
         record.batchID = batch;
         record.ingestItemList = items;
@@ -98,7 +101,7 @@ void ConnectorFrame::OnBackupItemsReady(const Guid& task, const Guid& batch,
 {
     if (items.empty())
         return;
-    Report(RowOf(Callback::OnBackupItemsReady), task, kNone, [&](ACMessage& record) {
+    AC::Report(RowOf(mTables, Callback::OnBackupItemsReady), task, kNone, [&](ACMessage& record) {
         record.batchID = batch;
         record.ingestItemList = items;
         record.customMetadata = metadata;
@@ -109,7 +112,7 @@ void ConnectorFrame::OnIngestBatchStarted(const Guid& task, const Guid& batch, c
 {
     if (batch.IsZero())
         return;
-    Report(RowOf(Callback::OnIngestBatchStarted), task, kNone, [&](ACMessage& record) {
+    AC::Report(RowOf(mTables, Callback::OnIngestBatchStarted), task, kNone, [&](ACMessage& record) {
         record.batchID = batch;
         record.targetBin = targetBin;
     });
@@ -119,44 +122,46 @@ void ConnectorFrame::OnIngestBatchFinished(const Guid& task, const Guid& batch)
 {
     if (batch.IsZero())
         return;
-    Report(RowOf(Callback::OnIngestBatchFinished), task, kNone,
-           [&batch](ACMessage& record) { record.batchID = batch; });
+    AC::Report(RowOf(mTables, Callback::OnIngestBatchFinished), task, kNone,
+               [&batch](ACMessage& record) { record.batchID = batch; });
 }
 
 void ConnectorFrame::OnInitMiniMetadata(const Guid& task, const Guid& message,
                                         const Ridge::IngestItemList& items)
 {
-    Report(RowOf(Callback::OnInitMiniMetadata), task, message,
-           [&items](ACMessage& record) { record.ingestItemList = items; });
+    AC::Report(RowOf(mTables, Callback::OnInitMiniMetadata), task, message,
+               [&items](ACMessage& record) { record.ingestItemList = items; });
 }
 
 void ConnectorFrame::OnTranscodeStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
                                        const UTF16String& error, const UTF16String& outputPath)
 {
-    Report(RowOf(Callback::OnTranscodeStatus), task, message, FillConversion(code, error, outputPath));
+    AC::Report(RowOf(mTables, Callback::OnTranscodeStatus), task, message,
+               FillConversion(code, error, outputPath));
 }
 
 void ConnectorFrame::OnConcatenationStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
                                            const UTF16String& error, const UTF16String& outputPath)
 {
-    Report(RowOf(Callback::OnConcatenationStatus), task, message, FillConversion(code, error, outputPath));
+    AC::Report(RowOf(mTables, Callback::OnConcatenationStatus), task, message,
+               FillConversion(code, error, outputPath));
 }
 
 void ConnectorFrame::OnTranscodeProgress(const Guid& task, const Guid& message, std::int32_t percentage)
 {
-    Report(RowOf(Callback::OnTranscodeProgress), task, message, FillPercentage(percentage));
+    AC::Report(RowOf(mTables, Callback::OnTranscodeProgress), task, message, FillPercentage(percentage));
 }
 
 void ConnectorFrame::OnConcatenationProgress(const Guid& task, const Guid& message, std::int32_t percentage)
 {
-    Report(RowOf(Callback::OnConcatenationProgress), task, message, FillPercentage(percentage));
+    AC::Report(RowOf(mTables, Callback::OnConcatenationProgress), task, message, FillPercentage(percentage));
 }
 
 void ConnectorFrame::OnSaveAsset(const Guid& task, const Guid& message,
                                  const Ridge::AssetMediaInfoList& infos,
                                  const boost::shared_ptr<Ridge::AssetItem>& item, bool saveFlag)
 {
-    Report(RowOf(Callback::OnSaveAsset), task, message, [&](ACMessage& record) {
+    AC::Report(RowOf(mTables, Callback::OnSaveAsset), task, message, [&](ACMessage& record) {
         record.assetMediaInfoList = infos;
         if (item)
             record.assetItemList.push_back(item);
@@ -168,7 +173,7 @@ void ConnectorFrame::OnTriggerSaveAssetStatus(const Guid& task, const Guid& mess
                                               const UTF16String& error,
                                               const Ridge::AssetMediaInfoList& infos)
 {
-    Report(RowOf(Callback::OnTriggerSaveAssetStatus), task, message, [&](ACMessage& record) {
+    AC::Report(RowOf(mTables, Callback::OnTriggerSaveAssetStatus), task, message, [&](ACMessage& record) {
         record.result = NameOfSign(code);
         if (code < 0)
             record.errorInfo = error;
@@ -181,7 +186,7 @@ void ConnectorFrame::OnFileChanged(const Guid& task, const Guid& message,
                                    const boost::shared_ptr<Ridge::AssetMediaInfo>& info,
                                    Ridge::ResultCode code)
 {
-    Report(RowOf(Callback::OnFileChanged), task, message, [&](ACMessage& record) {
+    AC::Report(RowOf(mTables, Callback::OnFileChanged), task, message, [&](ACMessage& record) {
         record.result = ResultName(code);
         if (info)
             record.assetMediaInfoList.push_back(info);
@@ -190,20 +195,40 @@ void ConnectorFrame::OnFileChanged(const Guid& task, const Guid& message,
 
 void ConnectorFrame::OnFileOffLine(const Guid& task, const Guid& message, const Ridge::PathList& paths)
 {
-    Report(RowOf(Callback::OnFileOffLine), task, message,
-           [&paths](ACMessage& record) { record.fileList = paths; });
+    AC::Report(RowOf(mTables, Callback::OnFileOffLine), task, message,
+               [&paths](ACMessage& record) { record.fileList = paths; });
 }
 
 void ConnectorFrame::OnXMPChanged(const Guid& task, const Guid& message,
                                   const Ridge::AssetMediaInfoList& infos)
 {
-    Report(RowOf(Callback::OnXMPChanged), task, message, FillMediaInfos(infos));
+    AC::Report(RowOf(mTables, Callback::OnXMPChanged), task, message, FillMediaInfos(infos));
 }
 
 void ConnectorFrame::OnMediaInfoChanged(const Guid& task, const Guid& message,
                                         const Ridge::AssetMediaInfoList& infos)
 {
-    Report(RowOf(Callback::OnMediaInfoChanged), task, message, FillMediaInfos(infos));
+    AC::Report(RowOf(mTables, Callback::OnMediaInfoChanged), task, message, FillMediaInfos(infos));
+}
+
+void ConnectorFrame::OnImportXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                         const Guid& batch, const Guid& taskItem,
+                                         const Ridge::AssetMediaInfoList& infos,
+                                         const Ridge::AssetItemList& items)
+{
+    Report(ImportXMPReport{task, message, code, batch, taskItem, infos, items});
+}
+
+void ConnectorFrame::OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                       const UTF16String& mediaPath, const Guid& mediaInfo,
+                                       const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
+                                       const UTF16String& createTime, const UTF16String& lastModifyTime,
+                                       const Guid& batch, const Guid& taskItem,
+                                       const Ridge::ErrorRecordList& errors,
+                                       const Kiln::InterfaceRef<KilnUnknown>& requestContext)
+{
+    Report(ReadXMPReport{task, message, code, mediaPath, mediaInfo, metadata, xmp, createTime, lastModifyTime,
+                         batch, taskItem, errors, requestContext});
 }
 
 void ConnectorFrame::OnRequestThumbnailStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
@@ -211,7 +236,7 @@ void ConnectorFrame::OnRequestThumbnailStatus(const Guid& task, const Guid& mess
                                               tempora::TickTime startTime, const UTF16String& thumbPath,
                                               const Guid& batch, const Guid& taskItem)
 {
-    Report(RowOf(Callback::OnRequestThumbnailStatus), task, message, [&](ACMessage& record) {
+    AC::Report(RowOf(mTables, Callback::OnRequestThumbnailStatus), task, message, [&](ACMessage& record) {
         record.thumbnailRequest = {asset, clipPath, code < 0 ? UTF16String() : thumbPath, startTime};
         record.batchID = batch;
         record.taskItemID = taskItem;
@@ -221,25 +246,25 @@ void ConnectorFrame::OnRequestThumbnailStatus(const Guid& task, const Guid& mess
 
 void ConnectorFrame::OnTransferProgress(const Guid& task, const Guid& message, std::int32_t percentage)
 {
-    Report(RowOf(Callback::OnTransferProgress), task, message, FillPercentage(percentage));
+    AC::Report(RowOf(mTables, Callback::OnTransferProgress), task, message, FillPercentage(percentage));
 }
 
 void ConnectorFrame::OnTransferStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
                                       const Ridge::TransferResultList& results)
 {
-    Report(RowOf(Callback::OnTransferStatus), task, message, FillTransferResults(code, results));
+    AC::Report(RowOf(mTables, Callback::OnTransferStatus), task, message, FillTransferResults(code, results));
 }
 
 void ConnectorFrame::OnRenameStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
                                     const Ridge::TransferResultList& results)
 {
-    Report(RowOf(Callback::OnRenameStatus), task, message, FillTransferResults(code, results));
+    AC::Report(RowOf(mTables, Callback::OnRenameStatus), task, message, FillTransferResults(code, results));
 }
 
 void ConnectorFrame::OnGetMediaPropertyInfoStatus(const Guid& task, const Guid& message,
                                                   Ridge::ResultCode code, const MediaPropertyInfo& info)
 {
-    Report(RowOf(Callback::OnGetMediaPropertyInfoStatus), task, message, [&](ACMessage& record) {
+    AC::Report(RowOf(mTables, Callback::OnGetMediaPropertyInfoStatus), task, message, [&](ACMessage& record) {
         record.result = NameOfSign(code);
         record.mediaPropertyInfo = info;
     });
@@ -247,13 +272,13 @@ void ConnectorFrame::OnGetMediaPropertyInfoStatus(const Guid& task, const Guid& 
 
 void ConnectorFrame::OnGetTargetBinPath(const Guid& task, const Guid& message)
 {
-    Report(RowOf(Callback::OnGetTargetBinPath), task, message, FillNothing);
+    AC::Report(RowOf(mTables, Callback::OnGetTargetBinPath), task, message, FillNothing);
 }
 
 void ConnectorFrame::OnXMPFileTimeChanged(const Guid& task, const Guid& message, Ridge::ResultCode code,
                                           const Ridge::ActionResultList& results)
 {
-    Report(RowOf(Callback::OnXMPFileTimeChanged), task, message, [&](ACMessage& record) {
+    AC::Report(RowOf(mTables, Callback::OnXMPFileTimeChanged), task, message, [&](ACMessage& record) {
         record.actionResultList = results;
         record.result = ResultName(code);
     });

@@ -1,0 +1,16 @@
+#include "assetconnector/connectors/ConnectorAccess.h"
+
+#include "assetconnector/connectors/ConnectorFrame.h"
+
+namespace AC {
+
+std::optional<Kiln::SharedReferenceBroker> BrokerOf(
+    const Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier>& reference)
+{
+    auto* const connector = dynamic_cast<ConnectorFrame*>(reference.Get());
+    if (connector == nullptr)
+        return std::nullopt;
+    return connector->GetReferenceBroker();
+}
+
+}  // namespace AC
