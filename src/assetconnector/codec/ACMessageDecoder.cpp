@@ -1,12 +1,14 @@
 #include "assetconnector/codec/ACMessageDecoder.h"
 
-#include "assetconnector/codec/Assets.h"
+#include "assetconnector/codec/AssetItems.h"
+#include "assetconnector/codec/AssetMediaInfos.h"
 #include "assetconnector/codec/DynamicColumns.h"
 #include "assetconnector/codec/ElementReader.h"
 #include "assetconnector/codec/Metadata.h"
+#include "assetconnector/codec/Scalars.h"
+#include "assetconnector/codec/SingleAssets.h"
 #include "assetconnector/codec/TasksAndResults.h"
 #include "assetconnector/codec/Transfers.h"
-#include "assetconnector/codec/ValueForms.h"
 #include "assetconnector/xml/XMLUtilities.h"
 
 namespace AC {
@@ -46,59 +48,6 @@ constexpr Section kSections[] = {
     {kTagTemplateInfoList, ReadTagTemplateInfoList},
 };
 
-void ReadIdentifier(const ElementReader& root, Name element, ferrite::utility::Guid& target)
-{
-    const UTF16String id = root.ChildAttribute(element, kID);
-    if (!id.empty())
-        target = GuidOf(id);
-}
-
-/// A missing element counts as false.
-std::int32_t ReadFlag(const ElementReader& root, Name element)
-{
-    bool flag = false;
-    root.GetChildFlag(element, flag);
-    return flag ? kACMessage_True : kACMessage_False;
-}
-
-/// Sets an option to 1 when the element says "Overwrite".
-void ReadOverwrite(const ElementReader& root, Name element, std::int32_t& option)
-{
-    if (EqualsIgnoringCase(root.ChildText(element), u"Overwrite"))
-        option = 1;
-}
-
-void ReadHeader(const ElementReader& root, ACMessageHeader& header)
-{
-    UTF16String browserID = root.ChildAttribute(kBrowserID, kID);
-    if (!browserID.empty())
-        header.browserID = std::move(browserID);
-    ReadIdentifier(root, kMsgID, header.msgID);
-    ReadIdentifier(root, kTaskID, header.taskID);
-}
-
-void ReadScalars(const ElementReader& root, ACMessage& message)
-{
-    GetAttributeText(root.FindChildElement(kFilePath), kPath, message.filePath);
-    root.GetChildText(kErrorInfo, message.errorInfo);
-    root.GetChildText(kFileContent, message.fileContent);
-    message.deleteOnDisk = ReadFlag(root, kDeleteOnDisk);
-    root.GetChildText(kResult, message.result);
-    ReadIdentifier(root, kTaskItemID, message.taskItemID);
-    ReadIdentifier(root, kBatchID, message.batchID);
-    root.GetChildInt(kPercentage, message.percentage);
-    message.allowExit = ReadFlag(root, kAllowExit);
-    ReadOverwrite(root, kTransferOption, message.transferOption);
-    message.transferType = EqualsIgnoringCase(root.ChildText(kTransferType), u"ftp") ? 1 : 0;
-    GetAttributeText(root.FindChildElement(kTargetBin), kID, message.targetBin);
-    root.GetChildText(kPresetPath, message.presetPath);
-    GetAttributeText(root.FindChildElement(kOutputDirectory), kPath, message.outputDirectory);
-    root.GetChildText(kOutputFileName, message.outputFileName);
-    message.outputXMP = true;
-    root.GetChildBool(kOutputXMP, message.outputXMP);
-    ReadOverwrite(root, kTagTemplateOption, message.tagTemplateOption);
-}
-
 }  // namespace
 
 bool ACMessageDecoder::DecodeXMLString(const UTF16String& xml, ACMessage& message)
@@ -118,10 +67,8 @@ bool ACMessageDecoder::DecodeXMLString(const UTF16String& xml, ACMessage& messag
         return false;
 
     const ElementReader root(element);
-    ReadHeader(root, message.header);
-    // Before the asset lists, whose readers go by them.
-    message.mediaUseLocalFile = ReadFlag(root, kMediaUseLocalFile);
-    message.roughCutUseLocalFile = ReadFlag(root, kRoughCutUseLocalFile);
+    ReadHeader(root, message);
+    ReadLocalFileFlags(root, message);  // before the asset lists, whose readers go by them
     for (const Section& section : kSections)
         if (const DOMElement* const found = root.FindChildElement(section.element))
             section.read(found, message);

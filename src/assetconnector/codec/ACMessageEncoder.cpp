@@ -1,8 +1,11 @@
 #include "assetconnector/codec/ACMessageEncoder.h"
 
-#include "assetconnector/codec/Assets.h"
+#include "assetconnector/codec/AssetItems.h"
+#include "assetconnector/codec/AssetMediaInfos.h"
 #include "assetconnector/codec/ElementWriter.h"
 #include "assetconnector/codec/Metadata.h"
+#include "assetconnector/codec/Scalars.h"
+#include "assetconnector/codec/SingleAssets.h"
 #include "assetconnector/codec/TasksAndResults.h"
 #include "assetconnector/codec/Transfers.h"
 #include "assetconnector/xml/DomWriter.h"
@@ -12,37 +15,6 @@
 
 namespace AC {
 namespace {
-
-using namespace Vocabulary;
-
-void EncodeHeader(const ACMessage& message, const ElementWriter& root)
-{
-    root.Attribute(kBrowserID, kID, message.header.browserID);
-    root.Guid(kMsgID, message.header.msgID);
-    root.Guid(kTaskID, message.header.taskID);
-}
-
-void EncodeScalars(const ACMessage& message, const ElementWriter& root)
-{
-    root.Attribute(kFilePath, kPath, message.filePath);
-    root.Text(kClipFormat, message.clipFormat);
-    root.NonZeroGuid(kTaskItemID, message.taskItemID);
-    root.NonZeroGuid(kBatchID, message.batchID);
-    root.Text(kErrorInfo, message.errorInfo);
-    root.Text(kFileContent, message.fileContent);
-    root.TriState(kDeleteOnDisk, message.deleteOnDisk);
-    root.TriState(kMediaUseLocalFile, message.mediaUseLocalFile);
-    root.TriState(kRoughCutUseLocalFile, message.roughCutUseLocalFile);
-    root.Text(kResult, message.result);
-    if (message.percentage != kACMessage_Undefine)
-        root.Integer(kPercentage, message.percentage);
-    root.TriState(kAllowExit, message.allowExit);
-    root.Attribute(kHost, kID, message.host);
-    root.Attribute(kTargetBin, kID, message.targetBin);
-    root.Attribute(kOutputFilePath, kPath, message.outputFilePath);
-    root.Text(kCurrentWorkMode, message.currentWorkMode);
-    root.TriState(kInstalled, message.installed);
-}
 
 /// What appends to the root, in this order.
 constexpr void (*kSections[])(const ACMessage& message, const ElementWriter& root) = {

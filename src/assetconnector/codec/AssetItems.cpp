@@ -1,4 +1,5 @@
-#include "assetconnector/codec/Assets.h"
+#include "assetconnector/codec/AssetItems.h"
+
 #include "assetconnector/codec/ElementReader.h"
 #include "assetconnector/codec/ElementWriter.h"
 #include "assetconnector/codec/ItemOrder.h"

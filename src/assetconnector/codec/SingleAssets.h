@@ -4,17 +4,11 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
-/// Media infos, asset items and what else speaks of single assets: readers of the section elements of a
-/// request, writers of those of a notification.
+/// What else speaks of single assets: readers of the section elements of a request, writers of
+/// those of a notification.
 namespace AC {
 
 class ElementWriter;
-
-void ReadAssetMediaInfoList(const xercesc::DOMElement* section, ACMessage& message);
-void EncodeAssetMediaInfoList(const ACMessage& message, const ElementWriter& root);
-
-void ReadAssetItemList(const xercesc::DOMElement* section, ACMessage& message);
-void EncodeAssetItemList(const ACMessage& message, const ElementWriter& root);
 
 void ReadThumbnailRequest(const xercesc::DOMElement* section, ACMessage& message);
 void EncodeThumbnailRequest(const ACMessage& message, const ElementWriter& root);
