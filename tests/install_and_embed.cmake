@@ -9,12 +9,31 @@ function(run)
     set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-set(work ${BUILD}/embedding)
+# Builds a project in a folder of its own against the installed package.
+function(build_with_package folder)
+    run(${CMAKE_COMMAND} -S ${folder} -B ${folder}/build -G Ninja -DCMAKE_BUILD_TYPE=Release
+        -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_PREFIX_PATH=${work}/installed)
+    run(${CMAKE_COMMAND} --build ${folder}/build)
+endfunction()
+
+set(work ${BUILD}/installation)
 file(REMOVE_RECURSE ${work})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${work}/installed)
-run(${CMAKE_COMMAND} -S ${SOURCE}/examples/embedding -B ${work}/build -G Ninja -DCMAKE_BUILD_TYPE=Release
-    -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_PREFIX_PATH=${work}/installed)
-run(${CMAKE_COMMAND} --build ${work}/build)
+file(COPY ${SOURCE}/examples/embedding DESTINATION ${work})
+build_with_package(${work}/embedding)
+
+# What the README shows.
+file(READ ${SOURCE}/README.md readme)
+string(REGEX MATCH "```cpp\n([^`]*)```" found "${readme}")
+file(WRITE ${work}/readme/main.cpp "${CMAKE_MATCH_1}")
+file(WRITE ${work}/readme/CMakeLists.txt "cmake_minimum_required(VERSION 3.21)
+project(Host LANGUAGES CXX)
+find_package(AssetConnector REQUIRED)
+add_executable(host main.cpp)
+target_link_libraries(host PRIVATE AssetConnector::reference_host AssetConnector::assetconnector)
+")
+build_with_package(${work}/readme)
+run(${work}/readme/build/host)
 
 # Each installed header compiles alone, with a second inclusion of itself.
 file(GLOB_RECURSE headers RELATIVE ${work}/installed/include/asset-connector
@@ -31,9 +50,7 @@ add_library(headers OBJECT \${sources})
 target_link_libraries(headers PRIVATE AssetConnector::reference_host AssetConnector::assetconnector)
 target_compile_options(headers PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fsyntax-only)
 ")
-run(${CMAKE_COMMAND} -S ${work}/headers -B ${work}/headers/build -G Ninja -DCMAKE_CXX_COMPILER=${COMPILER}
-    -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_PREFIX_PATH=${work}/installed)
-run(${CMAKE_COMMAND} --build ${work}/headers/build)
+build_with_package(${work}/headers)
 
 # The same by pkg-config, from the installed tree alone.
 find_program(pkg_config pkg-config)
@@ -49,7 +66,7 @@ if(pkg_config)
     run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${libraries} ${work}/events)
 endif()
 
-run(${work}/build/embedding)
+run(${work}/embedding/build/embedding)
 foreach(expected "show the ingest dialog for \"Interviews\"" "OpenIngestDialogStatus" "StartIngest"
         "component: ingest started")
     if(NOT output MATCHES "${expected}")

@@ -12,7 +12,7 @@ namespace ALD {
 /// the thread that delivers the panel event, several at once. References are valid during the call only. The
 /// host answers later, through the callbacks of Ridge::IIngestLibraryNotifier, with the same task and
 /// message. What an operation throws travels to the host's messaging. The order of the operations crosses the
-/// binary boundary and must not change.
+/// binary boundary and must not change, nor does the interface grow within a version.
 class IAssetLibraryDispatcher
 {
 public:
