@@ -51,18 +51,18 @@ class ClassWatcherTrackable
 {
 };
 
-/// Gives the heap objects of class T, made by `new`, memory of the host's allocator.
+/// Gives the heap objects of class T, a final one, memory of the host's allocator.
 template <class T>
 class Allocated
 {
 public:
     /// \throws std::bad_alloc when the host has no memory.
     static void* operator new(std::size_t size) { return Allocator::AllocateOrThrow(size); }
-    static void operator delete(void* memory, std::size_t size) { Allocator::Dispose(memory, size); }
+    static void operator delete(void* memory) { Allocator::Dispose(memory, sizeof(T)); }
 
     // Arrays would go elsewhere, and their ends here.
     static void* operator new[](std::size_t size) = delete;
-    static void operator delete[](void* memory, std::size_t size) = delete;
+    static void operator delete[](void* memory) = delete;
 };
 
 /// The class of the heap copies that Clone makes.
