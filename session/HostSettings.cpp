@@ -105,13 +105,34 @@ Setting ReadCreateFails(const Json& json, SimulatedHost& host)
     };
 }
 
-Setting ReadThrows(const Json& json, SimulatedHost& host)
+/// Reads names of operations. \throws FormatError for one that is not accepted.
+template <class Accepts>
+std::set<std::string> ReadOperations(const Json& json, Accepts accepts)
 {
     auto operations = ValueReader::Read<std::set<std::string>>(json);
     for (const std::string& name : operations)
-        if (FindHostOperation(name) == nullptr && FindDispatcherOperation(name) == nullptr)
+        if (!accepts(name))
             throw FormatError("unknown operation \"" + name + '"');
-    return [&host, operations] { host.GetRecorder().SetThrowing(operations); };
+    return operations;
+}
+
+Setting ReadThrows(const Json& json, SimulatedHost& host)
+{
+    const auto canThrow = [](const std::string& name) {
+        return FindHostOperation(name) != nullptr || FindDispatcherOperation(name) != nullptr;
+    };
+    return
+        [&host, operations = ReadOperations(json, canThrow)] { host.GetRecorder().SetThrowing(operations); };
+}
+
+Setting ReadQuiet(const Json& json, SimulatedHost& host)
+{
+    const auto isHostCall = [](const std::string& name) {
+        const Operation* const row = FindHostOperation(name);
+        return row != nullptr && row->isHostCall;
+    };
+    return
+        [&host, operations = ReadOperations(json, isHostCall)] { host.GetRecorder().SetQuiet(operations); };
 }
 
 struct Key
@@ -125,6 +146,7 @@ constexpr Key kKeys[] = {
     {"xmpCache", &ReadXMPCache},   {"project", &ReadProject},
     {"xmpPaths", &ReadXMPPaths},   {"guids", &ReadGuids},
     {"throws", &ReadThrows},       {"createFails", &ReadCreateFails},
+    {"quiet", &ReadQuiet},
 };
 
 }  // namespace

@@ -31,6 +31,9 @@ public:
     /// \param operations From now on these throw, and no others.
     void SetThrowing(std::set<std::string> operations) { mThrowing = std::move(operations); }
 
+    /// \param hostCalls From now on these give no effect, and no others.
+    void SetQuiet(std::set<std::string> hostCalls) { mQuiet = std::move(hostCalls); }
+
     /// The connector that ends next is this one, and its end is an effect.
     void ExpectEnd(std::string_view connector) { mEnding = connector; }
 
@@ -43,7 +46,7 @@ public:
         const Operation* const row = FindHostOperation(operation);
         if (row == nullptr)
             return;
-        if (row->isHostCall)
+        if (row->isHostCall && mQuiet.count(operation) == 0)
             Record({{"hostCall", operation}, {"args", mWriter.WriteArguments(arguments...)}});
         ThrowIfAsked(operation);
     }
@@ -88,6 +91,7 @@ private:
     ValueWriter mWriter;
     Sink mSink;
     std::set<std::string> mThrowing;
+    std::set<std::string> mQuiet;
     std::string_view mEnding;
 };
 

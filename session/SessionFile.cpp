@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <iterator>
 #include <string_view>
 
@@ -55,6 +56,22 @@ void CheckEffect(const EffectRow& row, const Json& json)
     effect.Finish();
 }
 
+/// What a recorder adds to a line: when, in microseconds since it began, and on which thread. Neither played
+/// nor compared.
+constexpr const char* kStamps[] = {"us", "thread"};
+
+/// Takes them out of the line. \throws FormatError
+void DropStamps(Json& line)
+{
+    for (const char* const stamp : kStamps) {
+        const auto found = line.find(stamp);
+        if (found == line.end())
+            continue;
+        Within(stamp, [&found] { ValueReader::Read<std::uint64_t>(*found); });
+        line.erase(found);
+    }
+}
+
 /// \return Whether there is another line.
 bool ReadLine(std::istream& file, Line& line)
 {
@@ -76,6 +93,7 @@ void PlayLine(const Line& line, Player& player, Observer& observer)
         return;
     Json json = ParseJson(line.text);
     ValueReader::RequireObject(json);
+    DropStamps(json);
     if (const EffectRow* const row = EffectIn(json)) {
         CheckEffect(*row, json);
         return observer.OnExpected(line, json);
