@@ -56,6 +56,8 @@ void Player::Play(const BoundCall& input)
 {
     try {
         input.run();
+    } catch (const FormatError&) {
+        throw;  // of whoever takes the effects
     } catch (const std::exception& exception) {
         mRecorder.RecordException(exception.what());
     } catch (const xercesc::DOMException& exception) {

@@ -26,6 +26,7 @@ public:
     BoundCall Read(const Json& line);
 
     /// Plays it. An exception that reaches the caller of the library becomes an effect.
+    /// \throws FormatError when the sink refuses an effect.
     void Play(const BoundCall& input);
 
     /// How the effects are written.

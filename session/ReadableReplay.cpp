@@ -1,9 +1,11 @@
 #include "session/ReadableReplay.h"
 
 #include "session/ConnectorKinds.h"
+#include "session/FormatError.h"
 #include "session/NotificationText.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Session {
@@ -42,6 +44,25 @@ std::string TextOf(const AnyJson& object, const char* member)
                                                                  : std::string();
 }
 
+template <class Rows, class Test>
+auto FindRow(const Rows& rows, Test test) -> decltype(std::begin(rows))
+{
+    const auto found =
+        std::find_if(std::begin(rows), std::end(rows), [&test](const auto& row) { return test(row.key); });
+    return found == std::end(rows) ? nullptr : found;
+}
+
+/// \throws FormatError when there is no row.
+template <class Row>
+const Row& Require(const Row* row, const std::string& complaint)
+{
+    if (row == nullptr)
+        throw FormatError(complaint);
+    return *row;
+}
+
+const ValueWriter kReadable(Style::kReadable);
+
 }  // namespace
 
 void ReadableReplay::OnComment(const Line& line)
@@ -54,53 +75,37 @@ void ReadableReplay::OnComment(const Line& line)
     mOutline.Put(Colour::kBold, line.text.substr(begin, end - std::min(begin, end))).EndLine();
 }
 
+const ReadableReplay::InputRow ReadableReplay::kInputs[] = {
+    {"create", &ReadableReplay::ShowCreate},     {"release", &ReadableReplay::ShowRelease},
+    {"register", &ReadableReplay::ShowRegister}, {"panel", &ReadableReplay::ShowPanel},
+    {"station", &ReadableReplay::ShowStation},   {"callback", &ReadableReplay::ShowCallback},
+    {"host", &ReadableReplay::ShowHost},         {"ui", &ReadableReplay::ShowUI},
+    {"call", &ReadableReplay::ShowCall},
+};
+
+const ReadableReplay::EffectRow ReadableReplay::kEffects[] = {
+    {"dispatcher", &ReadableReplay::ShowDispatcher},
+    {"notification", &ReadableReplay::ShowNotification},
+    {"post", &ReadableReplay::ShowPost},
+    {"deliver", &ReadableReplay::ShowDeliver},
+    {"hostCall", &ReadableReplay::ShowHostCall},
+    {"destroyed", &ReadableReplay::ShowDestroyed},
+    {"exception", &ReadableReplay::ShowException},
+};
+
 void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const BoundCall& input)
 {
     EndInput();
     mAfterComment = false;
     mOutline.EndLine();
     mIndent = kInputIndent;
-    mSilence = "nothing happens";
-    mCreating = TextOf(json, "create");
+    mSilence = mQuiet ? "nothing is shown" : "nothing happens";
+    mCreating.clear();
     mSpeaker = Connectors();
-    const ValueWriter writer(Style::kReadable);
-    if (json.contains("create")) {
-        Sentence(Colour::kBlue, "host creates the " + TitleOf(mCreating));
-        mAlive.insert(mCreating);
-        mSpeaker = TitleOf(mCreating);
-    } else if (json.contains("release")) {
-        Sentence(Colour::kBlue, "host drops the " + TitleOf(TextOf(json, "release")));
-    } else if (json.contains("register")) {
-        mSpeaker = kLibrary;
-        Sentence(Colour::kBlue, json["register"] ? "host asks for the panels' requests"
-                                                 : "host no longer wants the panels' requests");
-    } else if (json.contains("panel")) {
-        Heading(Colour::kCyan, "panel", mSpeaker, ShortName(TextOf(json, "panel")));
-        mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(json["data"]));
-        mSilence = "nothing happens: the request is not registered, or no connector acts on it";
-    } else if (json.contains("station")) {
-        Heading(Colour::kCyan, "host", "station " + TextOf(json, "station"), TextOf(json, "message"));
-        if (json.contains("data")) {
-            mOutline.PutLines(mIndent, Colour::kCyan, ShortName(TextOf(json, "type")));
-            mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(json["data"]));
-        }
-    } else if (json.contains("callback")) {
-        const std::string name = TextOf(json, "callback");
-        mSpeaker = TitleOf(TextOf(json, "to"));
-        Heading(Colour::kGreen, "ingest library", mSpeaker, name);
-        Arguments(FindCallback(name)->labels, input.arguments(writer));
-    } else if (json.contains("host")) {
-        mSilence.clear();
-        Sentence(Colour::kBlue, "host from here on");
-        mOutline.PutValue(mIndent, OrderedJson::parse(DumpJson(json["host"])));
-    } else if (json.contains("ui")) {
-        Sentence(Colour::kBlue, "user-interface thread delivers what was posted");
-    } else {
-        const std::string name = TextOf(json, "call");
-        mSpeaker = kLibrary;
-        Heading(Colour::kBlue, "host", mSpeaker, name);
-        Arguments(FindExportedFunction(name)->labels, input.arguments(writer));
-    }
+    const InputRow& row =
+        Require(FindRow(kInputs, [&json](std::string_view key) { return json.contains(key); }),
+                "this input has no form for people");
+    (this->*row.show)(json, input);
     mIndent = kEffectIndent;
 }
 
@@ -109,30 +114,120 @@ void ReadableReplay::OnEffect(OrderedJson& effect)
     mSilence.clear();
     if (ExtendsRun(TextOf(effect, "hostCall")))
         return;
-    const std::string subject = effect.front().get<std::string>();
-    if (effect.contains("dispatcher")) {
-        Heading(Colour::kYellow, mSpeaker, "dispatcher", subject);
-        Arguments(FindDispatcherOperation(subject)->labels, std::move(effect["args"]));
-    } else if (effect.contains("notification")) {
-        Heading(Colour::kMagenta, mSpeaker, "panel", ShortName(subject));
-        mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(effect["data"]));
-    } else if (effect.contains("post")) {
-        Heading(Colour::kCyan, mSpeaker + " posts", "station " + TextOf(effect, "station"),
-                subject + (effect["flag"] ? ", flagged" : ""));
-        mOutline.PutValue(mIndent, effect["payload"]);
-    } else if (effect.contains("deliver")) {
-        Heading(Colour::kCyan, "user-interface thread", "station " + TextOf(effect, "station"),
-                subject + ", as posted");
-    } else if (effect.contains("hostCall")) {
-        Heading(Colour::kBlue, mSpeaker, "host", subject);
-        Arguments(FindHostOperation(subject)->labels, std::move(effect["args"]));
-    } else if (effect.contains("destroyed")) {
-        mAlive.erase(subject);
-        Sentence(Colour::kBlue, "the " + TitleOf(subject) + " is gone");
-    } else {
-        mAlive.erase(mCreating);
-        Sentence(Colour::kRed, "exception: " + subject);
+    const std::string& kind = effect.begin().key();
+    const EffectRow& row = Require(FindRow(kEffects, [&kind](std::string_view key) { return key == kind; }),
+                                   "this effect has no form for people: " + kind);
+    (this->*row.show)(effect.front().get<std::string>(), effect);
+}
+
+void ReadableReplay::ShowCreate(const Json& json, const BoundCall& /*input*/)
+{
+    mCreating = TextOf(json, "create");
+    mSpeaker = TitleOf(mCreating);
+    mAlive.insert(mCreating);
+    Sentence(Colour::kBlue, "host creates the " + mSpeaker);
+}
+
+void ReadableReplay::ShowRelease(const Json& json, const BoundCall& /*input*/)
+{
+    Sentence(Colour::kBlue, "host drops the " + TitleOf(TextOf(json, "release")));
+}
+
+void ReadableReplay::ShowRegister(const Json& json, const BoundCall& /*input*/)
+{
+    mSpeaker = kLibrary;
+    Sentence(Colour::kBlue, json["register"] ? "host asks for the panels' requests"
+                                             : "host no longer wants the panels' requests");
+}
+
+void ReadableReplay::ShowPanel(const Json& json, const BoundCall& /*input*/)
+{
+    Heading(Colour::kCyan, "panel", mSpeaker, ShortName(TextOf(json, "panel")));
+    mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(json["data"]));
+    mSilence += ": the request is not registered, or no connector acts on it";
+}
+
+void ReadableReplay::ShowStation(const Json& json, const BoundCall& /*input*/)
+{
+    Heading(Colour::kCyan, "host", "station " + TextOf(json, "station"), TextOf(json, "message"));
+    if (json.contains("data")) {
+        mOutline.PutLines(mIndent, Colour::kCyan, ShortName(TextOf(json, "type")));
+        mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(json["data"]));
     }
+}
+
+void ReadableReplay::ShowCallback(const Json& json, const BoundCall& input)
+{
+    const std::string name = TextOf(json, "callback");
+    mSpeaker = TitleOf(TextOf(json, "to"));
+    Heading(Colour::kGreen, "ingest library", mSpeaker, name);
+    Arguments(name, FindCallback(name), input.arguments(kReadable));
+}
+
+void ReadableReplay::ShowHost(const Json& json, const BoundCall& /*input*/)
+{
+    mSilence.clear();
+    const Json& host = json["host"];
+    if (const auto quiet = host.find("quiet"); quiet != host.end())
+        mQuiet = !quiet->empty();
+    Sentence(Colour::kBlue, "host from here on");
+    mOutline.PutValue(mIndent, OrderedJson::parse(DumpJson(host)));
+}
+
+void ReadableReplay::ShowUI(const Json& /*json*/, const BoundCall& /*input*/)
+{
+    Sentence(Colour::kBlue, "user-interface thread delivers what was posted");
+}
+
+void ReadableReplay::ShowCall(const Json& json, const BoundCall& input)
+{
+    const std::string name = TextOf(json, "call");
+    mSpeaker = kLibrary;
+    Heading(Colour::kBlue, "host", mSpeaker, name);
+    Arguments(name, FindExportedFunction(name), input.arguments(kReadable));
+}
+
+void ReadableReplay::ShowDispatcher(const std::string& operation, OrderedJson& effect)
+{
+    Heading(Colour::kYellow, mSpeaker, "dispatcher", operation);
+    Arguments(operation, FindDispatcherOperation(operation), std::move(effect["args"]));
+}
+
+void ReadableReplay::ShowNotification(const std::string& identifier, OrderedJson& effect)
+{
+    Heading(Colour::kMagenta, mSpeaker, "panel", ShortName(identifier));
+    mOutline.PutLines(mIndent, Colour::kNone, IndentedXML(effect["data"]));
+}
+
+void ReadableReplay::ShowPost(const std::string& message, OrderedJson& effect)
+{
+    Heading(Colour::kCyan, mSpeaker + " posts", "station " + TextOf(effect, "station"),
+            message + (effect["flag"] ? ", flagged" : ""));
+    mOutline.PutValue(mIndent, effect["payload"]);
+}
+
+void ReadableReplay::ShowDeliver(const std::string& message, OrderedJson& effect)
+{
+    Heading(Colour::kCyan, "user-interface thread", "station " + TextOf(effect, "station"),
+            message + ", as posted");
+}
+
+void ReadableReplay::ShowHostCall(const std::string& operation, OrderedJson& effect)
+{
+    Heading(Colour::kBlue, mSpeaker, "host", operation);
+    Arguments(operation, FindHostOperation(operation), std::move(effect["args"]));
+}
+
+void ReadableReplay::ShowDestroyed(const std::string& connector, OrderedJson& /*effect*/)
+{
+    mAlive.erase(connector);
+    Sentence(Colour::kBlue, "the " + TitleOf(connector) + " is gone");
+}
+
+void ReadableReplay::ShowException(const std::string& what, OrderedJson& /*effect*/)
+{
+    mAlive.erase(mCreating);
+    Sentence(Colour::kRed, "exception: " + what);
 }
 
 void ReadableReplay::Heading(Colour colour, const std::string& from, const std::string& to,
@@ -151,8 +246,12 @@ void ReadableReplay::Sentence(Colour colour, const std::string& text)
     mOutline.Put(Colour::kNone, std::string(mIndent - kInputIndent, ' ')).Put(colour, text).EndLine();
 }
 
-void ReadableReplay::Arguments(const Labels& labels, OrderedJson arguments)
+template <class Row>
+void ReadableReplay::Arguments(const std::string& name, const Row* row, OrderedJson arguments)
 {
+    const Labels& labels = Require(row, name + " is not an operation that session files know").labels;
+    if (arguments.size() != labels.count)
+        throw FormatError("the arguments of " + name + " have no names");
     OrderedJson labelled = OrderedJson::object();
     for (std::size_t i = 0; i < arguments.size(); ++i)
         labelled[std::string(labels.texts[i])] = std::move(arguments[i]);

@@ -5,6 +5,7 @@
 #include "reference_host/Forwarders.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "reference_host/Marker.h"
+#include "tests/support/ForwardedOperations.h"
 #include "tests/support/SessionInputs.h"
 
 #include <xercesc/dom/DOMException.hpp>
@@ -121,7 +122,10 @@ TEST_F(ThrowingHost, EndsTheCallAndNothingElse)
         AC::SaveAssetMessage(record).CreateStationCallback(AC::GetMCAssetConnectorStation())();
     });
     std::cerr << failures << " calls of " << tried.size() << " operations threw\n";
-    EXPECT_EQ(tried.size(), 50U) << "operations of host and dispatcher";
+    std::set<std::string> operations = ForwardedOperations("Forwarders.h").all;
+    operations.merge(ForwardedOperations("ForwardingDispatcher.h").all);
+    operations.erase("Kiln::Listener::EndSubscriptions");  // must not throw
+    EXPECT_EQ(tried, operations);
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 #include "assetconnector/message/RidgeRecords.h"
 #include "reference_host/Forwarders.h"
 #include "reference_host/ForwardingDispatcher.h"
+#include "session/Operations.h"
+#include "tests/support/ForwardedOperations.h"
 #include "tests/support/HostTest.h"
 
 #include <set>
@@ -33,6 +35,21 @@ void CallWithDefaults(Service& service, Result (Service::*call)(Parameters...))
 {
     std::tuple<std::decay_t<Parameters>...> arguments;
     std::apply([&](auto&... argument) { static_cast<void>((service.*call)(argument...)); }, arguments);
+}
+
+/// A forwarder without its row in the tables of session files would be played without an effect, or could not
+/// be shown.
+TEST(Forwarders, HaveRowsForSessionFiles)
+{
+    const std::set<std::string> deliveries = {"Kiln::StationUtils::BroadcastMessage",
+                                              "Kiln::Listener::EndSubscriptions"};
+    const ForwardedOperations host("Forwarders.h");
+    for (const std::string& name : host.actions)
+        EXPECT_EQ(Session::FindHostOperation(name) == nullptr, deliveries.count(name) != 0) << name;
+    const ForwardedOperations dispatcher("ForwardingDispatcher.h");
+    EXPECT_EQ(dispatcher.actions.size(), ALD::kOperationCount);
+    for (const std::string& name : dispatcher.actions)
+        EXPECT_NE(Session::FindDispatcherOperation(name), nullptr) << name;
 }
 
 /// Calls every operation through two forwarders, one behind the other: when an operation passed on another

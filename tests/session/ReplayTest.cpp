@@ -1,5 +1,7 @@
+#include "assetconnector/connectors/EventCatalogue.h"
 #include "session/NotificationText.h"
 #include "session/PlainReplay.h"
+#include "session/Player.h"
 #include "session/ReadableReplay.h"
 #include "session/SessionCheck.h"
 #include "tests/support/SmallStack.h"
@@ -64,6 +66,11 @@ TEST(ReplayTest, BadLinesEndTheReplayBehindTheLinesBeforeThem)
          "unknown function \"ACUtils::GetResultString\""},
         {R"({"host": {"throws": ["Kiln::StationUtils::BroadcastMessage"]}})",
          "throws: unknown operation \"Kiln::StationUtils::BroadcastMessage\""},
+        {R"({"host": {"quiet": ["Kiln::StationUtils::PostMessageToUIThread"]}})",
+         "quiet: unknown operation \"Kiln::StationUtils::PostMessageToUIThread\""},
+        {R"({"us": 1, "thread": 0})", "neither an input nor an effect"},
+        {R"({"ui": true, "us": -1})", "us: the integer is out of range"},
+        {R"({"ui": true, "thread": "main"})", "thread: expected an integer"},
         {R"({"host": {"paths": {"/a": "disk"}}})",
          "paths: \"/a\": expected \"file\", \"folder\" or \"missing\""},
         {R"({"host": {"browserID": "b", "disk": 1}})", "unknown key \"disk\""},
@@ -83,6 +90,17 @@ TEST(ReplayTest, InputsAreEchoedAndTheRestIsSkipped)
                      "{\"hostCall\": [1.5, {\"a\": 1, \"a\": 2}], \"odd\": 1}\n{\"deliver\": 1e999}\n" +
                      echoed.substr(25)),
               echoed.substr(0, 25) + kSubscribed + echoed.substr(25) + "\n{\"destroyed\":\"library\"}\n");
+}
+
+TEST(ReplayTest, QuietHostCallsHappen)
+{
+    const std::string quiet = R"({"host": {"throws": ["Kiln::StationUtils::AddListener"], )"
+                              R"("quiet": ["Kiln::StationUtils::AddListener"]}})"
+                              "\n";
+    const std::string thrown = "{\"exception\":\"Kiln::StationUtils::AddListener failed\"}\n";
+    const std::string loud = "{\"host\": {\"quiet\": []}}\n";
+    EXPECT_EQ(Replay(quiet + kCreate + loud + kCreate),
+              quiet + kCreate + thrown + loud + kCreate + kSubscribed + thrown);
 }
 
 TEST(ReplayTest, WhatThrowsIsRecordedAndHasNoOtherEffect)
@@ -116,6 +134,8 @@ TEST(ReplayTest, CheckFindsTheFirstDifference)
         bool hasExpected, hasActual;
     } kCases[] = {
         {kCreate + kSubscribed + kStart + "# not an effect\n" + started, 0, false, false},
+        {R"({"create": "library", "us": 18446744073709551615})" + ("\n" + kSubscribed), 0, false, false},
+        {kCreate + R"({"thread": 2, "us": 3, )" + kSubscribed.substr(1), 0, false, false},
         {kCreate + kSubscribed + kStart + otherID, 4, true, true},
         {kCreate + kSubscribed + kStart + started + started, 5, true, false},
         {kCreate + kSubscribed + kStart, 3, false, true},
@@ -215,9 +235,24 @@ TEST(ReplayTest, PeopleSeeEveryHostCallButRegistrationsInARow)
 {"host": {"paths": {"/0": "file"}}}
 {"panel": "com.velmo.browser.event.IngestMedia", "data": "<a><ingestMediaItemList><ingestMediaItem src='/0'/><ingestMediaItem src='1'/><ingestMediaItem src='2'/><ingestMediaItem src='3'/><ingestMediaItem src='4'/></ingestMediaItemList></a>"}
 )");
-    EXPECT_NE(seen.find("\n        … and 41 more\n"), std::string::npos);
+    EXPECT_NE(seen.find("\n        … and " + std::to_string(AC::kRequestCount - 3) + " more\n"),
+              std::string::npos);
     EXPECT_NE(seen.find("Ingestion of 4 failed"), std::string::npos);
     EXPECT_EQ(seen.find("more\n"), seen.rfind("more\n"));
+}
+
+TEST(ReplayTest, PeopleSeeNoOperationWithoutARow)
+{
+    std::ostringstream output;
+    Session::ReadableReplay readable(output, false);
+    for (const char* const effect : {R"({"dispatcher": "Forgotten", "args": []})", R"({"forgotten": "x"})",
+                                     R"({"dispatcher": "RefuseExit", "args": [1, 2]})"}) {
+        auto json = Session::OrderedJson::parse(effect);
+        EXPECT_THROW(readable.OnEffect(json), Session::FormatError) << effect;
+    }
+    EXPECT_THROW(readable.OnInput({}, {{"forgotten", 1}}, {}), Session::FormatError);
+    Session::Player player(Style::kReadable, [](auto& /*effect*/) { throw Session::FormatError("refused"); });
+    EXPECT_THROW(player.Play(player.Read(Session::ParseJson(kCreate))), Session::FormatError);
 }
 
 TEST(ReplayTest, PeopleAreToldThatNothingHappens)
@@ -226,6 +261,11 @@ TEST(ReplayTest, PeopleAreToldThatNothingHappens)
         Readable(kCreate + R"({"panel": "x", "data": "<a/>"})" + "\n" + kStart + "{\"ui\": true}\n");
     EXPECT_NE(seen.find("<a/>\n    nothing happens: the request is not registered"), std::string::npos);
     EXPECT_EQ(seen.find("nothing happens\n"), seen.rfind("nothing"));  // the callback had an effect
+    EXPECT_NE(
+        Readable(
+            "{\"host\": {\"quiet\": [\"PlexaManager::AddTandemEventListener\"]}}\n{\"register\": true}\n")
+            .find("requests\n    nothing is shown\n"),
+        std::string::npos);
 }
 
 }  // namespace
