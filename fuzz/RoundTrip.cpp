@@ -7,7 +7,6 @@
 #include "assetconnector/host/loft/Utilities.h"
 #include "assetconnector/message/Comparison.h"
 #include "fuzz/FuzzHost.h"
-#include "tests/support/BothWays.h"
 #include "tests/support/DecodedForm.h"
 
 #include <xercesc/util/XMLChar.hpp>
@@ -69,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(AC::ACMessageDecoder::DecodeXMLString(again, third));
     Require(AC::Comparison::Same(second, third));
     AC::Description::ForEachMember<AC::ACMessage>([&](const auto& row) {
-        if (kBothWays.count(row.name) == 1 && !MayChange(row.name, first))
+        if (row.carried == AC::Description::Carried::kBoth && !MayChange(row.name, first))
             Require(AC::Comparison::Same(first.*row.member, second.*row.member));
     });
     return 0;

@@ -23,7 +23,7 @@ struct MarkerForm
 template <>
 struct AC::Description::Members<Session::MarkerForm>
 {
-    static constexpr auto kRows = std::make_tuple(Row("propertyXML", &Session::MarkerForm::propertyXML));
+    static constexpr auto kRows = std::make_tuple(Neither("propertyXML", &Session::MarkerForm::propertyXML));
 };
 
 namespace Session {

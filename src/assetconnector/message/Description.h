@@ -4,78 +4,23 @@
 #include "assetconnector/host/ridge/AssetMediaInfo.h"
 #include "assetconnector/host/ridge/ErrorRecord.h"
 #include "assetconnector/message/ACMessage.h"
+#include "assetconnector/message/MemberRows.h"
 
 #include <cstddef>
 #include <tuple>
-#include <type_traits>
+#include <utility>
 
 /// The description of every record: its members with their names, in their order. Session files in both
-/// directions, comparison and random tests follow from it; a new member of a record needs one line here.
+/// directions, comparison and tests in both directions follow from it; a new member of a record needs one
+/// line here.
 namespace AC::Description {
-
-template <class Record, class Member>
-struct MemberRow
-{
-    using Type = Member;
-
-    const char* name;
-    Member Record::*member;
-};
-
-template <class Record, class Member>
-constexpr MemberRow<Record, Member> Row(const char* name, Member Record::*member)
-{
-    return {name, member};
-}
-
-/// Specialised for each record: a tuple kRows of MemberRow.
-template <class Record>
-struct Members;
-
-template <class Record, class = void>
-struct IsDescribed : std::false_type
-{
-};
-template <class Record>
-struct IsDescribed<Record, std::void_t<decltype(Members<Record>::kRows)>> : std::true_type
-{
-};
-
-/// \return The size of a struct of exactly the described members, in their order.
-template <class Record>
-constexpr std::size_t SizeOfMembers()
-{
-    std::size_t size = 0;
-    std::size_t alignment = 1;
-    const auto place = [&](std::size_t memberSize, std::size_t memberAlignment) {
-        size = (size + memberAlignment - 1) / memberAlignment * memberAlignment + memberSize;
-        alignment = memberAlignment > alignment ? memberAlignment : alignment;
-    };
-    std::apply(
-        [&](const auto&... row) {
-            (place(sizeof(typename std::decay_t<decltype(row)>::Type),
-                   alignof(typename std::decay_t<decltype(row)>::Type)),
-             ...);
-        },
-        Members<Record>::kRows);
-    return (size + alignment - 1) / alignment * alignment;
-}
-
-/// Calls visit(row) for each member of the record, in order. A member without a row does not compile, unless
-/// it is small enough to hide between others.
-template <class Record, class Visit>
-void ForEachMember(Visit&& visit)
-{
-    static_assert(SizeOfMembers<Record>() == sizeof(Record), "a member has no row, or rows are out of order");
-    std::apply([&visit](const auto&... row) { (visit(row), ...); }, Members<Record>::kRows);
-}
 
 template <>
 struct Members<ACMessageHeader>
 {
     using R = ACMessageHeader;
-    static constexpr auto kRows =
-        std::make_tuple(Row("browserID", &R::browserID), Row("taskID", &R::taskID), Row("msgID", &R::msgID));
+    static constexpr auto kRows = std::make_tuple(Both("browserID", &R::browserID),
+                                                  Both("taskID", &R::taskID), Both("msgID", &R::msgID));
 };
 
 template <>
@@ -83,8 +28,8 @@ struct Members<ThumbnailRequest>
 {
     using R = ThumbnailRequest;
     static constexpr auto kRows =
-        std::make_tuple(Row("assetID", &R::assetID), Row("clipPath", &R::clipPath),
-                        Row("thumbPath", &R::thumbPath), Row("startTime", &R::startTime));
+        std::make_tuple(Both("assetID", &R::assetID), Both("clipPath", &R::clipPath),
+                        Both("thumbPath", &R::thumbPath), Both("startTime", &R::startTime));
 };
 
 template <>
@@ -92,8 +37,8 @@ struct Members<EventInfo>
 {
     using R = EventInfo;
     static constexpr auto kRows =
-        std::make_tuple(Row("eventType", &R::eventType), Row("eventString", &R::eventString),
-                        Row("showMessage", &R::showMessage));
+        std::make_tuple(In("eventType", &R::eventType), In("eventString", &R::eventString),
+                        In("showMessage", &R::showMessage));
 };
 
 template <>
@@ -101,15 +46,15 @@ struct Members<FtpSetting>
 {
     using R = FtpSetting;
     static constexpr auto kRows =
-        std::make_tuple(Row("ftpServerName", &R::ftpServerName), Row("ftpPort", &R::ftpPort),
-                        Row("ftpUserName", &R::ftpUserName), Row("ftpPassword", &R::ftpPassword));
+        std::make_tuple(In("ftpServerName", &R::ftpServerName), In("ftpPort", &R::ftpPort),
+                        In("ftpUserName", &R::ftpUserName), In("ftpPassword", &R::ftpPassword));
 };
 
 template <>
 struct Members<RenameItem>
 {
     using R = RenameItem;
-    static constexpr auto kRows = std::make_tuple(Row("src", &R::src), Row("newName", &R::newName));
+    static constexpr auto kRows = std::make_tuple(In("src", &R::src), In("newName", &R::newName));
 };
 
 template <>
@@ -117,8 +62,8 @@ struct Members<IngestMediaSettings>
 {
     using R = IngestMediaSettings;
     static constexpr auto kRows = std::make_tuple(
-        Row("items", &R::items), Row("isCopy", &R::isCopy), Row("copyToFolder", &R::copyToFolder),
-        Row("isVerify", &R::isVerify), Row("verifyMode", &R::verifyMode));
+        In("items", &R::items), In("isCopy", &R::isCopy), In("copyToFolder", &R::copyToFolder),
+        In("isVerify", &R::isVerify), In("verifyMode", &R::verifyMode));
 };
 
 template <>
@@ -126,8 +71,8 @@ struct Members<MediaPropertyInfo>
 {
     using R = MediaPropertyInfo;
     static constexpr auto kRows = std::make_tuple(
-        Row("assetID", &R::assetID), Row("filePath", &R::filePath), Row("frameRate", &R::frameRate),
-        Row("startTime", &R::startTime), Row("duration", &R::duration));
+        Both("assetID", &R::assetID), Both("filePath", &R::filePath), Both("frameRate", &R::frameRate),
+        Both("startTime", &R::startTime), Both("duration", &R::duration));
 };
 
 template <>
@@ -135,7 +80,7 @@ struct Members<ExportResultInfo>
 {
     using R = ExportResultInfo;
     static constexpr auto kRows =
-        std::make_tuple(Row("projectFile", &R::projectFile), Row("projectType", &R::projectType));
+        std::make_tuple(Out("projectFile", &R::projectFile), Out("projectType", &R::projectType));
 };
 
 template <>
@@ -143,7 +88,7 @@ struct Members<TagTemplateResult>
 {
     using R = TagTemplateResult;
     static constexpr auto kRows =
-        std::make_tuple(Row("tagTemplateInfoID", &R::tagTemplateInfoID), Row("result", &R::result));
+        std::make_tuple(Out("tagTemplateInfoID", &R::tagTemplateInfoID), Out("result", &R::result));
 };
 
 template <>
@@ -151,8 +96,8 @@ struct Members<SubClipInfo>
 {
     using R = SubClipInfo;
     static constexpr auto kRows =
-        std::make_tuple(Row("frameRate", &R::frameRate), Row("startTime", &R::startTime),
-                        Row("duration", &R::duration), Row("markerID", &R::markerID));
+        std::make_tuple(Out("frameRate", &R::frameRate), Out("startTime", &R::startTime),
+                        Out("duration", &R::duration), Out("markerID", &R::markerID));
 };
 
 template <>
@@ -160,34 +105,35 @@ struct Members<SelectedItemInfo>
 {
     using R = SelectedItemInfo;
     static constexpr auto kRows =
-        std::make_tuple(Row("filePath", &R::filePath), Row("aliasName", &R::aliasName), Row("type", &R::type),
-                        Row("extraMediaPath", &R::extraMediaPath), Row("subClipInfo", &R::subClipInfo),
-                        Row("assetID", &R::assetID));
+        std::make_tuple(Out("filePath", &R::filePath), Out("aliasName", &R::aliasName), Out("type", &R::type),
+                        Out("extraMediaPath", &R::extraMediaPath), Out("subClipInfo", &R::subClipInfo),
+                        Out("assetID", &R::assetID));
 };
 
 template <>
-struct Members<MarkerInfo>
+struct Members<MarkerInfo>  // the rate is the one at which the host writes the marker
 {
     using R = MarkerInfo;
-    static constexpr auto kRows = std::make_tuple(Row("ownerClipPath", &R::ownerClipPath),
-                                                  Row("frameRate", &R::frameRate), Row("marker", &R::marker));
+    static constexpr auto kRows =
+        std::make_tuple(Out("ownerClipPath", &R::ownerClipPath), Neither("frameRate", &R::frameRate),
+                        Out("marker", &R::marker));
 };
 
 template <>
 struct Members<Ridge::ErrorRecord>
 {
     using R = Ridge::ErrorRecord;
-    static constexpr auto kRows = std::make_tuple(Row("message", &R::message));
+    static constexpr auto kRows = std::make_tuple(Neither("message", &R::message));
 };
 
 template <>
 struct Members<Ridge::ActionResult>
 {
     using R = Ridge::ActionResult;
-    static constexpr auto kRows =
-        std::make_tuple(Row("assetID", &R::assetID), Row("filePath", &R::filePath), Row("result", &R::result),
-                        Row("errorMessage", &R::errorMessage), Row("fileCreationTime", &R::fileCreationTime),
-                        Row("fileLastModificationTime", &R::fileLastModificationTime));
+    static constexpr auto kRows = std::make_tuple(
+        Both("assetID", &R::assetID), Both("filePath", &R::filePath), Both("result", &R::result),
+        Both("errorMessage", &R::errorMessage), Both("fileCreationTime", &R::fileCreationTime),
+        Both("fileLastModificationTime", &R::fileLastModificationTime));
 };
 
 template <>
@@ -195,8 +141,8 @@ struct Members<Ridge::TransferResult>
 {
     using R = Ridge::TransferResult;
     static constexpr auto kRows =
-        std::make_tuple(Row("src", &R::src), Row("dst", &R::dst), Row("result", &R::result),
-                        Row("errorMessage", &R::errorMessage));
+        std::make_tuple(Out("src", &R::src), Out("dst", &R::dst), Out("result", &R::result),
+                        Out("errorMessage", &R::errorMessage));
 };
 
 template <>
@@ -204,8 +150,8 @@ struct Members<Ridge::FileInfo>
 {
     using R = Ridge::FileInfo;
     static constexpr auto kRows =
-        std::make_tuple(Row("assetID", &R::assetID), Row("filePath", &R::filePath),
-                        Row("fileLastModificationTime", &R::fileLastModificationTime));
+        std::make_tuple(In("assetID", &R::assetID), In("filePath", &R::filePath),
+                        In("fileLastModificationTime", &R::fileLastModificationTime));
 };
 
 template <>
@@ -213,9 +159,9 @@ struct Members<Ridge::IngestItem>
 {
     using R = Ridge::IngestItem;
     static constexpr auto kRows = std::make_tuple(
-        Row("filePath", &R::filePath), Row("aliasName", &R::aliasName), Row("clipFormat", &R::clipFormat),
-        Row("extraPathList", &R::extraPathList), Row("startTime", &R::startTime), Row("endTime", &R::endTime),
-        Row("frameRate", &R::frameRate));
+        Both("filePath", &R::filePath), Both("aliasName", &R::aliasName), Out("clipFormat", &R::clipFormat),
+        Out("extraPathList", &R::extraPathList), Out("startTime", &R::startTime), Out("endTime", &R::endTime),
+        Out("frameRate", &R::frameRate));
 };
 
 template <>
@@ -223,7 +169,7 @@ struct Members<Ridge::TransferItem>
 {
     using R = Ridge::TransferItem;
     static constexpr auto kRows =
-        std::make_tuple(Row("src", &R::src), Row("dst", &R::dst), Row("dstIsParent", &R::dstIsParent));
+        std::make_tuple(In("src", &R::src), In("dst", &R::dst), In("dstIsParent", &R::dstIsParent));
 };
 
 template <>
@@ -231,8 +177,8 @@ struct Members<Ridge::TranscodeItem>
 {
     using R = Ridge::TranscodeItem;
     static constexpr auto kRows = std::make_tuple(
-        Row("filePath", &R::filePath), Row("frameRate", &R::frameRate), Row("startTime", &R::startTime),
-        Row("duration", &R::duration), Row("outputFileName", &R::outputFileName));
+        In("filePath", &R::filePath), In("frameRate", &R::frameRate), In("startTime", &R::startTime),
+        In("duration", &R::duration), In("outputFileName", &R::outputFileName));
 };
 
 template <>
@@ -240,16 +186,16 @@ struct Members<Ridge::ConcatenationItem>
 {
     using R = Ridge::ConcatenationItem;
     static constexpr auto kRows =
-        std::make_tuple(Row("filePath", &R::filePath), Row("frameRate", &R::frameRate),
-                        Row("startTime", &R::startTime), Row("duration", &R::duration));
+        std::make_tuple(In("filePath", &R::filePath), In("frameRate", &R::frameRate),
+                        In("startTime", &R::startTime), In("duration", &R::duration));
 };
 
 template <>
 struct Members<Ridge::TagTemplateMessageInfo>
 {
     using R = Ridge::TagTemplateMessageInfo;
-    static constexpr auto kRows = std::make_tuple(Row("tagTemplateInfoID", &R::tagTemplateInfoID),
-                                                  Row("tagTemplateInfoContent", &R::tagTemplateInfoContent));
+    static constexpr auto kRows = std::make_tuple(In("tagTemplateInfoID", &R::tagTemplateInfoID),
+                                                  In("tagTemplateInfoContent", &R::tagTemplateInfoContent));
 };
 
 template <>
@@ -257,37 +203,38 @@ struct Members<Ridge::NamespaceMetadata>
 {
     using R = Ridge::NamespaceMetadata;
     static constexpr auto kRows =
-        std::make_tuple(Row("URI", &R::URI), Row("prefix", &R::prefix), Row("properties", &R::properties));
+        std::make_tuple(Both("URI", &R::URI), Both("prefix", &R::prefix), Both("properties", &R::properties));
 };
 
 template <>
 struct Members<Ridge::MinimumMetadata>
 {
     using R = Ridge::MinimumMetadata;
-    static constexpr auto kRows = std::make_tuple(
-        Row("namespaces", &R::namespaces), Row("keywords", &R::keywords),
-        Row("storeEmptyInfo", &R::storeEmptyInfo), Row("applyToAllDestinations", &R::applyToAllDestinations));
+    static constexpr auto kRows =
+        std::make_tuple(Both("namespaces", &R::namespaces), Both("keywords", &R::keywords),
+                        Both("storeEmptyInfo", &R::storeEmptyInfo),
+                        Both("applyToAllDestinations", &R::applyToAllDestinations));
 };
 
 template <>
 struct Members<Ridge::CustomMetadata>
 {
     using R = Ridge::CustomMetadata;
-    static constexpr auto kRows = std::make_tuple(Row("minimumMetadata", &R::minimumMetadata));
+    static constexpr auto kRows = std::make_tuple(Both("minimumMetadata", &R::minimumMetadata));
 };
 
 template <>
-struct Members<Ridge::AssetMediaInfoValues>
+struct Members<Ridge::AssetMediaInfoValues>  // the pre-check follows from the flags of the message
 {
     using R = Ridge::AssetMediaInfoValues;
     static constexpr auto kRows = std::make_tuple(
-        Row("assetMediaType", &R::assetMediaType), Row("assetMediaInfoGUID", &R::assetMediaInfoGUID),
-        Row("mediaPath", &R::mediaPath), Row("xmpString", &R::xmpString), Row("fileContent", &R::fileContent),
-        Row("customMetadata", &R::customMetadata), Row("createTime", &R::createTime),
-        Row("lastModifyTime", &R::lastModifyTime), Row("rateTimeBase", &R::rateTimeBase),
-        Row("rateNtsc", &R::rateNtsc), Row("aliasName", &R::aliasName),
-        Row("forceLoadFromLocalDisk", &R::forceLoadFromLocalDisk),
-        Row("needSavePreCheck", &R::needSavePreCheck));
+        Both("assetMediaType", &R::assetMediaType), Both("assetMediaInfoGUID", &R::assetMediaInfoGUID),
+        Both("mediaPath", &R::mediaPath), Both("xmpString", &R::xmpString),
+        Both("fileContent", &R::fileContent), Both("customMetadata", &R::customMetadata),
+        Both("createTime", &R::createTime), Both("lastModifyTime", &R::lastModifyTime),
+        Both("rateTimeBase", &R::rateTimeBase), Both("rateNtsc", &R::rateNtsc),
+        Both("aliasName", &R::aliasName), Out("forceLoadFromLocalDisk", &R::forceLoadFromLocalDisk),
+        In("needSavePreCheck", &R::needSavePreCheck));
 };
 
 template <>
@@ -295,51 +242,72 @@ struct Members<Ridge::AssetItemValues>
 {
     using R = Ridge::AssetItemValues;
     static constexpr auto kRows = std::make_tuple(
-        Row("assetMediaType", &R::assetMediaType), Row("mediaPath", &R::mediaPath),
-        Row("assetGUID", &R::assetGUID), Row("parentGUID", &R::parentGUID),
-        Row("assetMediaInfoGUID", &R::assetMediaInfoGUID), Row("assetName", &R::assetName),
-        Row("assetMetadata", &R::assetMetadata), Row("inPoint", &R::inPoint), Row("duration", &R::duration),
-        Row("customInPoint", &R::customInPoint), Row("customOutPoint", &R::customOutPoint),
-        Row("assetClipItemGuid", &R::assetClipItemGuid), Row("assetMarkerGuid", &R::assetMarkerGuid),
-        Row("parentBinPath", &R::parentBinPath), Row("subAssetItemList", &R::subAssetItemList));
+        Both("assetMediaType", &R::assetMediaType), Both("mediaPath", &R::mediaPath),
+        Both("assetGUID", &R::assetGUID), Both("parentGUID", &R::parentGUID),
+        Both("assetMediaInfoGUID", &R::assetMediaInfoGUID), Both("assetName", &R::assetName),
+        Both("assetMetadata", &R::assetMetadata), Both("inPoint", &R::inPoint),
+        Both("duration", &R::duration), Both("customInPoint", &R::customInPoint),
+        Both("customOutPoint", &R::customOutPoint), Both("assetClipItemGuid", &R::assetClipItemGuid),
+        Both("assetMarkerGuid", &R::assetMarkerGuid), Both("parentBinPath", &R::parentBinPath),
+        Both("subAssetItemList", &R::subAssetItemList));
 };
+
+namespace Detail {
+
+/// \return References to all members of a message, which is no aggregate. Counted by the compiler: does not
+///         compile with a name too many or too few.
+inline auto TieMembers(const ACMessage& message)
+{
+    const auto& [m1, m2, m3, m4, m5, m6, m7, m8, m9, m10, m11, m12, m13, m14, m15, m16, m17, m18, m19, m20,
+                 m21, m22, m23, m24, m25, m26, m27, m28, m29, m30, m31, m32, m33, m34, m35, m36, m37, m38,
+                 m39, m40, m41, m42, m43, m44, m45, m46, m47, m48, m49, m50, m51, m52, m53, m54, m55] =
+        message;
+    return std::tie(m1, m2, m3, m4, m5, m6, m7, m8, m9, m10, m11, m12, m13, m14, m15, m16, m17, m18, m19, m20,
+                    m21, m22, m23, m24, m25, m26, m27, m28, m29, m30, m31, m32, m33, m34, m35, m36, m37, m38,
+                    m39, m40, m41, m42, m43, m44, m45, m46, m47, m48, m49, m50, m51, m52, m53, m54, m55);
+}
+
+}  // namespace Detail
+
+template <>
+constexpr std::size_t kMemberCount<ACMessage> =
+    std::tuple_size_v<decltype(Detail::TieMembers(std::declval<ACMessage>()))>;
 
 template <>
 struct Members<ACMessage>
 {
     using R = ACMessage;
     static constexpr auto kRows = std::make_tuple(
-        Row("header", &R::header), Row("assetMediaInfoList", &R::assetMediaInfoList),
-        Row("assetItemList", &R::assetItemList), Row("saveFlag", &R::saveFlag), Row("filePath", &R::filePath),
-        Row("clipFormat", &R::clipFormat), Row("taskItemID", &R::taskItemID), Row("batchID", &R::batchID),
-        Row("errorInfo", &R::errorInfo), Row("fileContent", &R::fileContent),
-        Row("mediaUseLocalFile", &R::mediaUseLocalFile),
-        Row("roughCutUseLocalFile", &R::roughCutUseLocalFile), Row("deleteOnDisk", &R::deleteOnDisk),
-        Row("result", &R::result), Row("ingestItemList", &R::ingestItemList), Row("fileList", &R::fileList),
-        Row("percentage", &R::percentage), Row("thumbnailRequest", &R::thumbnailRequest),
-        Row("allowExit", &R::allowExit), Row("taskIDList", &R::taskIDList),
-        Row("actionResultList", &R::actionResultList), Row("commandList", &R::commandList),
-        Row("host", &R::host), Row("fileInfoList", &R::fileInfoList),
-        Row("customMetadata", &R::customMetadata), Row("event", &R::event),
-        Row("transferItemList", &R::transferItemList), Row("transferOption", &R::transferOption),
-        Row("ftpSetting", &R::ftpSetting), Row("transferType", &R::transferType),
-        Row("renameItemList", &R::renameItemList), Row("ingestMediaItemList", &R::ingestMediaItemList),
-        Row("transferResultList", &R::transferResultList),
-        Row("selectedItemInfoList", &R::selectedItemInfoList),
-        Row("mediaPropertyInfo", &R::mediaPropertyInfo), Row("targetBin", &R::targetBin),
-        Row("presetPath", &R::presetPath), Row("outputDirectory", &R::outputDirectory),
-        Row("outputFileName", &R::outputFileName), Row("transcodeItemList", &R::transcodeItemList),
-        Row("concatenationItemList", &R::concatenationItemList), Row("outputFilePath", &R::outputFilePath),
-        Row("outputXMP", &R::outputXMP), Row("newDynamicColumns", &R::newDynamicColumns),
-        Row("previousColumnNames", &R::previousColumnNames),
-        Row("deleteDynamicColumns", &R::deleteDynamicColumns),
-        Row("dynamicColumnFieldValues", &R::dynamicColumnFieldValues),
-        Row("exportResultInfo", &R::exportResultInfo), Row("currentWorkMode", &R::currentWorkMode),
-        Row("installed", &R::installed), Row("tagTemplateInfoList", &R::tagTemplateInfoList),
-        Row("tagTemplateResultList", &R::tagTemplateResultList),
-        Row("tagTemplateOption", &R::tagTemplateOption), Row("markerInfoList", &R::markerInfoList),
-        Row("requestContext", &R::requestContext));
-    static_assert(std::tuple_size_v<decltype(kRows)> == 55, "the header and 54 members");
+        Both("header", &R::header), Both("assetMediaInfoList", &R::assetMediaInfoList),
+        Both("assetItemList", &R::assetItemList), Neither("saveFlag", &R::saveFlag),
+        Both("filePath", &R::filePath), Out("clipFormat", &R::clipFormat), Both("taskItemID", &R::taskItemID),
+        Both("batchID", &R::batchID), Both("errorInfo", &R::errorInfo), Both("fileContent", &R::fileContent),
+        Both("mediaUseLocalFile", &R::mediaUseLocalFile),
+        Both("roughCutUseLocalFile", &R::roughCutUseLocalFile), Both("deleteOnDisk", &R::deleteOnDisk),
+        Both("result", &R::result), Both("ingestItemList", &R::ingestItemList),
+        Both("fileList", &R::fileList), Both("percentage", &R::percentage),
+        Both("thumbnailRequest", &R::thumbnailRequest), Both("allowExit", &R::allowExit),
+        Both("taskIDList", &R::taskIDList), Both("actionResultList", &R::actionResultList),
+        Both("commandList", &R::commandList), Out("host", &R::host), In("fileInfoList", &R::fileInfoList),
+        Both("customMetadata", &R::customMetadata), In("event", &R::event),
+        In("transferItemList", &R::transferItemList), In("transferOption", &R::transferOption),
+        In("ftpSetting", &R::ftpSetting), In("transferType", &R::transferType),
+        In("renameItemList", &R::renameItemList), In("ingestMediaItemList", &R::ingestMediaItemList),
+        Out("transferResultList", &R::transferResultList),
+        Out("selectedItemInfoList", &R::selectedItemInfoList),
+        Both("mediaPropertyInfo", &R::mediaPropertyInfo), Both("targetBin", &R::targetBin),
+        In("presetPath", &R::presetPath), In("outputDirectory", &R::outputDirectory),
+        In("outputFileName", &R::outputFileName), In("transcodeItemList", &R::transcodeItemList),
+        In("concatenationItemList", &R::concatenationItemList), Out("outputFilePath", &R::outputFilePath),
+        In("outputXMP", &R::outputXMP), In("newDynamicColumns", &R::newDynamicColumns),
+        In("previousColumnNames", &R::previousColumnNames),
+        In("deleteDynamicColumns", &R::deleteDynamicColumns),
+        In("dynamicColumnFieldValues", &R::dynamicColumnFieldValues),
+        Out("exportResultInfo", &R::exportResultInfo), Out("currentWorkMode", &R::currentWorkMode),
+        Out("installed", &R::installed), In("tagTemplateInfoList", &R::tagTemplateInfoList),
+        Out("tagTemplateResultList", &R::tagTemplateResultList),
+        In("tagTemplateOption", &R::tagTemplateOption), Out("markerInfoList", &R::markerInfoList),
+        Neither("requestContext", &R::requestContext));
 };
 
 }  // namespace AC::Description

@@ -1,0 +1,85 @@
+// What descriptions of records say about texts, against the texts.
+
+#include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/codec/ACMessageEncoder.h"
+#include "session/ValueReader.h"
+#include "tests/support/HostTest.h"
+#include "tests/support/MemberWalk.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+
+namespace {
+
+using AC::ACMessage;
+using AC::Description::Carried;
+
+std::string TextOf(const std::filesystem::path& path)
+{
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+using DescriptionTest = HostTest;
+
+/// Each member in turn is put back to its construction value.
+TEST_F(DescriptionTest, SaysWhatNotificationsCarry)
+{
+    const auto everything = Session::ValueReader::Read<ACMessage>(
+        Session::ParseJson(TextOf(TEST_DATA "/records/everything.json")));
+    const std::string text = AC::ACMessageEncoder::EncodeUTF8(everything, AC::kNotificationRoot);
+    struct Member
+    {
+        Carried carried = Carried::kNeither;
+        bool isSet = false;
+        bool isWritten = false;
+    };
+    std::map<std::string, Member> members;
+    for (std::size_t at = 0, count = 1; at < count; ++at) {
+        ACMessage changed = everything;
+        Member* member = nullptr;
+        count = 0;
+        MemberWalk(changed, [&](const auto& name, Carried carried, auto& value, const auto& constructed) {
+            if (count++ != at)
+                return;
+            member = &members[name];
+            member->carried = carried;
+            member->isSet = member->isSet || !AC::Comparison::Same(value, constructed);
+            value = constructed;
+        });
+        if (member != nullptr && AC::ACMessageEncoder::EncodeUTF8(changed, AC::kNotificationRoot) != text)
+            member->isWritten = true;
+    }
+    for (const auto& [name, member] : members) {
+        EXPECT_TRUE(member.isSet) << name << " is missing in everything.json";
+        EXPECT_EQ(member.isWritten, (member.carried & Carried::kOut) != Carried::kNeither) << name;
+    }
+}
+
+TEST_F(DescriptionTest, SaysWhatRequestsCarry)
+{
+    struct Member
+    {
+        Carried carried = Carried::kNeither;
+        bool isRead = false;
+    };
+    std::map<std::string, Member> members;
+    for (const auto& file : std::filesystem::directory_iterator(TEST_DATA "/texts")) {
+        ACMessage message;
+        if (file.path().extension() != ".xml")
+            continue;
+        ASSERT_TRUE(AC::ACMessageDecoder::DecodeXMLString(U(TextOf(file.path())), message)) << file.path();
+        MemberWalk(message, [&](const auto& name, Carried carried, auto& value, const auto& constructed) {
+            Member& member = members[name];
+            member.carried = carried;
+            member.isRead = member.isRead || !AC::Comparison::Same(value, constructed);
+        });
+    }
+    for (const auto& [name, member] : members)
+        EXPECT_EQ(member.isRead, (member.carried & Carried::kIn) != Carried::kNeither)
+            << name << ": not read, or in none of tests/texts";
+}
+
+}  // namespace
