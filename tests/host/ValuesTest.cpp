@@ -1,15 +1,12 @@
 #include "assetconnector/codec/ValueForms.h"
-#include "assetconnector/connectors/StationMessages.h"
 #include "assetconnector/host/ferrite/DecimalNumbers.h"
 #include "assetconnector/host/ferrite/ReservedCharacters.h"
 #include "assetconnector/host/kiln/PathUtils.h"
 #include "assetconnector/host/loft/Utilities.h"
-#include "assetconnector/host/ridge/TandemEvents.h"
 #include "tests/support/HostTest.h"
 
 #include <cmath>
 #include <limits>
-#include <set>
 
 namespace {
 
@@ -192,15 +189,6 @@ TEST(PathUtils, CutBehindTheLastSeparator)
                   std::string(row.drive) + "|" + row.folder + "|" + row.name + "|" + row.extension);
         EXPECT_EQ(Kiln::PathUtils::GetFilePart(U(row.path)), name + extension);
     }
-}
-
-TEST(MessageTypes, AreAllDistinct)
-{
-    std::set<std::uint32_t> identifiers(AC::kStationMessageTypes.begin(), AC::kStationMessageTypes.end());
-    identifiers.insert({Ridge::TandemEvent::TypeID(), Ridge::AddTandemListenerEvent::TypeID(),
-                        Ridge::RemoveTandemListenerEvent::TypeID()});
-    EXPECT_EQ(identifiers.size(), 23U);
-    EXPECT_EQ(identifiers.count(0), 0U);
 }
 
 }  // namespace

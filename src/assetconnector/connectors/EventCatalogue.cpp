@@ -1,6 +1,9 @@
 #include "assetconnector/connectors/EventCatalogue.h"
 
+#include "assetconnector/connectors/Distinct.h"
 #include "assetconnector/host/plexa/PlexaManager.h"
+
+#include <string_view>
 
 namespace AC {
 
@@ -23,6 +26,13 @@ constexpr std::size_t Count(EventKind kind)
         count += entry.kind == kind ? 1 : 0;
     return count;
 }
+
+constexpr std::array kIdentifiers{
+#define AC_EVENT(CONSTANT, IDENTIFIER, KIND) std::u16string_view(IDENTIFIER),
+#include "assetconnector/connectors/EventCatalogue.def"
+#undef AC_EVENT
+};
+static_assert(AreDistinct(kIdentifiers), "two events have the same identifier");
 static_assert(Count(EventKind::kRequest) == kRequestCount);
 static_assert(Count(EventKind::kNotification) == kNotificationCount);
 
