@@ -103,8 +103,14 @@ public:
             onSubscribe(listener);
         ForwardingStations::AddListener(station, listener);
     }
+    void EndSubscriptions(Kiln::Listener& listener) noexcept override
+    {
+        endings.push_back(dynamic_cast<AC::ConnectorFrame*>(&listener) != nullptr);
+        ForwardingStations::EndSubscriptions(listener);
+    }
 
     std::function<void(Kiln::Listener&)> onSubscribe;
+    std::vector<bool> endings;  ///< Whether the listener was still a connector.
 
 private:
     static constexpr ReferenceHost::NoHook kNoHook{};
@@ -161,6 +167,19 @@ TEST_P(BothConnectors, LiveAsLongAsTheyAreReferenced)
     EXPECT_FALSE(broker.Lock());
     Raise(AC::kPlexaEventType_ExitApp, u"<a/>");
     EXPECT_EQ(dispatcher.calls, 1);
+}
+
+/// The base ends them once more, but then a delivery under way would find the connector gone.
+TEST_P(BothConnectors, EndTheirSubscriptionsWhileTheyAreWhole)
+{
+    Create().Clear();
+    const std::vector<bool> wholeThenBase{true, false};
+    EXPECT_EQ(std::exchange(stations.endings, {}), wholeThenBase);
+    stations.onSubscribe = [](Kiln::Listener& /*listener*/) {
+        throw std::runtime_error("no more listeners");
+    };
+    EXPECT_THROW(Create(), std::runtime_error);
+    EXPECT_EQ(stations.endings, wholeThenBase);
 }
 
 TEST_P(BothConnectors, OfferTwoInterfacesAndTakeNoReference)

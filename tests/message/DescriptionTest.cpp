@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <set>
 
 namespace {
 
@@ -22,13 +23,18 @@ std::string TextOf(const std::filesystem::path& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+ACMessage Everything()
+{
+    return Session::ValueReader::Read<ACMessage>(
+        Session::ParseJson(TextOf(TEST_DATA "/records/everything.json")));
+}
+
 using DescriptionTest = HostTest;
 
 /// Each member in turn is put back to its construction value.
 TEST_F(DescriptionTest, SaysWhatNotificationsCarry)
 {
-    const auto everything = Session::ValueReader::Read<ACMessage>(
-        Session::ParseJson(TextOf(TEST_DATA "/records/everything.json")));
+    const ACMessage everything = Everything();
     const std::string text = AC::ACMessageEncoder::EncodeUTF8(everything, AC::kNotificationRoot);
     struct Member
     {
@@ -56,6 +62,23 @@ TEST_F(DescriptionTest, SaysWhatNotificationsCarry)
         EXPECT_TRUE(member.isSet) << name << " is missing in everything.json";
         EXPECT_EQ(member.isWritten, (member.carried & Carried::kOut) != Carried::kNeither) << name;
     }
+}
+
+/// A used record keeps what a text does not say, but for those whose absence says something.
+TEST_F(DescriptionTest, SomeMembersAreResetByEveryText)
+{
+    ACMessage message = Everything();
+    message.mediaUseLocalFile = message.roughCutUseLocalFile = message.deleteOnDisk = message.allowExit = -1;
+    const ACMessage before = message;
+    ASSERT_TRUE(AC::ACMessageDecoder::DecodeXMLString(u"<a/>", message));
+    std::set<std::string> reset;
+    AC::Description::ForEachMember<ACMessage>([&](const auto& row) {
+        if (!AC::Comparison::Same(before.*row.member, message.*row.member))
+            reset.insert(row.name);
+    });
+    EXPECT_EQ(reset, (std::set<std::string>{"mediaUseLocalFile", "roughCutUseLocalFile", "deleteOnDisk",
+                                            "allowExit", "transferType", "outputXMP", "errorInfo",
+                                            "fileContent", "result", "presetPath", "outputFileName"}));
 }
 
 TEST_F(DescriptionTest, SaysWhatRequestsCarry)

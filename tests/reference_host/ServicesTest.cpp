@@ -215,6 +215,9 @@ TEST_F(ServicesTest, TextsAreTranslatedByTheirKeyPath)
                       {u"", u""}};
     for (const auto& row : rows)
         EXPECT_EQ(ferrite::config::Localizer::Get().Lookup(row.key), row.text) << Narrow(row.key);
+    EXPECT_EQ(ferrite::ZString(u"@0@9@@1@:@/@", {u"@1", u"1", {}, {}, {}, {}, {}, {}, {}, u"9"}).Text(),
+              u"@19@1@:@/@")
+        << "what was put in is not scanned again";
 }
 
 TEST_F(ServicesTest, ReportsReachTheirHandlerAndProvidersAreKnownByPath)
