@@ -270,7 +270,7 @@ inline auto TieMembers(const ACMessage& message)
 }  // namespace Detail
 
 template <>
-constexpr std::size_t kMemberCount<ACMessage> =
+inline constexpr std::size_t kMemberCount<ACMessage> =
     std::tuple_size_v<decltype(Detail::TieMembers(std::declval<ACMessage>()))>;
 
 template <>

@@ -99,7 +99,7 @@ constexpr std::size_t CountInitialisers()
 
 /// How many members the record has.
 template <class Record>
-constexpr std::size_t kMemberCount = Detail::CountInitialisers<Record>();
+inline constexpr std::size_t kMemberCount = Detail::CountInitialisers<Record>();
 
 /// Calls visit(row) for each member of the record, in order. A member without a row does not compile.
 template <class Record, class Visit>
