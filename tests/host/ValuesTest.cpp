@@ -32,6 +32,7 @@ TEST(Unicode, ReplacesWhatIsNotWellFormed)
         {"\xE2\x82z", u"\uFFFD\uFFFDz"},
         {"\xF0\x9F\x98\x80\xFF", u"😀\uFFFD"},
     };
+    EXPECT_EQ(ferrite::utility::UTF8to16(std::string_view("\xC3\xA9", 1)), u"\uFFFD") << "ends before";
     for (const auto& row : rows)
         EXPECT_EQ(ferrite::utility::UTF8to16(row.utf8), row.utf16) << row.utf8;
     const UTF16String lone{u'a', 0xD800, u'b', 0xDC00, 0xD83D, 0xDE00, 0xDBFF};
@@ -44,6 +45,21 @@ TEST(Unicode, ReplacesWhatIsNotWellFormed)
         EXPECT_EQ(ferrite::utility::UTF16to8(wide), narrow);
         EXPECT_EQ(ferrite::utility::UTF8to16(narrow), wide);
     }
+}
+
+TEST(Unicode, TakesEverySecondByteThatMakesACharacter)
+{
+    for (unsigned first = 0x80; first < 0xF8; ++first)
+        for (unsigned second = 0; second <= 0xFF; ++second) {
+            const unsigned size = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+            const unsigned value = (((first & (0x7FU >> size)) << 6U) | (second & 0x3FU)) << (6 * (size - 2));
+            const unsigned lowest[] = {0x80, 0x800, 0x10000};
+            const bool isCharacter = first >= 0xC0 && (second & 0xC0U) == 0x80 && value >= lowest[size - 2] &&
+                                     value <= 0x10FFFF && (value < 0xD800 || value > 0xDFFF);
+            const char text[] = {static_cast<char>(first), static_cast<char>(second), '\x80', '\x80'};
+            const UTF16String wide = ferrite::utility::UTF8to16({text, size});
+            EXPECT_EQ(wide.find(u'\uFFFD') == UTF16String::npos, isCharacter) << first << ' ' << second;
+        }
 }
 
 TEST(Guid, ReadsItsFormsAndNothingElse)
@@ -133,10 +149,18 @@ TEST(FrameRate, IsReadAsRatioAndWrittenAsOne)
         {u"f1e400", 0},
         {u"f1e-400", kMax},
         {u"f0.001e99999999999999999999", 0},
+        {u"f1e400-", 0},
+        {u"f254016000000s9223372036854775808", kMax},  // 2^63 ticks
+        {u"f254016000000s-9223372036854775808", kMin},
     };
     for (const auto& row : rows)
         EXPECT_EQ(AC::ParseFrameRate(row.text).ticksPerFrame, row.ticksPerFrame)
             << Narrow(UTF16String(row.text));
+
+    const auto zeros = [](std::size_t count) { return UTF16String(count, u'0'); };
+    EXPECT_EQ(AC::ParseFrameRate(u"f1" + zeros(500) + u"e-100").ticksPerFrame, 0) << "beyond every number";
+    EXPECT_EQ(AC::ParseFrameRate(u"f1" + zeros(7000) + u"e-10000").ticksPerFrame, kMax) << "nearly 0";
+    EXPECT_EQ(AC::ParseFrameRate(u"f0." + zeros(500) + u"1e100").ticksPerFrame, kMax);
 
     EXPECT_EQ(AC::FormatFrameRate({10160640000}), u"f25");
     EXPECT_EQ(AC::FormatFrameRate({8475667200}), u"f30000s1001");
@@ -191,6 +215,12 @@ TEST(PathUtils, CutBehindTheLastSeparator)
         EXPECT_EQ(Narrow(drive + u"|" + folder + u"|" + name + u"|" + extension),
                   std::string(row.drive) + "|" + row.folder + "|" + row.name + "|" + row.extension);
         EXPECT_EQ(Kiln::PathUtils::GetFilePart(U(row.path)), name + extension);
+    }
+    for (char16_t unit = u'!'; unit < 0x7F; ++unit) {
+        UTF16String drive;
+        Kiln::PathUtils::SplitPath(UTF16String(1, unit) + u":/a", &drive, nullptr, nullptr, nullptr);
+        const bool isLetter = (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+        EXPECT_EQ(drive.empty(), !isLetter) << unit;
     }
 }
 

@@ -218,6 +218,7 @@ TEST_F(ServicesTest, TextsAreTranslatedByTheirKeyPath)
     EXPECT_EQ(ferrite::ZString(u"@0@9@@1@:@/@", {u"@1", u"1", {}, {}, {}, {}, {}, {}, {}, u"9"}).Text(),
               u"@19@1@:@/@")
         << "what was put in is not scanned again";
+    EXPECT_EQ(ferrite::ZString(u"@0", {u"alone"}).Text(), u"alone");
 }
 
 TEST_F(ServicesTest, ReportsReachTheirHandlerAndProvidersAreKnownByPath)

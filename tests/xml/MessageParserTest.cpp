@@ -33,4 +33,18 @@ TEST(MessageParser, BeginsEachTextAnew)
     }
 }
 
+/// What the scanner would let pass.
+TEST(MessageParser, RefusesZerosAndHalfPairs)
+{
+    AC::MessageParser parser;
+    EXPECT_EQ(parser.Parse(UTF16String(u"<a/>\0", 5)), nullptr);
+    const auto text = [](const UTF16String& value) { return u"<a b='" + value + u"'/>"; };
+    for (char16_t lead = 0xD800, trail = 0xDC00; lead <= 0xDBFF; ++lead, ++trail) {
+        EXPECT_EQ(parser.Parse(text({lead})), nullptr) << lead;
+        EXPECT_EQ(parser.Parse(text({lead, lead})), nullptr) << lead;
+        EXPECT_EQ(parser.Parse(text({trail})), nullptr) << trail;
+        EXPECT_NE(parser.Parse(text({lead, trail})), nullptr) << lead;
+    }
+}
+
 }  // namespace
