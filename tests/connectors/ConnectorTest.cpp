@@ -294,20 +294,6 @@ TEST_F(WhileAMediaInfoIsMade, ARequestMayChooseWhatTheLibraryPanelIsTold)
                                         Narrow(AC::kPlexaEventType_NotificationImportXMPStatus)}));
 }
 
-TEST_P(BothConnectors, RegisterEveryRequestWhenAsked)
-{
-    const ConnectorRef connector = Create();
-    const auto isRegistered = [this](const UTF16String& type) {
-        return host.GetPanelEvents().Raise(type, u"");
-    };
-    EXPECT_FALSE(isRegistered(AC::kPlexaEventType_SendTagTemplate));
-    host.GetStations().BroadcastMessage(Ridge::GetPlexaStationID(), Ridge::AddTandemListenerEvent());
-    for (const AC::EventEntry& event : AC::EventCatalogue())
-        EXPECT_EQ(isRegistered(*event.identifier), event.kind == AC::EventKind::kRequest) << event.constant;
-    host.GetStations().BroadcastMessage(Ridge::GetPlexaStationID(), Ridge::RemoveTandemListenerEvent());
-    EXPECT_FALSE(isRegistered(AC::kPlexaEventType_RequestInitInfo));
-}
-
 /// How often connectors are made and dropped while other threads are busy with them.
 int Rounds()
 {
@@ -350,7 +336,10 @@ TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
             for (; !stop; std::this_thread::yield())
                 job();
         });
-    for (int i = Rounds(); i > 0; --i) {
+    const bool posts = GetParam().create == &AC::CreateIngestMediaCollectionConnector;
+    const auto allWereBusy = [&] { return dispatcher.calls > 0 && used > 0 && (delivered > 0 || !posts); };
+    for (int i = Rounds(); i > 0 || (i > -100 * Rounds() && !allWereBusy());
+         --i) {                             // a busy machine takes longer
         ConnectorRef connector = Create();  // those who would use it have its broker already
         ASSERT_EQ(BrokerOf(connector)->GetObject(), connector.Get());
         std::this_thread::yield();  // to those who would use it
@@ -361,9 +350,8 @@ TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
         thread.join();
     host.GetStations().DropPosted();
     EXPECT_FALSE(current.Lock());
-    EXPECT_GT(dispatcher.calls, 0);
-    EXPECT_GT(used, 0);
-    EXPECT_EQ(delivered > 0, GetParam().create == &AC::CreateIngestMediaCollectionConnector);
+    EXPECT_TRUE(allWereBusy());
+    EXPECT_EQ(delivered > 0, posts);
     EXPECT_EQ(host.GetMemory().LiveBlocks(), 0U);
 }
 

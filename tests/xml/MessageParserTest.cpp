@@ -37,7 +37,14 @@ TEST(MessageParser, BeginsEachTextAnew)
 TEST(MessageParser, RefusesZerosAndHalfPairs)
 {
     AC::MessageParser parser;
-    EXPECT_EQ(parser.Parse(UTF16String(u"<a/>\0", 5)), nullptr);
+    for (const std::u16string_view zero : {std::u16string_view(u"<a/>\0", 5),
+                                           {u"<a/>\0<", 6},
+                                           {u"<a/>\0<b>", 8},
+                                           {u"<a/> \0x", 7},
+                                           {u"<a>\0</a>", 8}}) {
+        EXPECT_EQ(parser.Parse(UTF16String(zero)), nullptr);
+        EXPECT_EQ(parser.Error().reason, u"a zero character is not accepted");
+    }
     const auto text = [](const UTF16String& value) { return u"<a b='" + value + u"'/>"; };
     for (char16_t lead = 0xD800, trail = 0xDC00; lead <= 0xDBFF; ++lead, ++trail) {
         EXPECT_EQ(parser.Parse(text({lead})), nullptr) << lead;
