@@ -9,10 +9,13 @@
 #include "assetconnector/host/ridge/TandemEvents.h"
 #include "assetconnector/host/ridge/Utilities.h"
 #include "assetconnector/message/Comparison.h"
+#include "assetconnector/xml/DomLinks.h"
+#include "assetconnector/xml/XMLUtilities.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "session/ConnectorKinds.h"
 #include "session/ValueReader.h"
 #include "tests/support/HostTest.h"
+#include "tests/support/SoundTree.h"
 
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
@@ -24,6 +27,7 @@
 #include <fstream>
 #include <iostream>
 #include <limits>
+#include <memory>
 #include <new>
 #include <sstream>
 
@@ -187,6 +191,30 @@ TEST_F(OutOfMemory, EncodersLeaveNothingBehind)
         Starve([&record] { AC::ACMessageEncoder::EncoderACMessage(record, AC::kNotificationRoot); });
         Starve([&record] { AC::EncodeDecodedNotification(record); });
     }
+}
+
+TEST_F(OutOfMemory, LinkedTreesAreSound)
+{
+    const UTF16String large(10000, u'x');  // in a block of its own
+    Starve([&large] {
+        const std::unique_ptr<xercesc::DOMDocument, void (*)(xercesc::DOMDocument*)> document(
+            Ridge::XMLUtilities::CreateDomDocument(), [](xercesc::DOMDocument* made) { made->release(); });
+        xercesc::DOMElement* const root = document->createElement(u"r");
+        document->appendChild(root);
+        try {
+            for (int i = 0; i < 100; ++i) {
+                xercesc::DOMElement* const element = document->createElement(u"e");
+                AC::DomLinks::AppendChild(root, element);
+                for (const XMLCh* name : {u"b", u"c", u"a"})
+                    AC::DomLinks::AddAttribute(element, document->createAttribute(name), large.c_str());
+                AC::DomLinks::AppendChild(element, document->createTextNode(large.c_str()));
+            }
+        } catch (const xercesc::OutOfMemoryException&) {
+            ExpectSound(document.get(), document.get());
+            throw;
+        }
+        ExpectSound(document.get(), document.get());
+    });
 }
 
 TEST_F(OutOfMemory, ConnectorsLeaveNothingBehind)

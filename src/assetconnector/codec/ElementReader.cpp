@@ -4,6 +4,7 @@
 #include "assetconnector/host/ferrite/DecimalNumbers.h"
 
 #include <xercesc/dom/DOMAttr.hpp>
+#include <xercesc/util/XMLUni.hpp>
 
 namespace AC {
 namespace {
@@ -25,7 +26,10 @@ const XMLCh* AttributeValue(const DOMElement* element, Name attribute)
     if (element == nullptr)
         return nullptr;
     const xercesc::DOMAttr* const node = element->getAttributeNode(attribute.Text());
-    return node == nullptr ? nullptr : node->getValue();
+    if (node == nullptr)
+        return nullptr;
+    const DOMNode* const text = node->getFirstChild();  // the only one; the value itself costs a cast
+    return text == nullptr ? xercesc::XMLUni::fgZeroLenString : text->getNodeValue();
 }
 
 bool IsTrue(const XMLCh* value)

@@ -2,6 +2,7 @@
 
 #include "assetconnector/codec/ValueForms.h"
 #include "assetconnector/message/MessageConstants.h"
+#include "assetconnector/xml/DomLinks.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMText.hpp>
@@ -63,23 +64,28 @@ void ElementWriter::AppendChildElement(const UTF16String& name, const UTF16Strin
 xercesc::DOMElement* ElementWriter::Append(const XMLCh* name) const
 {
     xercesc::DOMElement* const element = mElement->getOwnerDocument()->createElement(name);
-    mElement->appendChild(element);
+    DomLinks::AppendChild(mElement, element);
     return element;
 }
 
 void ElementWriter::SetText(xercesc::DOMElement* element, const XMLCh* text)
 {
-    element->appendChild(element->getOwnerDocument()->createTextNode(text));
+    DomLinks::AppendChild(element, element->getOwnerDocument()->createTextNode(text));
 }
 
 void ElementWriter::SetAttribute(Name attribute, const UTF16String& value) const
 {
-    mElement->setAttribute(attribute.Text(), Terminated(value, kInText).Get());
+    SetAttribute(mElement, attribute.Text(), Terminated(value, kInText).Get());
 }
 
 void ElementWriter::SetAttribute(Name attribute, std::int64_t value) const
 {
-    mElement->setAttribute(attribute.Text(), Decimal(value).Text());
+    SetAttribute(mElement, attribute.Text(), Decimal(value).Text());
+}
+
+void ElementWriter::SetAttribute(xercesc::DOMElement* element, const XMLCh* name, const XMLCh* value)
+{
+    DomLinks::AddAttribute(element, element->getOwnerDocument()->createAttribute(name), value);
 }
 
 void ElementWriter::Text(Name name, const UTF16String& text) const
@@ -96,7 +102,7 @@ void ElementWriter::Attribute(Name name, Name attribute, const UTF16String& valu
 
 void ElementWriter::Guid(Name name, const ferrite::utility::Guid& guid) const
 {
-    Append(name.Text())->setAttribute(Vocabulary::kID.Text(), guid.AsArray().data());
+    SetAttribute(Append(name.Text()), Vocabulary::kID.Text(), guid.AsArray().data());
 }
 
 void ElementWriter::NonZeroGuid(Name name, const ferrite::utility::Guid& guid) const

@@ -31,6 +31,7 @@ public:
     /// The same for a name that is not of the vocabulary.
     void AppendChildElement(const UTF16String& name, const UTF16String& text) const;
 
+    /// Each attribute of an element is set once.
     void SetAttribute(Name attribute, const UTF16String& value) const;
     void SetAttribute(Name attribute, std::int64_t value) const;
 
@@ -65,6 +66,7 @@ private:
     /// Names and texts end with their only zero.
     xercesc::DOMElement* Append(const XMLCh* name) const;
     static void SetText(xercesc::DOMElement* element, const XMLCh* text);
+    static void SetAttribute(xercesc::DOMElement* element, const XMLCh* name, const XMLCh* value);
 
     xercesc::DOMElement* mElement;
 };

@@ -1,6 +1,7 @@
 #include "assetconnector/xml/MessageParser.h"
 
 #include "assetconnector/host/XMLPlatform.h"
+#include "assetconnector/xml/DomLinks.h"
 
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -141,12 +142,19 @@ xercesc::DOMDocument* MessageParser::ParseContent(std::u16string_view content)
 
 void MessageParser::docCharacters(const XMLCh* chars, XMLSize_t length, bool cdataSection)
 {
+    if (!fWithinElement)
+        return;
     if (!cdataSection) {
         mRun.append(chars, length);
         return;
     }
     EndRun();
-    XercesDOMParser::docCharacters(chars, length, true);
+    Append(createCDATASection(chars, length));
+}
+
+void MessageParser::Append(xercesc::DOMNode* child)
+{
+    DomLinks::AppendChild(static_cast<xercesc::DOMElement*>(fCurrentParent), child);
 }
 
 void MessageParser::CountElement(const xercesc::XMLElementDecl& declaration)
@@ -175,7 +183,7 @@ void MessageParser::EndRun()
 {
     if (mRun.empty())
         return;
-    XercesDOMParser::docCharacters(mRun.data(), mRun.size(), false);
+    Append(createText(mRun.data(), mRun.size()));
     mRun.clear();
 }
 
@@ -189,18 +197,31 @@ void MessageParser::startElement(const xercesc::XMLElementDecl& declaration, uns
     EndRun();
     if (mDepth == kDeepestElement)
         Refuse(u"elements are nested too deeply");
-    CountElement(declaration);
-    for (XMLSize_t i = 0; i < attributeCount; ++i)
-        CountAttribute(attributes.elementAt(i)->getName());
     ++mDepth;
-    XercesDOMParser::startElement(declaration, uriID, prefix, attributes, attributeCount, isEmpty, isRoot);
+    CountElement(declaration);
+    xercesc::DOMElement* const element = createElement(declaration.getFullName());
+    for (XMLSize_t i = 0; i < attributeCount; ++i) {
+        const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
+        CountAttribute(attribute.getName());
+        DomLinks::AddAttribute(element, createAttr(attribute.getName()), attribute.getValue(),
+                               attributeCount);
+    }
+    if (fWithinElement)
+        Append(element);
+    else
+        getDocument()->appendChild(element);
+    fCurrentParent = element;
+    fWithinElement = true;
+    if (isEmpty)
+        endElement(declaration, uriID, isRoot, prefix);
 }
 
-void MessageParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, bool isRoot,
-                               const XMLCh* prefix)
+void MessageParser::endElement(const xercesc::XMLElementDecl& /*declaration*/, unsigned int /*uriID*/,
+                               bool isRoot, const XMLCh* /*prefix*/)
 {
     EndRun();
-    XercesDOMParser::endElement(declaration, uriID, isRoot, prefix);
+    fCurrentParent = DomLinks::ParentOf(static_cast<xercesc::DOMElement*>(fCurrentParent));
+    fWithinElement = !isRoot;
     --mDepth;
 }
 

@@ -84,8 +84,11 @@ private:
     /// Counts a name that was not seen before.
     void CountName(const XMLCh* name);
 
-    /// Hands the collected run of character data on.
+    /// Makes a text of the collected run of character data.
     void EndRun();
+
+    /// Appends to the element that is open.
+    void Append(xercesc::DOMNode* child);
 
     [[noreturn]] void Refuse(const char16_t* reason);
 
