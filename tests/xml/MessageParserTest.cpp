@@ -3,15 +3,230 @@
 
 #include <xercesc/dom/DOM.hpp>
 
+#include <filesystem>
+#include <fstream>
+#include <linux/limits.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
 namespace {
+
+bool Parses(const UTF16String& text)
+{
+    AC::MessageParser parser;
+    return parser.Parse(text) != nullptr;
+}
+
+std::vector<std::string> Numbered(const std::string& name, std::size_t count)
+{
+    std::vector<std::string> names;
+    while (names.size() < count)
+        names.push_back(name + std::to_string(names.size()));
+    return names;
+}
+
+/// Names with one hash: "ag" and "bA" have the same.
+std::vector<std::string> Colliding(std::size_t count)
+{
+    std::vector<std::string> names;
+    while (names.size() < count) {
+        std::string& name = names.emplace_back();
+        for (unsigned bit = 0; bit < 12; ++bit)
+            name += ((names.size() - 1) >> bit & 1U) == 0 ? "ag" : "bA";
+    }
+    return names;
+}
+
+std::string ElementsOf(const std::vector<std::string>& names)
+{
+    std::string text;
+    for (const std::string& name : names)
+        text += "<" + name + "/>";
+    return text;
+}
+
+std::string AttributesOf(const std::vector<std::string>& names, const std::string& value = "=''")
+{
+    std::string text;
+    for (const std::string& name : names)
+        text += " " + name + value;
+    return text;
+}
+
+TEST(MessageParser, RefusesHostileTexts)
+{
+    const std::string bomb =
+        "<!DOCTYPE a [<!ENTITY x \"xxxxxxxxxx\"><!ENTITY y \"&x;&x;&x;&x;&x;&x;&x;&x;\">]>";
+    struct
+    {
+        const char* name;
+        std::string text;
+    } const rows[] = {
+        {"empty", ""},
+        {"white space", "  \n"},
+        {"no markup", "host"},
+        {"two roots", "<a/><b/>"},
+        {"text behind the root", "<a/>x"},
+        {"truncated", "<a><filePath path=\"/x\"/><errorInfo>cut"},
+        {"mismatched", "<a><b></a></b>"},
+        {"doctype", "<!DOCTYPE a><a/>"},
+        {"external subset", "<!DOCTYPE a SYSTEM \"file:///etc/passwd\"><a/>"},
+        {"external entity", "<!DOCTYPE a [<!ENTITY x SYSTEM \"file:///etc/passwd\">]><a>&x;</a>"},
+        {"parameter entity", "<!DOCTYPE a [<!ENTITY % x SYSTEM \"file:///etc/passwd\"> %x;]><a/>"},
+        {"entity bomb", bomb + "<a>&y;</a>"},
+        {"quadratic blow-up", "<!DOCTYPE a [<!ENTITY x \"" + Repeated("x", 100000) + "\">]><a>" +
+                                  Repeated("&x;", 100000) + "</a>"},
+        {"unknown entity", "<a><result>&nbsp;</result></a>"},
+        {"control character", "<a><result>\x01</result></a>"},
+        {"reference to a control character", "<a><result>&#1;</result></a>"},
+        {"reference to a surrogate", "<a><result>&#xD800;</result></a>"},
+        {"bare ampersand", "<a><result>a & b</result></a>"},
+        {"doubled attribute", "<a><host ID=\"1\" ID=\"2\"/></a>"},
+        {"4,097 levels", Repeated("<a>", 4097) + Repeated("</a>", 4097)},
+        {"4,097 levels beside empty elements", Repeated("<a><b/><b/>", 4097) + Repeated("</a>", 4097)},
+        {"12,001 names", "<a>" + ElementsOf(Numbered("n", 12000)) + "</a>"},
+        {"257 names of one hash", "<a>" + ElementsOf(Colliding(257)) + "</a>"},
+        {"a million levels", Repeated("<a>", 1000000)},
+    };
+    for (const auto& row : rows) {
+        AC::MessageParser parser;
+        EXPECT_EQ(parser.Parse(U(row.text)), nullptr) << row.name;
+        EXPECT_FALSE(parser.Error().reason.empty()) << row.name;
+    }
+    for (const UTF16String& unit :
+         {UTF16String(1, u'\0'), UTF16String(1, 0xD800), UTF16String(1, 0xDC00), UTF16String(1, 0xFFFE)}) {
+        EXPECT_FALSE(Parses(u"<a><result>x" + unit + u"y</result></a>"));
+        EXPECT_FALSE(Parses(u"<a/>" + unit));
+        EXPECT_FALSE(Parses(u"<a><filePath path='x" + unit + u"'/></a>"));
+    }
+    // Bytes that were taken for another encoding.
+    for (const UTF16String& text :
+         {UTF16String{0xFFFE, 0x3C00, 0x6100, 0x2F00, 0x3E00}, UTF16String{0x3C00, 0x6100, 0x2F00, 0x3E00},
+          UTF16String{0x613C, 0x3E2F}, UTF16String{u'<', 0, u'a', 0, u'/', 0, u'>', 0}})
+        EXPECT_FALSE(Parses(text));
+}
+
+/// Wherever the text's blocks end that are looked at together.
+TEST(MessageParser, CountsTheAttributesOfOneElement)
+{
+    const auto with = [](std::size_t count, const std::string& value = "=''") {
+        return "<b" + AttributesOf(Numbered("n", count), value) + "/>";
+    };
+    struct
+    {
+        const char* name;
+        std::string content;
+        bool parses;
+    } const rows[] = {
+        {"256", with(256), true},
+        {"257", with(257), false},
+        {"257 colliding", "<b" + AttributesOf(Colliding(257)) + "/>", false},
+        {"256 each", with(256) + with(256), true},
+        {"> in values", with(257, "='>'"), false},
+        {"quotes in values", with(257, " =\t\"'\"") + with(257, "='\"'"), false},
+        {"= in values", "<b c='" + Repeated("=", 1000) + "' d=\"'" + Repeated(" x='", 300) + "\"/>", true},
+        {"= in text", "<b>\"" + Repeated(" x=\"'\"", 1000) + "</b>", true},
+        {"comment", "<!--" + with(300) + "'-->", true},
+        {"instruction", "<?p" + AttributesOf(Numbered("n", 300)) + "?>", true},
+        {"section", "<b><![CDATA[" + with(300) + with(300) + "]]></b>", true},
+        {"behind a comment", "<!-- <![CDATA[ \" " + with(300) + " -->" + with(257), false},
+        {"behind an instruction", "<?p <!-- " + with(300) + "?>" + with(257), false},
+        {"behind a section", "<b><![CDATA[<!-- <?p " + with(300) + "]]>" + with(257) + "</b>", false},
+        {"behind a text", "<b>]]&gt; &lt;!-- \" ' = " + Repeated("=", 300) + "</b>" + with(257), false},
+    };
+    for (const auto& row : rows)
+        for (std::size_t shift = 0; shift < 130; ++shift) {
+            AC::MessageParser parser;
+            const std::string text = "<a>" + Repeated(" ", shift) + row.content + "</a>";
+            ASSERT_EQ(parser.Parse(U(text)) != nullptr, row.parses)
+                << row.name << " " << shift << " " << Narrow(parser.Error().reason);
+            ASSERT_EQ(parser.Error().reason.find(u"too many attributes") == UTF16String::npos, row.parses);
+        }
+}
+
+TEST(MessageParser, KeepsWhatIsWithinTheLimits)
+{
+    EXPECT_TRUE(Parses(U("<a>" + ElementsOf(Numbered("n", 11999)) + "</a>")));
+    EXPECT_TRUE(Parses(U("<a>" + ElementsOf(Colliding(250)) + ElementsOf(Colliding(250)) + "</a>")));
+    EXPECT_TRUE(Parses(U(Repeated("<a>", 4096) + Repeated("</a>", 4096))));
+    for (std::size_t shift = 0; shift < 130; ++shift)
+        EXPECT_TRUE(Parses(U("<a>" + Repeated("x", shift) + Repeated("\xF0\x9F\x8E\xAC", 150) + "</a>")));
+}
+
+TEST(MessageParser, OpensNoFile)
+{
+    const auto path = std::filesystem::temp_directory_path() / ("opens-no-file-" + std::to_string(getpid()));
+    std::ofstream(path) << "<!ENTITY x 'read'>";
+    const int watch = inotify_init1(IN_NONBLOCK);
+    ASSERT_GE(inotify_add_watch(watch, path.c_str(), IN_OPEN), 0);
+    const std::string id = " SYSTEM \"file://" + path.string() + "\"";
+    for (const std::string& text :
+         {"<!DOCTYPE a" + id + "><a/>", "<!DOCTYPE a [<!ENTITY x" + id + ">]><a>&x;</a>",
+          "<!DOCTYPE a [<!ENTITY % x" + id + "> %x;]><a>&x;</a>",
+          "<a xmlns:i=\"http://www.w3.org/2001/XMLSchema-instance\" i:noNamespaceSchemaLocation=\"file://" +
+              path.string() + "\"/>",
+          "<a><i:include xmlns:i=\"http://www.w3.org/2001/XInclude\" href=\"file://" + path.string() +
+              "\"/></a>"})
+        Parses(U(text));
+    char event[sizeof(inotify_event) + NAME_MAX + 1];
+    EXPECT_EQ(read(watch, event, sizeof(event)), -1) << "the file was opened";
+    static_cast<void>(std::ifstream(path).get());
+    EXPECT_GT(read(watch, event, sizeof(event)), 0) << "nobody watches";
+    close(watch);
+    std::filesystem::remove(path);
+}
+
+TEST(MessageParser, TellsWhereATextIsWrong)
+{
+    const UTF16String tooMany = U(AttributesOf(Numbered("n", 256)) + " last=");
+    struct
+    {
+        UTF16String text;
+        std::size_t line;
+        std::size_t column;
+        UTF16String reason;
+    } const rows[] = {
+        {u"<a>\n  <b></c>\n</a>", 2, 8, u"'b'"},
+        {u"<!DOCTYPE a><a/>", 1, 13, u"DOCTYPE"},
+        {u"<?xml version='1.2'?><a/>", 1, 22, u"version"},
+        {u"<a>\n\n" + UTF16String(1, u'\0') + u"</a>", 3, 1, u"zero"},
+        {u"<a>&nbsp;</a>", 1, 10, u"'nbsp'"},
+        {u"<a>\n<b\n" + tooMany + u"''/></a>", 3, tooMany.size(), u"attributes"},
+        {u"<a><ftpSetting ftpPassword='&secret;'/></a>", 1, 37, u"entity '***'"},
+        {u"<a><ftpSetting ftpPassword='a&secret'/></a>", 1, 37, u"'***'"},
+        {u"<a><ftpSetting ftpPassword='a' secret='b' secret=''/></a>", 1, 50, u"'***'"},
+        {u"<a><ftpSetting ftpPassword='a'/><secret/'/></a>", 1, 41, u"'***'"},
+    };
+    for (const auto& row : rows) {
+        AC::MessageParser parser;
+        ASSERT_EQ(parser.Parse(row.text), nullptr);
+        const AC::ParseError& error = parser.Error();
+        EXPECT_EQ(error.line, row.line) << Narrow(row.text);
+        EXPECT_EQ(error.column, row.column) << Narrow(row.text);
+        EXPECT_NE(error.reason.find(row.reason), UTF16String::npos) << Narrow(error.reason);
+        EXPECT_EQ(error.reason.find(u"secret"), UTF16String::npos) << "a password may stand in a text";
+    }
+}
+
+TEST(MessageParser, IgnoresDeclaredEncodingAndByteOrderMark)
+{
+    for (const char* prefix : {"<?xml version=\"1.0\" encoding=\"US-ASCII\"?>",
+                               "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>",
+                               "\xEF\xBB\xBF", "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"x-none\"?>"}) {
+        AC::MessageParser parser;
+        const xercesc::DOMDocument* const document = parser.Parse(U(std::string(prefix) + "<a>\xC3\xA9</a>"));
+        ASSERT_NE(document, nullptr) << prefix;
+        EXPECT_EQ(UTF16String(document->getDocumentElement()->getTextContent()), u"é");
+    }
+}
 
 /// What is left of a text, refused or not, says nothing about the next one.
 TEST(MessageParser, BeginsEachTextAnew)
 {
     std::string elements, attributes;
-    for (std::size_t i = 0; i < AC::MessageParser::kMostNames / 2 + 1; ++i) {
-        elements += "<e" + std::to_string(i) + "/>";
-        attributes += "<a a" + std::to_string(i) + "=''/>";
+    for (const std::string& name : Numbered("e", AC::MessageParser::kMostNames / 2 + 1)) {
+        elements += "<" + name + "/>";
+        attributes += "<a " + name + "=''/>";
     }
     const std::string deep = Repeated("<a>", AC::MessageParser::kDeepestElement / 2 + 1);
     const struct

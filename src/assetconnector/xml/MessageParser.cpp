@@ -2,21 +2,25 @@
 
 #include "assetconnector/host/XMLPlatform.h"
 #include "assetconnector/xml/DomLinks.h"
+#include "assetconnector/xml/NameLimits.h"
+#include "assetconnector/xml/TextCheck.h"
 
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
-#include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace AC {
 
 namespace {
+
+constexpr char16_t kTooManyNames[] = u"there are too many different names";
 
 /// Ends a parse from inside a callback; the scanner lets it through.
 struct Refusal
@@ -35,28 +39,6 @@ ParseError PlaceOf(std::u16string_view text, std::size_t at, const char16_t* rea
     const std::u16string_view before = text.substr(0, at);
     const auto line = static_cast<std::size_t>(std::count(before.begin(), before.end(), u'\n')) + 1;
     return {line, at - before.rfind(u'\n'), reason};  // without a line feed rfind gives -1
-}
-
-/// A unit that is no character and that the scanner would let pass: a zero is the end of the text to it when
-/// it stands behind the root, and half a pair a part of an attribute's value when it ends one.
-bool IsStray(std::u16string_view text, std::size_t at)
-{
-    const auto isLead = [](char16_t unit) { return (unit & 0xFC00U) == 0xD800U; };
-    const auto isTrail = [](char16_t unit) { return (unit & 0xFC00U) == 0xDC00U; };
-    return text[at] == 0 || (isLead(text[at]) && (at + 1 == text.size() || !isTrail(text[at + 1])));
-}
-
-/// \return Where the first of them stands; npos without one.
-std::size_t FindStray(std::u16string_view text)
-{
-    bool isSuspect = false;
-    for (const char16_t unit : text)  // without an early end, and so several units at a time
-        isSuspect |= unit == 0 || (unit & 0xF800U) == 0xD800U;
-    if (isSuspect)
-        for (std::size_t at = 0; at < text.size(); ++at)
-            if (IsStray(text, at))
-                return at;
-    return std::u16string_view::npos;
 }
 
 /// \return The XML library's reason without what it quotes of the text.
@@ -101,9 +83,7 @@ xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
         content.remove_prefix(1);
     mRun.clear();
     mDepth = 0;
-    mElementNames.clear();
-    mAttributeNames.clear();
-    mNamesOfHash.fill(0);
+    mNames = std::make_unique<NameLimits>();
     mError = {};
     xercesc::DOMDocument* const document = ParseContent(content);
     if (content.find_first_not_of(u" \t\r\n") == std::u16string_view::npos)
@@ -116,10 +96,8 @@ xercesc::DOMDocument* MessageParser::Parse(const UTF16String& text)
 
 xercesc::DOMDocument* MessageParser::ParseContent(std::u16string_view content)
 {
-    if (const std::size_t stray = FindStray(content); stray != std::u16string_view::npos) {
-        mError = PlaceOf(content, stray,
-                         content[stray] == 0 ? u"a zero character is not accepted"
-                                             : u"half a surrogate pair is not accepted");
+    if (const std::optional<TextFlaw> flaw = FindFlaw(content)) {
+        mError = PlaceOf(content, flaw->at, flaw->reason);
         return nullptr;
     }
     xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(content.data()),
@@ -157,28 +135,6 @@ void MessageParser::Append(xercesc::DOMNode* child)
     DomLinks::AppendChild(static_cast<xercesc::DOMElement*>(fCurrentParent), child);
 }
 
-void MessageParser::CountElement(const xercesc::XMLElementDecl& declaration)
-{
-    if (mElementNames.insert(&declaration).second)
-        CountName(declaration.getFullName());
-}
-
-void MessageParser::CountAttribute(const XMLCh* name)
-{
-    const std::u16string_view text(name);
-    if (mAttributeNames.find(text) != mAttributeNames.end())
-        return;
-    mAttributeNames.emplace(text);
-    CountName(name);
-}
-
-void MessageParser::CountName(const XMLCh* name)
-{
-    const std::size_t ofHash = ++mNamesOfHash[xercesc::XMLString::hash(name, mNamesOfHash.size())];
-    if (mElementNames.size() + mAttributeNames.size() > kMostNames || ofHash > kMostNamesOfHash)
-        Refuse(u"there are too many different names");
-}
-
 void MessageParser::EndRun()
 {
     if (mRun.empty())
@@ -198,13 +154,15 @@ void MessageParser::startElement(const xercesc::XMLElementDecl& declaration, uns
     if (mDepth == kDeepestElement)
         Refuse(u"elements are nested too deeply");
     ++mDepth;
-    CountElement(declaration);
+    if (!mNames->AddElement(declaration))
+        Refuse(kTooManyNames);
     xercesc::DOMElement* const element = createElement(declaration.getFullName());
     for (XMLSize_t i = 0; i < attributeCount; ++i) {
-        const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
-        CountAttribute(attribute.getName());
-        DomLinks::AddAttribute(element, createAttr(attribute.getName()), attribute.getValue(),
-                               attributeCount);
+        const xercesc::XMLAttr& scanned = *attributes.elementAt(i);
+        xercesc::DOMAttr* const attribute = createAttr(scanned.getName());
+        if (!mNames->AddAttribute(attribute->getName()))
+            Refuse(kTooManyNames);
+        DomLinks::AddAttribute(element, attribute, scanned.getValue(), attributeCount);
     }
     if (fWithinElement)
         Append(element);

@@ -5,13 +5,12 @@
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
-#include <array>
 #include <cstddef>
-#include <functional>
-#include <set>
-#include <unordered_set>
+#include <memory>
 
 namespace AC {
+
+class NameLimits;
 
 /// Where and why a text does not parse. Line and column count from 1; 0 where no place is known.
 struct ParseError
@@ -36,13 +35,16 @@ public:
     /// How deep elements may nest; the root has depth 1.
     static constexpr std::size_t kDeepestElement = 4096;
 
-    /// How many different names of elements and attributes a text may hold: the DOM's pool of names takes
-    /// quadratic time beyond.
-    static constexpr std::size_t kMostNames = 50000;
+    /// How many attributes an element may have: the scanner searches for each among the others.
+    static constexpr std::size_t kMostAttributes = 256;
 
-    /// How many of them may have the same hash in that pool: many more than chance gives them, and few enough
-    /// for a text that was made to have nothing else.
-    static constexpr std::size_t kMostNamesOfHash = 1000;
+    /// How many different names of elements and attributes a text may hold: each is searched for in tables,
+    /// of which the DOM's does not grow.
+    static constexpr std::size_t kMostNames = 12000;
+
+    /// How many of them may share a bucket of such a table: several times what chance gives them, and few
+    /// enough for a text that was made to have nothing else.
+    static constexpr std::size_t kMostNamesOfHash = 256;
 
     /// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.
     AC_API MessageParser();
@@ -76,14 +78,6 @@ private:
                const XMLCh* text, const XMLCh* systemID, const XMLCh* publicID, XMLFileLoc line,
                XMLFileLoc column) override;
 
-    /// Each notes a name. They refuse the text when there are too many. The scanner has one declaration for
-    /// each name of an element; attributes have nothing but their name.
-    void CountElement(const xercesc::XMLElementDecl& declaration);
-    void CountAttribute(const XMLCh* name);
-
-    /// Counts a name that was not seen before.
-    void CountName(const XMLCh* name);
-
     /// Makes a text of the collected run of character data.
     void EndRun();
 
@@ -94,9 +88,7 @@ private:
 
     UTF16String mRun;
     std::size_t mDepth = 0;
-    std::unordered_set<const xercesc::XMLElementDecl*> mElementNames;
-    std::set<UTF16String, std::less<>> mAttributeNames;
-    std::array<std::size_t, 257> mNamesOfHash{};  // as many as the pool has
+    std::unique_ptr<NameLimits> mNames;
     ParseError mError;
 };
 

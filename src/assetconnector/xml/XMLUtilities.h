@@ -13,8 +13,8 @@ namespace Ridge::XMLUtilities {
 /// Parses a text.
 /// \param document Receives the document, owned by the parser; unchanged on failure.
 /// \return false for a text that does not parse, including every text with a DOCTYPE, an entity other than
-///         the five named ones, a zero character, half a surrogate pair, elements nested beyond
-///         AC::MessageParser::kDeepestElement or more different names than AC::MessageParser::kMostNames.
+///         the five named ones, a zero character, half a surrogate pair, and what is beyond the limits of
+///         AC::MessageParser.
 /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
 AC_API bool GetDOMDocument(AC::MessageParser& parser, const UTF16String& text,
                            xercesc::DOMDocument*& document);
