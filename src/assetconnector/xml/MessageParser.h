@@ -29,7 +29,7 @@ struct ParseError
 /// for every reference, and each piece searches all the buffers that earlier ones released.
 ///
 /// One parser, one text, one thread. It owns the document.
-class MessageParser final : public xercesc::XercesDOMParser
+class AC_API MessageParser final : public xercesc::XercesDOMParser
 {
 public:
     /// How deep elements may nest; the root has depth 1.
@@ -47,13 +47,13 @@ public:
     static constexpr std::size_t kMostNamesOfHash = 256;
 
     /// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.
-    AC_API MessageParser();
-    AC_API ~MessageParser() override;
+    MessageParser();
+    ~MessageParser() override;
 
     /// Parses the text, whatever encoding it declares; a leading byte order mark is accepted.
     /// \return The document, owned by this parser; null when the text does not parse.
     /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
-    AC_API xercesc::DOMDocument* Parse(const UTF16String& text);
+    xercesc::DOMDocument* Parse(const UTF16String& text);
 
     /// \return What was wrong with the text, after Parse returned null. Of a text that mentions an FTP
     ///         password the reason quotes nothing.
@@ -61,30 +61,30 @@ public:
 
 private:
     /// Parse behind the byte order mark.
-    xercesc::DOMDocument* ParseContent(std::u16string_view content);
+    AC_LOCAL xercesc::DOMDocument* ParseContent(std::u16string_view content);
 
-    void docCharacters(const XMLCh* chars, XMLSize_t length, bool cdataSection) override;
-    void docPI(const XMLCh* target, const XMLCh* data) override;
-    void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, const XMLCh* prefix,
-                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount,
-                      bool isEmpty, bool isRoot) override;
-    void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, bool isRoot,
-                    const XMLCh* prefix) override;
-    void doctypeDecl(const xercesc::DTDElementDecl& declaration, const XMLCh* publicID, const XMLCh* systemID,
-                     bool hasInternalSubset, bool hasExternalSubset) override;
-    void XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
-                 const XMLCh* actualEncoding) override;
-    void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes type,
-               const XMLCh* text, const XMLCh* systemID, const XMLCh* publicID, XMLFileLoc line,
-               XMLFileLoc column) override;
+    AC_LOCAL void docCharacters(const XMLCh* chars, XMLSize_t length, bool cdataSection) override;
+    AC_LOCAL void docPI(const XMLCh* target, const XMLCh* data) override;
+    AC_LOCAL void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID,
+                               const XMLCh* prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                               XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;
+    AC_LOCAL void endElement(const xercesc::XMLElementDecl& declaration, unsigned int uriID, bool isRoot,
+                             const XMLCh* prefix) override;
+    AC_LOCAL void doctypeDecl(const xercesc::DTDElementDecl& declaration, const XMLCh* publicID,
+                              const XMLCh* systemID, bool hasInternalSubset, bool hasExternalSubset) override;
+    AC_LOCAL void XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
+                          const XMLCh* actualEncoding) override;
+    AC_LOCAL void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes type,
+                        const XMLCh* text, const XMLCh* systemID, const XMLCh* publicID, XMLFileLoc line,
+                        XMLFileLoc column) override;
 
     /// Makes a text of the collected run of character data.
-    void EndRun();
+    AC_LOCAL void EndRun();
 
     /// Appends to the element that is open.
-    void Append(xercesc::DOMNode* child);
+    AC_LOCAL void Append(xercesc::DOMNode* child);
 
-    [[noreturn]] void Refuse(const char16_t* reason);
+    [[noreturn]] AC_LOCAL void Refuse(const char16_t* reason);
 
     UTF16String mRun;
     std::size_t mDepth = 0;
