@@ -50,8 +50,12 @@ struct Prepared
 benchmark::internal::Benchmark& Measure(const std::string& name, std::size_t items,
                                         const boost::function<Prepared()>& prepare);
 
-/// Has every codec measured on all works, and what the connectors do.
+/// \return The parse alone, by the XML library's own parser with default settings. The work outlives it.
+Operation BareParse(const Work& work);
+
+/// Has every codec measured on all works, hostile texts, and what the connectors do.
 void MeasureCodecs();
+void MeasureHostile();
 void MeasureConnectors(ReferenceHost::Host& host);
 
 /// \return The most bytes that the operation held at a time beyond what was held before.

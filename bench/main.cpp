@@ -33,6 +33,7 @@ int main(int argc, char** argv)
         ReferenceHost::Host host(ReferenceHost::Stations::Delivery::kByHand);
         const ReferenceHost::Installation installation(host);
         Bench::MeasureCodecs();
+        Bench::MeasureHostile();
         Bench::MeasureConnectors(host);
         benchmark::RunSpecifiedBenchmarks(&report);
         benchmark::Shutdown();  // what the benchmarks hold needs the host
