@@ -49,7 +49,7 @@ Operation EncodeForPanel(const Work& work)
 }
 
 const AddedCodec kLibrary({"library", {Decode, true}, {Encode, true}, true});
-const AddedCodec kUTF8({"utf8", {}, {EncodeUTF8}});
+const AddedCodec kUTF8({"utf8", {}, {EncodeUTF8, true}});
 const AddedCodec kPanelText({"panelText", {}, {EncodeForPanel}});
 
 /// The connector that two threads use.
