@@ -30,7 +30,7 @@ struct Refusal
 /// \return What the base class takes its memory from. \throws std::logic_error before there is any.
 xercesc::MemoryManager* PlatformMemory()
 {
-    AC::XMLPlatform::Require();
+    XMLPlatform::Require();
     return xercesc::XMLPlatformUtils::fgMemoryManager;
 }
 
