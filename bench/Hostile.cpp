@@ -4,7 +4,7 @@
 
 #include "assetconnector/codec/ACMessageDecoder.h"
 #include "assetconnector/host/ferrite/Unicode.h"
-#include "assetconnector/xml/MessageParser.h"
+#include "assetconnector/xml/MessageLimits.h"
 #include "bench/Codec.h"
 #include "bench/Work.h"
 
@@ -13,7 +13,7 @@
 namespace Bench {
 namespace {
 
-using AC::MessageParser;
+namespace MessageLimits = AC::MessageLimits;
 
 constexpr std::size_t kUnits = 500000;
 
@@ -72,14 +72,14 @@ std::string Honest()
 std::string Names()
 {
     std::string names;
-    for (std::size_t i = 1; i < MessageParser::kMostNames; ++i)
+    for (std::size_t i = 1; i < MessageLimits::kMostNames; ++i)
         names += "<n" + std::to_string(i) + "/>";
     return Filled("<a>", names, "</a>");
 }
 
 std::string Depth()
 {
-    const std::size_t levels = MessageParser::kDeepestElement - 1;
+    const std::size_t levels = MessageLimits::kDeepestElement - 1;
     return Filled("<a>", Repeated("<a b=\"\">", levels) + Repeated("</a>", levels), "</a>");
 }
 
@@ -97,18 +97,18 @@ const std::vector<HostileKind>& HostileKinds()
         {"honest", Honest},
         {"attributesOfHash",
          [] {
-             return Filled("<a>", ElementWithAttributes(NamesOfHash(MessageParser::kMostAttributes, 0)),
+             return Filled("<a>", ElementWithAttributes(NamesOfHash(MessageLimits::kMostAttributes, 0)),
                            "</a>");
          }},
         {"longAttributesOfHash",
          [] {
-             return Filled("<a>", ElementWithAttributes(NamesOfHash(MessageParser::kMostAttributes, 64)),
+             return Filled("<a>", ElementWithAttributes(NamesOfHash(MessageLimits::kMostAttributes, 64)),
                            "</a>");
          }},
         {"namesOfHash",
-         [] { return Filled("<a>", ElementsOf(NamesOfHash(MessageParser::kMostNamesOfHash, 0)), "</a>"); }},
+         [] { return Filled("<a>", ElementsOf(NamesOfHash(MessageLimits::kMostNamesOfHash, 0)), "</a>"); }},
         {"longNamesOfHash",
-         [] { return Filled("<a>", ElementsOf(NamesOfHash(MessageParser::kMostNamesOfHash, 64)), "</a>"); }},
+         [] { return Filled("<a>", ElementsOf(NamesOfHash(MessageLimits::kMostNamesOfHash, 64)), "</a>"); }},
         {"names", Names},
         {"depth", Depth},
         {"surplusAttributes", SurplusAttributes},

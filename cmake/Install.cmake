@@ -30,6 +30,7 @@ set(public_headers
     connectors/StationMessages.def
     connectors/StationMessages.h
     registration/ACUtils.h
+    xml/MessageLimits.h
     xml/MessageParser.h
     xml/XMLUtilities.h)
 foreach(header IN LISTS public_headers)

@@ -3,6 +3,7 @@
 // have one hash in the XML library's tables.
 
 #include "assetconnector/codec/ACMessageDecoder.h"
+#include "assetconnector/xml/MessageLimits.h"
 #include "fuzz/FuzzHost.h"
 
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -38,7 +39,7 @@ std::string Filled(std::string_view piece, unsigned number)
         if (unit == '#')
             text += std::to_string(number);
         else if (unit == '$')
-            text += NameOfHash(number % AC::MessageParser::kMostNamesOfHash);
+            text += NameOfHash(number % AC::MessageLimits::kMostNamesOfHash);
         else
             text += unit;
     return text;

@@ -1,3 +1,4 @@
+#include "assetconnector/xml/MessageLimits.h"
 #include "assetconnector/xml/MessageParser.h"
 #include "tests/support/HostTest.h"
 
@@ -224,16 +225,16 @@ TEST(MessageParser, IgnoresDeclaredEncodingAndByteOrderMark)
 TEST(MessageParser, BeginsEachTextAnew)
 {
     std::string elements, attributes;
-    for (const std::string& name : Numbered("e", AC::MessageParser::kMostNames / 2 + 1)) {
+    for (const std::string& name : Numbered("e", AC::MessageLimits::kMostNames / 2 + 1)) {
         elements += "<" + name + "/>";
         attributes += "<a " + name + "=''/>";
     }
-    const std::string deep = Repeated("<a>", AC::MessageParser::kDeepestElement / 2 + 1);
+    const std::string deep = Repeated("<a>", AC::MessageLimits::kDeepestElement / 2 + 1);
     const struct
     {
         std::string first, second;
     } kTexts[] = {
-        {deep + "</b>", deep + Repeated("</a>", AC::MessageParser::kDeepestElement / 2 + 1)},
+        {deep + "</b>", deep + Repeated("</a>", AC::MessageLimits::kDeepestElement / 2 + 1)},
         {"<a>" + elements + "</a>", "<b>" + attributes + "</b>"},
         {"<b>" + attributes + "</b>", "<a>" + elements + "</a>"},
         {"<a>left over</b>", "<a/>"},

@@ -2,6 +2,7 @@
 
 #include "assetconnector/host/XMLPlatform.h"
 #include "assetconnector/xml/DomLinks.h"
+#include "assetconnector/xml/MessageLimits.h"
 #include "assetconnector/xml/NameLimits.h"
 #include "assetconnector/xml/TextCheck.h"
 
@@ -151,7 +152,7 @@ void MessageParser::startElement(const xercesc::XMLElementDecl& declaration, uns
                                  XMLSize_t attributeCount, bool isEmpty, bool isRoot)
 {
     EndRun();
-    if (mDepth == kDeepestElement)
+    if (mDepth == MessageLimits::kDeepestElement)
         Refuse(u"elements are nested too deeply");
     ++mDepth;
     if (!mNames->AddElement(declaration))

@@ -28,24 +28,11 @@ struct ParseError
 /// Character data between two tags reaches the tree as one piece: the base class appends piece by piece, one
 /// for every reference, and each piece searches all the buffers that earlier ones released.
 ///
-/// One parser, one text, one thread. It owns the document.
+/// What a text may hold at most stands in MessageLimits.h. One parser, one text, one thread. It owns the
+/// document.
 class AC_API MessageParser final : public xercesc::XercesDOMParser
 {
 public:
-    /// How deep elements may nest; the root has depth 1.
-    static constexpr std::size_t kDeepestElement = 4096;
-
-    /// How many attributes an element may have: the scanner searches for each among the others.
-    static constexpr std::size_t kMostAttributes = 256;
-
-    /// How many different names of elements and attributes a text may hold: each is searched for in tables,
-    /// of which the DOM's does not grow.
-    static constexpr std::size_t kMostNames = 12000;
-
-    /// How many of them may share a bucket of such a table: several times what chance gives them, and few
-    /// enough for a text that was made to have nothing else.
-    static constexpr std::size_t kMostNamesOfHash = 256;
-
     /// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.
     MessageParser();
     ~MessageParser() override;

@@ -1,5 +1,7 @@
 #include "assetconnector/xml/NameLimits.h"
 
+#include "assetconnector/xml/MessageLimits.h"
+
 #include <xercesc/util/XMLString.hpp>
 
 #include <limits>
@@ -37,8 +39,8 @@ bool NameLimits::AddAttribute(const XMLCh* name)
 bool NameLimits::Add(const XMLCh* name)
 {
     mOfDocument.Add(name);
-    return mElements + mAttributes.size() <= MessageParser::kMostNames &&
-           std::max(mOfDocument.Fullest(), mOfScanner.Fullest()) <= MessageParser::kMostNamesOfHash;
+    return mElements + mAttributes.size() <= MessageLimits::kMostNames &&
+           std::max(mOfDocument.Fullest(), mOfScanner.Fullest()) <= MessageLimits::kMostNamesOfHash;
 }
 
 }  // namespace AC

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "assetconnector/xml/MessageParser.h"
-
 #include <xercesc/framework/XMLElementDecl.hpp>
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "assetconnector/xml/TextCheck.h"
 
-#include "assetconnector/xml/MessageParser.h"
+#include "assetconnector/xml/MessageLimits.h"
 
 #include <cstdint>
 
@@ -8,7 +8,7 @@ namespace AC {
 namespace {
 
 constexpr std::size_t kNowhere = std::u16string_view::npos;
-constexpr std::size_t kMostAttributes = MessageParser::kMostAttributes;
+using MessageLimits::kMostAttributes;
 constexpr std::size_t kBlock = 128;
 static_assert(kBlock <= kMostAttributes, "or a tag with more could hide in one block");
 
