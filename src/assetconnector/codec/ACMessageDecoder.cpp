@@ -5,7 +5,7 @@
 #include "assetconnector/codec/DynamicColumns.h"
 #include "assetconnector/codec/ElementReader.h"
 #include "assetconnector/codec/Metadata.h"
-#include "assetconnector/codec/Scalars.h"
+#include "assetconnector/codec/RootScalars.h"
 #include "assetconnector/codec/SingleAssets.h"
 #include "assetconnector/codec/TasksAndResults.h"
 #include "assetconnector/codec/Transfers.h"

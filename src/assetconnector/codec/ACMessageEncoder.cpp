@@ -4,11 +4,11 @@
 #include "assetconnector/codec/AssetMediaInfos.h"
 #include "assetconnector/codec/ElementWriter.h"
 #include "assetconnector/codec/Metadata.h"
-#include "assetconnector/codec/Scalars.h"
+#include "assetconnector/codec/RootScalars.h"
 #include "assetconnector/codec/SingleAssets.h"
 #include "assetconnector/codec/TasksAndResults.h"
 #include "assetconnector/codec/Transfers.h"
-#include "assetconnector/xml/DomWriter.h"
+#include "assetconnector/xml/TextWriter.h"
 #include "assetconnector/xml/XMLUtilities.h"
 
 #include <memory>
@@ -42,7 +42,7 @@ struct ReleaseDocument
     void operator()(xercesc::DOMDocument* document) const { document->release(); }
 };
 
-/// \return The text, yet to be put together: its document is released before, as WriteDom advises.
+/// \return The text, yet to be put together: its document is released before, as WriteText advises.
 UTF8Builder Write(const ACMessage& message, const UTF16String& rootName, Reserved reserved)
 {
     const std::unique_ptr<xercesc::DOMDocument, ReleaseDocument> document(
@@ -50,7 +50,7 @@ UTF8Builder Write(const ACMessage& message, const UTF16String& rootName, Reserve
     const ElementWriter root = ElementWriter::CreateRoot(*document, rootName);
     for (const auto encodeSection : kSections)
         encodeSection(message, root);
-    return WriteDom(document.get(), reserved);
+    return WriteText(document.get(), reserved);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "assetconnector/codec/ElementWriter.h"
 #include "assetconnector/codec/LibraryMetadata.h"
 #include "assetconnector/codec/ValueForms.h"
+#include "assetconnector/codec/XMPPacket.h"
 #include "assetconnector/host/ferrite/ReservedCharacters.h"
 #include "assetconnector/host/kiln/Strings.h"
 #include "assetconnector/host/ridge/AssetMediaInfo.h"
@@ -20,21 +21,6 @@ namespace {
 using namespace Vocabulary;
 using Ridge::AssetMediaInfo;
 using Ridge::AssetMediaType;
-
-// The XMP packet travels between these, inside ordinary text.
-constexpr std::u16string_view kPacketBegin = u"<![CDATA[";
-constexpr std::u16string_view kPacketEnd = u"]]>";
-
-/// \return What stands between the markers; the whole text without them, or with them in the wrong order.
-UTF16String UnwrappedPacket(UTF16String text)
-{
-    const std::size_t begin = text.find(kPacketBegin);
-    const std::size_t end = text.rfind(kPacketEnd);
-    if (begin == UTF16String::npos || end == UTF16String::npos || end < begin + kPacketBegin.size())
-        return text;
-    const std::size_t packet = begin + kPacketBegin.size();
-    return text.substr(packet, end - packet);
-}
 
 void ReadFileMetadata(const DOMElement* element, UTF16String& xmp, UTF16String& customMetadata)
 {
@@ -81,8 +67,7 @@ void EncodeFileMetadata(const AssetMediaInfo& info, const ElementWriter& parent)
 {
     const ElementWriter block = parent.AppendChildElement(kFileMetadata);
     if (const Ridge::XMPText xmp = info.GetXMPString())
-        block.AppendChildElement(kXmp,
-                                 UTF16String(kPacketBegin).append(Kiln::MakeString(*xmp)).append(kPacketEnd));
+        block.AppendChildElement(kXmp, WrappedPacket(*xmp));
     UTF16String customMetadata;
     ferrite::xml::utils::EncodeReservedCharacters(info.GetCustomMetadata(), customMetadata);
     block.Text(kCustomMetadata, customMetadata);

@@ -4,7 +4,7 @@
 #include "assetconnector/host/ridge/AssetMediaInfo.h"
 #include "assetconnector/host/ridge/ErrorRecord.h"
 #include "assetconnector/message/ACMessage.h"
-#include "assetconnector/message/MemberRows.h"
+#include "assetconnector/message/DescriptionRows.h"
 
 #include <cstddef>
 #include <tuple>

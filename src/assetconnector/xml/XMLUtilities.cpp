@@ -1,7 +1,7 @@
 #include "assetconnector/xml/XMLUtilities.h"
 
 #include "assetconnector/host/XMLPlatform.h"
-#include "assetconnector/xml/DomWriter.h"
+#include "assetconnector/xml/TextWriter.h"
 
 namespace Ridge::XMLUtilities {
 
@@ -31,7 +31,7 @@ xercesc::DOMDocument* CreateDomDocument()
 
 UTF16String ConvertDomToXMLString(const xercesc::DOMDocument* document)
 {
-    return AC::WriteDom(document, AC::Reserved::kAsReferences).TakeUTF16();
+    return AC::WriteText(document, AC::Reserved::kAsReferences).TakeUTF16();
 }
 
 }  // namespace Ridge::XMLUtilities

@@ -1,4 +1,4 @@
-#include "assetconnector/xml/DomWriter.h"
+#include "assetconnector/xml/TextWriter.h"
 
 #include "assetconnector/host/ferrite/CodePoints.h"
 #include "assetconnector/host/ferrite/ReplacementTable.h"
@@ -54,8 +54,6 @@ constexpr Tables TablesFor(Reserved reserved)
 
 constexpr Tables kWithReferences = TablesFor(Reserved::kAsReferences);
 constexpr Tables kWithBare = TablesFor(Reserved::kBare);
-
-constexpr std::u16string_view kSectionBegin = u"<![CDATA[";
 constexpr Table kInName;  // names hold nothing that must be replaced
 
 /// Writes each character as the table says, what XML 1.0 cannot carry as U+FFFD.
@@ -164,7 +162,7 @@ const DOMNode* Open(UTF8Builder& out, const DOMNode* node, const Tables& tables,
 
 }  // namespace
 
-UTF8Builder WriteDom(const xercesc::DOMDocument* document, Reserved reserved)
+UTF8Builder WriteText(const xercesc::DOMDocument* document, Reserved reserved)
 {
     const Tables& tables = reserved == Reserved::kBare ? kWithBare : kWithReferences;
     UTF8Builder out;

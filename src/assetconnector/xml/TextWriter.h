@@ -4,7 +4,12 @@
 
 #include <xercesc/dom/DOMDocument.hpp>
 
+#include <string_view>
+
 namespace AC {
+
+/// The marker with which a CDATA section begins.
+constexpr std::u16string_view kSectionBegin = u"<![CDATA[";
 
 /// How what is reserved is written: & and <, in texts also >, in attributes also ".
 enum class Reserved
@@ -19,6 +24,6 @@ enum class Reserved
 /// Writes the text that XMLUtilities::ConvertDomToXMLString describes.
 /// \return The text, yet to be put together. A large document should be released first: its text may then
 ///         take its memory, which the system need not clear for it.
-UTF8Builder WriteDom(const xercesc::DOMDocument* document, Reserved reserved);
+UTF8Builder WriteText(const xercesc::DOMDocument* document, Reserved reserved);
 
 }  // namespace AC

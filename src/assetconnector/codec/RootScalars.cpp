@@ -1,4 +1,4 @@
-#include "assetconnector/codec/Scalars.h"
+#include "assetconnector/codec/RootScalars.h"
 
 #include "assetconnector/codec/ElementReader.h"
 #include "assetconnector/codec/ElementWriter.h"
