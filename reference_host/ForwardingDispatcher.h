@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assetconnector/host/Export.h"
 #include "assetconnector/host/ald/IAssetLibraryDispatcher.h"
 
 #include <utility>
@@ -155,7 +156,7 @@ public:
     IdleDispatcher() : ForwardingDispatcher(kNoHook) {}
 
 private:
-    static constexpr NoHook kNoHook{};
+    AC_CONSTANT static constexpr NoHook kNoHook{};
 };
 
 }  // namespace ReferenceHost

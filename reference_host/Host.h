@@ -39,8 +39,16 @@ private:
     PanelEvents mPanelEvents;
 };
 
+/// Drops what is posted at stations.
+struct DropPosted
+{
+    void operator()() const { stations.DropPosted(); }
+
+    Stations& stations;
+};
+
 /// AC::Installation of this host's services, or of forwarders to them.
-class Installation : public AC::Installation
+class Installation : public AC::Installation<DropPosted>
 {
 public:
     /// \throws As AC::InstallHost.
@@ -49,7 +57,7 @@ public:
     /// \param services What is installed. \param stations Where its posted messages wait.
     /// \throws As AC::InstallHost.
     Installation(const AC::HostServices& services, Stations& stations)
-        : AC::Installation(services, [&stations] { stations.DropPosted(); })
+        : AC::Installation<DropPosted>(services, {stations})
     {
     }
 };

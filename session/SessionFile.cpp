@@ -56,20 +56,22 @@ void CheckEffect(const EffectRow& row, const Json& json)
     effect.Finish();
 }
 
-/// What a recorder adds to a line: when, in microseconds since it began, and on which thread. Neither played
-/// nor compared.
-constexpr const char* kStamps[] = {"us", "thread"};
+template <class Value>
+void DropStamp(Json& line, const char* name)
+{
+    const auto found = line.find(name);
+    if (found == line.end())
+        return;
+    Within(name, [&found] { ValueReader::Read<Value>(*found); });
+    line.erase(found);
+}
 
-/// Takes them out of the line. \throws FormatError
+/// Takes out of the line what a recorder adds: when, in microseconds since it began, and on which thread.
+/// Neither is played or compared. \throws FormatError
 void DropStamps(Json& line)
 {
-    for (const char* const stamp : kStamps) {
-        const auto found = line.find(stamp);
-        if (found == line.end())
-            continue;
-        Within(stamp, [&found] { ValueReader::Read<std::uint64_t>(*found); });
-        line.erase(found);
-    }
+    DropStamp<std::uint64_t>(line, "us");
+    DropStamp<std::int32_t>(line, "thread");
 }
 
 /// \return Whether there is another line.

@@ -59,7 +59,7 @@ TEST_F(ValuesTest, FormsOfValues)
     EXPECT_EQ(writer.Write(Ridge::ColumnTexts{{{1, 2}, u"b"}}).dump(),
               R"([["00000000-0000-0001-0000-000000000002","b"]])");
     const auto info = ValueReader::Read<boost::shared_ptr<Ridge::AssetMediaInfo>>(Json::object());
-    EXPECT_EQ(writer.Write(info).size(), AC::Description::kMemberCount<Ridge::AssetMediaInfoValues>);
+    EXPECT_EQ(writer.Write(info).size(), AC::Description::CountMembers<Ridge::AssetMediaInfoValues>());
     EXPECT_EQ(info->GetForceLoadFromLocalDisk(), -1);
 }
 

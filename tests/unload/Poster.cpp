@@ -1,15 +1,20 @@
 // A plug-in of a host, built with a compiler's default options and without the reference host: it brings
 // services of its own, makes messages of the library's classes and of its own, posts and delivers them.
 
+#include "assetconnector/connectors/ConnectorAccess.h"
 #include "assetconnector/connectors/IngestMediaCollectionConnector.h"
 #include "assetconnector/connectors/StationMessages.h"
 #include "assetconnector/host/Installation.h"
 #include "assetconnector/host/kiln/StationUtils.h"
 #include "assetconnector/host/ridge/TandemEvents.h"
 #include "assetconnector/host/ridge/Utilities.h"
+#include "assetconnector/message/Comparison.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
+#include <string>
 
 namespace {
 
@@ -116,6 +121,13 @@ struct Memory : Kiln::IMemory
     int live = 0;
 };
 
+bool IsOneOf(const ferrite::utility::Guid& identifier,
+             std::initializer_list<const ferrite::utility::Guid*> known)
+{
+    return std::any_of(known.begin(), known.end(),
+                       [&identifier](const auto* each) { return *each == identifier; });
+}
+
 }  // namespace
 
 /// \return 0 when all is well.
@@ -128,13 +140,20 @@ extern "C" int UseLibrary()
     Texts texts;
     Memory memory;
     {
-        const AC::Installation installation({panelEvents, stations, ingestLibrary, files, texts, memory});
+        const AC::Installation installation(
+            AC::HostServices{panelEvents, stations, ingestLibrary, files, texts, memory}, [] {});
         const auto connector = AC::CreateIngestMediaCollectionConnector(nullptr);
         connector->OnIngestStarted(ferrite::utility::Guid::CreateUnique());
+        AC::Query<AC::IAssetConnectorPrivate>(connector)->SetDispatcher(nullptr);
         const auto station = Ridge::GetPlexaStationID();
         Kiln::StationUtils::PostMessageToUIThread(station, OwnMessage(), true);
         Kiln::StationUtils::PostMessageToUIThread(station, AC::SaveAssetMessage(AC::ACMessage()), true);
         Kiln::StationUtils::BroadcastMessage(station, Ridge::TandemEvent(u"type", u"data"));
     }
-    return stations.delivered == 4 && memory.live == 0 ? 0 : 1;
+    // Constants of headers, where they need a place in memory.
+    const bool isKnown = std::string(AC::SaveAssetMessage::kTypeName) != Ridge::TandemEvent::kTypeName &&
+                         IsOneOf(Ridge::IIngestLibraryNotifier::kInterfaceID,
+                                 {&Ridge::IIngestLibraryNotifier::kInterfaceID}) &&
+                         AC::Comparison::Same(AC::ACMessage(), AC::ACMessage());
+    return isKnown && stations.delivered == 4 && memory.live == 0 ? 0 : 1;
 }

@@ -14,7 +14,7 @@ namespace AC::ACMessageEncoder {
 /// \throws xercesc::DOMException for a root or a custom metadata property whose name is not an XML name (one
 ///         with a character beyond U+FFFF is none to the DOM, although its parser reads it);
 ///         xercesc::OutOfMemoryException, std::bad_alloc; std::logic_error before the XML platform is
-///         initialised or without an installed host; what the host throws.
+///         initialised, and for file lists and markers without an installed host; what the host throws.
 /// Any thread; the record and what it shares are only read.
 AC_API UTF16String EncoderACMessage(const ACMessage& message, const UTF16String& rootName);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assetconnector/host/Export.h"
 #include "assetconnector/host/kiln/Message.h"
 #include "assetconnector/host/ridge/RecordLists.h"
 #include "assetconnector/message/ACMessage.h"
@@ -49,7 +50,7 @@ struct InsertedColumns
     class NAME : public AC::StationMessage<NAME, PAYLOAD>                  \
     {                                                                      \
     public:                                                                \
-        static constexpr char kTypeName[] = TYPE_NAME;                     \
+        AC_CONSTANT static constexpr char kTypeName[] = TYPE_NAME;         \
         explicit NAME(const PAYLOAD& payload) : StationMessage(payload) {} \
     };                                                                     \
     }

@@ -270,8 +270,10 @@ inline auto TieMembers(const ACMessage& message)
 }  // namespace Detail
 
 template <>
-inline constexpr std::size_t kMemberCount<ACMessage> =
-    std::tuple_size_v<decltype(Detail::TieMembers(std::declval<ACMessage>()))>;
+constexpr std::size_t CountMembers<ACMessage>()
+{
+    return std::tuple_size_v<decltype(Detail::TieMembers(std::declval<ACMessage>()))>;
+}
 
 template <>
 struct Members<ACMessage>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "assetconnector/host/Export.h"
+
 #include <cstddef>
 #include <tuple>
 #include <type_traits>
@@ -54,7 +56,7 @@ constexpr MemberRow<Record, Member> Both(const char* name, Member Record::*membe
 
 /// Specialised for each record: a tuple kRows of MemberRow.
 template <class Record>
-struct Members;
+struct AC_CONSTANT Members;
 
 template <class Record, class = void>
 struct IsDescribed : std::false_type
@@ -97,16 +99,19 @@ constexpr std::size_t CountInitialisers()
 
 }  // namespace Detail
 
-/// How many members the record has.
+/// \return How many members the record has.
 template <class Record>
-inline constexpr std::size_t kMemberCount = Detail::CountInitialisers<Record>();
+constexpr std::size_t CountMembers()
+{
+    return Detail::CountInitialisers<Record>();
+}
 
 /// Calls visit(row) for each member of the record, in order. A member without a row does not compile.
 template <class Record, class Visit>
 void ForEachMember(Visit&& visit)
 {
     constexpr auto& kRows = Members<Record>::kRows;
-    static_assert(std::tuple_size_v<std::decay_t<decltype(kRows)>> == kMemberCount<Record>,
+    static_assert(std::tuple_size_v<std::decay_t<decltype(kRows)>> == CountMembers<Record>(),
                   "a row for each member");
     std::apply([&visit](const auto&... row) { (visit(row), ...); }, kRows);
 }

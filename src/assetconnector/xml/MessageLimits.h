@@ -11,8 +11,8 @@ constexpr std::size_t kDeepestElement = 4096;
 /// How many attributes an element may have: the scanner searches for each among the others.
 constexpr std::size_t kMostAttributes = 256;
 
-/// How many different names of elements and attributes a text may hold: each is searched for in tables,
-/// of which the DOM's does not grow.
+/// How many different names of elements and different names of attributes a text may hold together: each is
+/// searched for in tables, of which the DOM's does not grow.
 constexpr std::size_t kMostNames = 12000;
 
 /// How many of them may share a bucket of such a table: several times what chance gives them, and few

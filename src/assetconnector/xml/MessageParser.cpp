@@ -13,7 +13,6 @@
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
 
@@ -37,25 +36,23 @@ xercesc::MemoryManager* PlatformMemory()
 
 ParseError PlaceOf(std::u16string_view text, std::size_t at, const char16_t* reason)
 {
-    const std::u16string_view before = text.substr(0, at);
-    const auto line = static_cast<std::size_t>(std::count(before.begin(), before.end(), u'\n')) + 1;
-    return {line, at - before.rfind(u'\n'), reason};  // without a line feed rfind gives -1
+    ParseError error{1, 1, reason};
+    for (std::size_t i = 0; i < at; ++i) {
+        const bool endsLine = text[i] == u'\n' || (text[i] == u'\r' && text.substr(i + 1, 1) != u"\n");
+        error.line += endsLine ? 1 : 0;
+        error.column = endsLine ? 1 : error.column + 1;
+    }
+    return error;
 }
 
-/// \return The XML library's reason without what it quotes of the text.
-UTF16String WithoutQuotes(std::u16string_view reason)
+/// \return The XML library's reason without what it quotes of the text, where there may be quotes, too.
+UTF16String WithoutQuotes(UTF16String reason)
 {
-    UTF16String masked;
-    bool isQuoted = false;
-    for (const char16_t unit : reason) {
-        if (unit == u'\'') {
-            isQuoted = !isQuoted;
-            masked += isQuoted ? u"'***'" : u"";
-        } else if (!isQuoted) {
-            masked += unit;
-        }
-    }
-    return masked;
+    const std::size_t first = reason.find(u'\'');
+    const std::size_t last = reason.rfind(u'\'');
+    if (first != last)
+        reason.replace(first, last + 1 - first, u"'***'");
+    return reason;
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ public:
     AC_API static Guid StringToGUID(std::u16string_view text) noexcept;
 
     /// The length of the text form.
-    static constexpr std::size_t kTextLength = 36;
+    AC_CONSTANT static constexpr std::size_t kTextLength = 36;
 
     /// \return The text form: lower case, with hyphens, without braces; also for the zero GUID.
     AC_API UTF16String AsString() const;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "assetconnector/host/Export.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -16,7 +18,7 @@ class ReplacementTable
 {
 public:
     /// How many units a copy takes at its place, whatever the text's length.
-    static constexpr std::size_t kRoom = 8;
+    AC_CONSTANT static constexpr std::size_t kRoom = 8;
 
     /// Every character stands for itself.
     constexpr ReplacementTable()
@@ -46,7 +48,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kCharacters = 128;
+    AC_CONSTANT static constexpr std::size_t kCharacters = 128;
 
     std::array<std::array<Unit, kRoom>, kCharacters> mTexts{};
     std::array<std::uint8_t, kCharacters> mSizes{};

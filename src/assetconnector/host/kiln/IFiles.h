@@ -20,7 +20,8 @@ public:
     /// The form under which metadata providers are registered.
     virtual UTF16String ToNormalizedPath(const UTF16String& path) = 0;
 
-    /// The form in which paths go to panels. An empty result leaves the path out of the list.
+    /// The form in which the paths of a file list go to panels; other paths go as they are. An empty result
+    /// leaves the path out of the list.
     virtual UTF16String NormalizePathWithoutUNC(const UTF16String& path) = 0;
 };
 

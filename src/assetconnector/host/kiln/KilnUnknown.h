@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assetconnector/host/Export.h"
 #include "assetconnector/host/ferrite/Guid.h"
 
 #include <cstdint>
@@ -27,5 +28,5 @@ public:
     virtual KilnUnknown* GetRawPointer() = 0;
 
     /// 0xA00A0001: the object does not offer the interface.
-    static constexpr auto kNoInterface = static_cast<std::int32_t>(0xA00A0001U);
+    AC_CONSTANT static constexpr auto kNoInterface = static_cast<std::int32_t>(0xA00A0001U);
 };

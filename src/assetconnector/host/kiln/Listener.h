@@ -29,8 +29,8 @@ protected:
     /// broadcast and reaches its caller.
     virtual void OnStationMessage(const Message& message) = 0;
 
-    /// Ends every subscription and waits until no other thread is inside a delivery to this object. Does
-    /// nothing the second time, or without an installed host.
+    /// Ends every subscription and waits until no other thread is inside a delivery to this object. Calls the
+    /// host each time, and does nothing without an installed one.
     void EndSubscriptions() noexcept;
 
 private:

@@ -38,7 +38,7 @@ public:
     InterfaceRef<KilnUnknown> Lock() noexcept;
 
     /// What the count becomes when the object goes, far from anything that AddRef could bring back.
-    static constexpr std::int32_t kDestroyed = -10000;
+    AC_CONSTANT static constexpr std::int32_t kDestroyed = -10000;
 
 private:
     std::atomic<KilnUnknown*> mObject{nullptr};

@@ -66,7 +66,7 @@ public:
     // Times, time base ("25") and NTSC flag ("TRUE", "FALSE") are texts that the library passes on as they
     // are.
 
-    /// A tri-state: -1 not set, 0 false, anything else is passed on.
+    /// A tri-state: -1 not set, 1 true, anything else false.
     virtual std::int32_t GetForceLoadFromLocalDisk() const = 0;
 
     /// Whether saving must first look for a newer file on disk.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assetconnector/host/Export.h"
 #include "assetconnector/host/kiln/InterfaceRef.h"
 #include "assetconnector/host/kiln/KilnUnknown.h"
 #include "assetconnector/host/ridge/ErrorRecord.h"
@@ -23,7 +24,7 @@ public:
     using Guid = ferrite::utility::Guid;
 
     /// {C88718C1-F298-49F2-8B18-2AA34923B7BB}
-    static constexpr Guid kInterfaceID{0xC88718C1F29849F2, 0x8B182AA34923B7BB};
+    AC_CONSTANT static constexpr Guid kInterfaceID{0xC88718C1F29849F2, 0x8B182AA34923B7BB};
 
     virtual void OnIngestStarted(const Guid& task) = 0;
     virtual void OnIngestFinished(const Guid& task) = 0;
@@ -63,10 +64,10 @@ public:
     virtual void OnImportXMPFinished(const Guid& task, const Guid& message, ResultCode code,
                                      const Guid& batch, const Guid& taskItem, const AssetMediaInfoList& infos,
                                      const AssetItemList& items) = 0;
-    /// The sign of the code counts. \param metadata, errors For the media collection alone: what the user
-    /// typed in, and on failure what went wrong. \param xmp May be null. \param createTime, lastModifyTime Of
-    /// the file, passed on to AssetMediaInfo::CreateMasterClipMediaInfo. \param requestContext May be null;
-    /// kept as long as a record or message of this report lives.
+    /// The sign of the code counts. \param xmp May be null. \param createTime, lastModifyTime Of the file,
+    /// passed on to AssetMediaInfo::CreateMasterClipMediaInfo. \param metadata, errors, requestContext For
+    /// the media collection alone: what the user typed in; on failure, what went wrong; what is kept as long
+    /// as a record or message of this report lives, and may be null.
     virtual void OnReadXMPFinished(const Guid& task, const Guid& message, ResultCode code,
                                    const UTF16String& mediaPath, const Guid& mediaInfo,
                                    const CustomMetadata& metadata, const XMPText& xmp,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assetconnector/host/Export.h"
 #include "assetconnector/host/ferrite/UTF16String.h"
 #include "assetconnector/host/kiln/Message.h"
 
@@ -12,7 +13,7 @@ namespace Ridge {
 class TandemEvent : public Kiln::MessageImpl<TandemEvent>
 {
 public:
-    static constexpr char kTypeName[] = ".?AVTandemEvent@Ridge@@";
+    AC_CONSTANT static constexpr char kTypeName[] = ".?AVTandemEvent@Ridge@@";
 
     TandemEvent(UTF16String type, UTF16String data) : mType(std::move(type)), mData(std::move(data)) {}
 
@@ -28,14 +29,14 @@ private:
 class AddTandemListenerEvent : public Kiln::MessageImpl<AddTandemListenerEvent>
 {
 public:
-    static constexpr char kTypeName[] = ".?AVAddTandemListenerEvent@Ridge@@";
+    AC_CONSTANT static constexpr char kTypeName[] = ".?AVAddTandemListenerEvent@Ridge@@";
 };
 
 /// Asks for the end of that registration.
 class RemoveTandemListenerEvent : public Kiln::MessageImpl<RemoveTandemListenerEvent>
 {
 public:
-    static constexpr char kTypeName[] = ".?AVRemoveTandemListenerEvent@Ridge@@";
+    AC_CONSTANT static constexpr char kTypeName[] = ".?AVRemoveTandemListenerEvent@Ridge@@";
 };
 
 }  // namespace Ridge
