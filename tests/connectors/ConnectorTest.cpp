@@ -99,12 +99,13 @@ public:
     }
     void EndSubscriptions(Kiln::Listener& listener) noexcept override
     {
-        endings.push_back(dynamic_cast<AC::ConnectorFrame*>(&listener) != nullptr);
+        if (onEnd)
+            onEnd(listener);
         ForwardingStations::EndSubscriptions(listener);
     }
 
     std::function<void(Kiln::Listener&)> onSubscribe;
-    std::vector<bool> endings;  ///< Whether the listener was still a connector.
+    std::function<void(Kiln::Listener&)> onEnd;
 
 private:
     static constexpr ReferenceHost::NoHook kNoHook{};
@@ -166,14 +167,16 @@ TEST_P(BothConnectors, LiveAsLongAsTheyAreReferenced)
 /// The base ends them once more, but then a delivery under way would find the connector gone.
 TEST_P(BothConnectors, EndTheirSubscriptionsWhileTheyAreWhole)
 {
-    Create().Clear();
-    const std::vector<bool> wholeThenBase{true, false};
-    EXPECT_EQ(std::exchange(stations.endings, {}), wholeThenBase);
-    stations.onSubscribe = [](Kiln::Listener& /*listener*/) {
-        throw std::runtime_error("no more listeners");
+    std::vector<bool> isWhole;
+    stations.onEnd = [&isWhole](Kiln::Listener& listener) {
+        isWhole.push_back(dynamic_cast<AC::ConnectorFrame*>(&listener) != nullptr);
     };
+    const std::vector<bool> wholeThenBase{true, false};
+    Create().Clear();
+    EXPECT_EQ(std::exchange(isWhole, {}), wholeThenBase);
+    stations.onSubscribe = [](Kiln::Listener& /*listener*/) { throw std::runtime_error("no listeners"); };
     EXPECT_THROW(Create(), std::runtime_error);
-    EXPECT_EQ(stations.endings, wholeThenBase);
+    EXPECT_EQ(isWhole, wholeThenBase);
 }
 
 TEST_P(BothConnectors, OfferTwoInterfacesAndTakeNoReference)
@@ -330,10 +333,7 @@ TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
             for (; !stop; std::this_thread::yield())
                 job();
         });
-    const bool posts = GetParam().create == &AC::CreateIngestMediaCollectionConnector;
-    const auto allWereBusy = [&] { return dispatcher.calls > 0 && used > 0 && (delivered > 0 || !posts); };
-    for (int i = Rounds(); i > 0 || (i > -100 * Rounds() && !allWereBusy());
-         --i) {                             // a busy machine takes longer
+    for (int i = Rounds(); i > 0; --i) {
         ConnectorRef connector = Create();  // those who would use it have its broker already
         ASSERT_EQ(BrokerOf(connector)->GetObject(), connector.Get());
         std::this_thread::yield();  // to those who would use it
@@ -344,8 +344,9 @@ TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
         thread.join();
     host.GetStations().DropPosted();
     EXPECT_FALSE(current.Lock());
-    EXPECT_TRUE(allWereBusy());
-    EXPECT_EQ(delivered > 0, posts);
+    EXPECT_GT(dispatcher.calls, 0);
+    EXPECT_GT(used, 0);
+    EXPECT_EQ(delivered > 0, GetParam().create == &AC::CreateIngestMediaCollectionConnector);
     EXPECT_EQ(host.GetMemory().LiveBlocks(), 0U);
 }
 
