@@ -194,7 +194,7 @@ TEST(MessageParser, TellsWhereATextIsWrong)
         {u"<a>&nbsp;</a>", 1, 10, u"'nbsp'"},
         {u"<a>\n<b\n" + tooMany + u"''/></a>", 3, tooMany.size(), u"attributes"},
         {u"<a>\r\r\n\n" + UTF16String(1, u'\0') + u"</a>", 4, 1, u"zero"},
-        {u"<?xml version='1.0' encoding='UTF-8?><ftpSetting ftpPassword=\"secret\"/><a b='c'/>", 1, 74,
+        {u"<?xml version='1.0' encoding=\"UTF-8?><ftpSetting ftpPassword='secret'/><a b=\"c\"/>", 1, 78,
          u"'***'"},
         {u"<a><ftpSetting ftpPassword='&secret;'/></a>", 1, 37, u"entity '***'"},
         {u"<a><ftpSetting ftpPassword='a&secret'/></a>", 1, 37, u"'***'"},
@@ -240,7 +240,7 @@ TEST(MessageParser, BeginsEachTextAnew)
         {deep + "</b>", deep + Repeated("</a>", AC::MessageLimits::kDeepestElement / 2 + 1)},
         {"<a>" + elements + "</a>", "<b>" + attributes + "</b>"},
         {"<b>" + attributes + "</b>", "<a>" + elements + "</a>"},
-        {"<a>left over</b>", "<a/>"},
+        {"<a>left over&lt;&bad;</a>", "<a/>"},
     };
     for (const auto& texts : kTexts) {
         AC::MessageParser parser;
@@ -257,6 +257,7 @@ TEST(MessageParser, RefusesZerosAndHalfPairs)
 {
     AC::MessageParser parser;
     for (const std::u16string_view zero : {std::u16string_view(u"<a/>\0", 5),
+                                           {u"\0<a/>", 5},
                                            {u"<a/>\0<", 6},
                                            {u"<a/>\0<b>", 8},
                                            {u"<a/> \0x", 7},
