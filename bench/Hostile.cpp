@@ -7,6 +7,7 @@
 #include "assetconnector/xml/MessageLimits.h"
 #include "bench/Codec.h"
 #include "bench/Work.h"
+#include "tests/support/HostileNames.h"
 
 #include <boost/make_shared.hpp>
 
@@ -16,6 +17,9 @@ namespace {
 namespace MessageLimits = AC::MessageLimits;
 
 constexpr std::size_t kUnits = 500000;
+
+/// What names that differ at their ends have before it.
+const std::string kLongBeginning(64, 'x');
 
 /// \return The unit as often as the length allows.
 std::string Filled(const std::string& head, const std::string& unit, const std::string& tail)
@@ -34,33 +38,9 @@ std::string Repeated(const std::string& unit, std::size_t count)
     return text;
 }
 
-/// \return Names with one hash in all of the XML library's tables, where "ag" and "bA" have the same, and one
-///         beginning of so many units.
-std::vector<std::string> NamesOfHash(std::size_t count, std::size_t prefix)
-{
-    std::vector<std::string> names;
-    while (names.size() < count) {
-        std::string& name = names.emplace_back(prefix, 'x');
-        for (unsigned bit = 0; bit < 8; ++bit)
-            name += ((names.size() - 1) >> bit & 1U) == 0 ? "ag" : "bA";
-    }
-    return names;
-}
-
-std::string ElementsOf(const std::vector<std::string>& names)
-{
-    std::string text;
-    for (const std::string& name : names)
-        text += "<" + name + "/>";
-    return text;
-}
-
 std::string ElementWithAttributes(const std::vector<std::string>& names)
 {
-    std::string text = "<a";
-    for (const std::string& name : names)
-        text += " " + name + "=\"\"";
-    return text + "/>";
+    return "<a" + AttributesOf(names) + "/>";
 }
 
 std::string Honest()
@@ -71,10 +51,7 @@ std::string Honest()
 
 std::string Names()
 {
-    std::string names;
-    for (std::size_t i = 1; i < MessageLimits::kMostNames; ++i)
-        names += "<n" + std::to_string(i) + "/>";
-    return Filled("<a>", names, "</a>");
+    return Filled("<a>", ElementsOf(Numbered("n", MessageLimits::kMostNames - 1)), "</a>");
 }
 
 std::string Depth()
@@ -97,18 +74,21 @@ const std::vector<HostileKind>& HostileKinds()
         {"honest", Honest},
         {"attributesOfHash",
          [] {
-             return Filled("<a>", ElementWithAttributes(NamesOfHash(MessageLimits::kMostAttributes, 0)),
-                           "</a>");
+             return Filled("<a>", ElementWithAttributes(NamesOfHash(MessageLimits::kMostAttributes)), "</a>");
          }},
         {"longAttributesOfHash",
          [] {
-             return Filled("<a>", ElementWithAttributes(NamesOfHash(MessageLimits::kMostAttributes, 64)),
+             return Filled("<a>",
+                           ElementWithAttributes(NamesOfHash(MessageLimits::kMostAttributes, kLongBeginning)),
                            "</a>");
          }},
         {"namesOfHash",
-         [] { return Filled("<a>", ElementsOf(NamesOfHash(MessageLimits::kMostNamesOfHash, 0)), "</a>"); }},
+         [] { return Filled("<a>", ElementsOf(NamesOfHash(MessageLimits::kMostNamesOfHash)), "</a>"); }},
         {"longNamesOfHash",
-         [] { return Filled("<a>", ElementsOf(NamesOfHash(MessageLimits::kMostNamesOfHash, 64)), "</a>"); }},
+         [] {
+             return Filled("<a>", ElementsOf(NamesOfHash(MessageLimits::kMostNamesOfHash, kLongBeginning)),
+                           "</a>");
+         }},
         {"names", Names},
         {"depth", Depth},
         {"surplusAttributes", SurplusAttributes},

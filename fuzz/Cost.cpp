@@ -5,6 +5,7 @@
 #include "assetconnector/codec/ACMessageDecoder.h"
 #include "assetconnector/xml/MessageLimits.h"
 #include "fuzz/FuzzHost.h"
+#include "tests/support/HostileNames.h"
 
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
@@ -23,14 +24,6 @@ constexpr std::size_t kUnits = 100000;
 /// How much longer than the XML library's own parser takes for an honest text.
 constexpr double kMostTimes = 20;
 constexpr int kAttempts = 5;
-
-std::string NameOfHash(unsigned number)
-{
-    std::string name;
-    for (unsigned bit = 0; bit < 8; ++bit)
-        name += (number >> bit & 1U) == 0 ? "ag" : "bA";
-    return name;
-}
 
 std::string Filled(std::string_view piece, unsigned number)
 {

@@ -1,6 +1,7 @@
 #include "assetconnector/xml/MessageLimits.h"
 #include "assetconnector/xml/MessageParser.h"
 #include "tests/support/HostTest.h"
+#include "tests/support/HostileNames.h"
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -16,42 +17,6 @@ bool Parses(const UTF16String& text)
 {
     AC::MessageParser parser;
     return parser.Parse(text) != nullptr;
-}
-
-std::vector<std::string> Numbered(const std::string& name, std::size_t count)
-{
-    std::vector<std::string> names;
-    while (names.size() < count)
-        names.push_back(name + std::to_string(names.size()));
-    return names;
-}
-
-/// Names with one hash: "ag" and "bA" have the same.
-std::vector<std::string> Colliding(std::size_t count)
-{
-    std::vector<std::string> names;
-    while (names.size() < count) {
-        std::string& name = names.emplace_back();
-        for (unsigned bit = 0; bit < 12; ++bit)
-            name += ((names.size() - 1) >> bit & 1U) == 0 ? "ag" : "bA";
-    }
-    return names;
-}
-
-std::string ElementsOf(const std::vector<std::string>& names)
-{
-    std::string text;
-    for (const std::string& name : names)
-        text += "<" + name + "/>";
-    return text;
-}
-
-std::string AttributesOf(const std::vector<std::string>& names, const std::string& value = "=''")
-{
-    std::string text;
-    for (const std::string& name : names)
-        text += " " + name + value;
-    return text;
 }
 
 TEST(MessageParser, RefusesHostileTexts)
@@ -86,7 +51,7 @@ TEST(MessageParser, RefusesHostileTexts)
         {"4,097 levels", Repeated("<a>", 4097) + Repeated("</a>", 4097)},
         {"4,097 levels beside empty elements", Repeated("<a><b/><b/>", 4097) + Repeated("</a>", 4097)},
         {"12,001 names", "<a>" + ElementsOf(Numbered("n", 12000)) + "</a>"},
-        {"257 names of one hash", "<a>" + ElementsOf(Colliding(257)) + "</a>"},
+        {"257 names of one hash", "<a>" + ElementsOf(NamesOfHash(257)) + "</a>"},
         {"a million levels", Repeated("<a>", 1000000)},
     };
     for (const auto& row : rows) {
@@ -121,7 +86,7 @@ TEST(MessageParser, CountsTheAttributesOfOneElement)
     } const rows[] = {
         {"256", with(256), true},
         {"257", with(257), false},
-        {"257 colliding", "<b" + AttributesOf(Colliding(257)) + "/>", false},
+        {"257 colliding", "<b" + AttributesOf(NamesOfHash(257)) + "/>", false},
         {"256 each", with(256) + with(256), true},
         {"> in values", with(257, "='>'"), false},
         {"quotes in values", with(257, " =\t\"'\"") + with(257, "='\"'"), false},
@@ -148,7 +113,7 @@ TEST(MessageParser, CountsTheAttributesOfOneElement)
 TEST(MessageParser, KeepsWhatIsWithinTheLimits)
 {
     EXPECT_TRUE(Parses(U("<a>" + ElementsOf(Numbered("n", 11999)) + "</a>")));
-    EXPECT_TRUE(Parses(U("<a>" + ElementsOf(Colliding(250)) + ElementsOf(Colliding(250)) + "</a>")));
+    EXPECT_TRUE(Parses(U("<a>" + ElementsOf(NamesOfHash(250)) + ElementsOf(NamesOfHash(250)) + "</a>")));
     EXPECT_TRUE(Parses(U(Repeated("<a>", 4096) + Repeated("</a>", 4096))));
     for (std::size_t shift = 0; shift < 130; ++shift)
         EXPECT_TRUE(Parses(U("<a>" + Repeated("x", shift) + Repeated("\xF0\x9F\x8E\xAC", 150) + "</a>")));
