@@ -53,14 +53,14 @@ struct CallbackBinder<kMember>
 template <auto kMember, class... Texts>
 constexpr CallbackOperation Row(std::string_view name, Texts... label)
 {
-    static_assert(Arity(kMember) == sizeof...(label));
+    static_assert(Arity(kMember) == sizeof...(label), "a label for each argument");
     return {name, Labels(label...), &CallbackBinder<kMember>::Run};
 }
 
 template <auto kMember, class... Texts>
 constexpr Operation DispatcherRow(std::string_view name, Texts... label)
 {
-    static_assert(Arity(kMember) == sizeof...(label));
+    static_assert(Arity(kMember) == sizeof...(label), "a label for each argument");
     return {name, Labels(label...)};
 }
 

@@ -27,6 +27,14 @@ constexpr std::size_t Count(EventKind kind)
     return count;
 }
 
+constexpr bool RequestsComeFirst()
+{
+    for (std::size_t i = 0; i < kCatalogue.size(); ++i)
+        if ((kCatalogue[i].kind == EventKind::kRequest) != (i < kRequestCount))
+            return false;
+    return true;
+}
+
 constexpr std::array kIdentifiers{
 #define AC_EVENT(CONSTANT, IDENTIFIER, KIND) std::u16string_view(IDENTIFIER),
 #include "assetconnector/connectors/EventCatalogue.def"
@@ -35,6 +43,7 @@ constexpr std::array kIdentifiers{
 static_assert(AreDistinct(kIdentifiers), "two events have the same identifier");
 static_assert(Count(EventKind::kRequest) == kRequestCount);
 static_assert(Count(EventKind::kNotification) == kNotificationCount);
+static_assert(RequestsComeFirst(), "a request stands behind a notification");
 
 template <class Action>
 void ForEachRequest(Action action)

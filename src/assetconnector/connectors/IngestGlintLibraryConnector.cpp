@@ -57,7 +57,7 @@ constexpr CallbackTable kCallbacks{{
     {C::OnGetTargetBinPath, H::kFromCall, B::kCurrent},
     {C::OnXMPFileTimeChanged, H::kFromCall, B::kCurrent, &kPlexaEventType_NotificationXMPFileTimeChanged},
 }};
-static_assert(RowsAreInOrder(kCallbacks));
+static_assert(RowsAreInOrder(kCallbacks), "a row for each callback, in their order");
 
 constexpr StationName kStations[] = {Ridge::GetPlexaStationID};
 

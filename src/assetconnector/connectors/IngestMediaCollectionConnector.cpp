@@ -77,7 +77,7 @@ constexpr CallbackTable kCallbacks{{
     {C::OnXMPFileTimeChanged, H::kFromCall, kPanel, kNoNotification, E::kPlain,
      Post<XMPFileTimeChangedMessage>},
 }};
-static_assert(RowsAreInOrder(kCallbacks));
+static_assert(RowsAreInOrder(kCallbacks), "a row for each callback, in their order");
 
 constexpr StationName kStations[] = {GetMCAssetConnectorStation, Ridge::GetPlexaStationID};
 

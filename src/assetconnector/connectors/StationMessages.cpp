@@ -4,6 +4,7 @@
 #include "assetconnector/host/ridge/TandemEvents.h"
 
 #include <array>
+#include <string_view>
 
 namespace AC {
 namespace {
@@ -19,6 +20,12 @@ constexpr std::array kMessageTypes{
 };
 static_assert(AreDistinct(kMessageTypes),
               "two messages have the same type name, or names with the same hash");
+
+#define AC_STATION_MESSAGE(NAMESPACE, NAME, TYPE_NAME, PAYLOAD)                    \
+    static_assert(std::string_view(TYPE_NAME) == ".?AV" #NAME "@" #NAMESPACE "@@", \
+                  "the type name is not the decorated name of the class");
+#include "assetconnector/connectors/StationMessages.def"
+#undef AC_STATION_MESSAGE
 
 }  // namespace
 }  // namespace AC
