@@ -7,8 +7,12 @@
 
 #include <boost/make_shared.hpp>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -104,6 +108,21 @@ TEST_F(StationMessages, StayAsTheyAreWhenTheyAreMoved)
     EXPECT_EQ(name, movedName);
     movedName = std::move(name);
     EXPECT_EQ(name.AsUTF8(), "station");
+}
+
+TEST_F(StationMessages, ArePostedInSessionFiles)
+{
+    std::string sessions;
+    for (const auto& entry : std::filesystem::directory_iterator(TEST_DATA "/sessions")) {
+        std::ifstream file(entry.path());
+        sessions.append(std::istreambuf_iterator<char>(file), {});
+    }
+    for (const char* const name : {
+#define AC_STATION_MESSAGE(NAMESPACE, NAME, TYPE_NAME, PAYLOAD) #NAMESPACE "::" #NAME,
+#include "assetconnector/connectors/StationMessages.def"
+#undef AC_STATION_MESSAGE
+         })
+        EXPECT_NE(sessions.find(std::string("{\"post\":\"") + name + '"'), std::string::npos) << name;
 }
 
 TEST_F(StationMessages, ArriveAsOftenAsTheDeferredDeliveryRuns)

@@ -6,29 +6,15 @@
 #include "assetconnector/host/keel/IMarker.h"
 #include "assetconnector/host/kiln/Message.h"
 #include "assetconnector/host/ridge/AssetMediaInfo.h"
+#include "assetconnector/host/ridge/IIngestLibraryNotifier.h"
 #include "assetconnector/host/ridge/SRProject.h"
+#include "tests/support/VirtualFunctions.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstring>
 
 namespace {
-
-/// \return How many places the interface's table of virtual functions has, the two of its destructor
-/// included.
-template <class Interface>
-std::size_t VirtualFunctionsOf()
-{
-    struct Probe : Interface
-    {
-        virtual void BehindTheLast() = 0;
-    };
-    const auto member = &Probe::BehindTheLast;
-    std::size_t place = 0;  // a pointer to a virtual function begins with its offset, and one
-    std::memcpy(&place, &member, sizeof place);
-    return (place - 1) / sizeof(void*);
-}
 
 TEST(Interfaces, StayAsTheyAreWithinAVersion)
 {
@@ -56,6 +42,28 @@ TEST(Interfaces, StayAsTheyAreWithinAVersion)
         EXPECT_EQ(row.actual, row.expected)
             << row.name << ": derive a new interface, or change the version in Version.h and the number here";
     EXPECT_EQ(VirtualFunctionsOf<ALD::IAssetLibraryDispatcher>() - 2, std::size_t{ALD::kOperationCount});
+}
+
+/// Calls go by place: what a version adds stands behind what there was.
+TEST(Interfaces, GrowAtTheirEnds)
+{
+    struct
+    {
+        const char* last;
+        std::size_t actual;
+        std::size_t expected;
+    } const rows[] = {
+        {"GetBrowserID", PlaceOf(&Plexa::IPanelEvents::GetBrowserID), 5},
+        {"PostMessageToUIThread", PlaceOf(&Kiln::IStations::PostMessageToUIThread), 5},
+        {"MarkerToPropertyXML", PlaceOf(&Ridge::IIngestLibrary::MarkerToPropertyXML), 11},
+        {"NormalizePathWithoutUNC", PlaceOf(&Kiln::IFiles::NormalizePathWithoutUNC), 5},
+        {"CreateUniqueGuid", PlaceOf(&ferrite::ITexts::CreateUniqueGuid), 4},
+        {"Dispose", PlaceOf(&Kiln::IMemory::Dispose), 3},
+        {"ApplyTagTemplate", PlaceOf(&ALD::IAssetLibraryDispatcher::ApplyTagTemplate), 23},
+        {"OnXMPFileTimeChanged", PlaceOf(&Ridge::IIngestLibraryNotifier::OnXMPFileTimeChanged), 34},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.actual, row.expected) << row.last << ": something new stands before it";
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <regex>
 #include <set>
 
 namespace {
@@ -103,6 +104,18 @@ TEST_F(DescriptionTest, SaysWhatRequestsCarry)
     for (const auto& [name, member] : members)
         EXPECT_EQ(member.isRead, (member.carried & Carried::kIn) != Carried::kNeither)
             << name << ": not read, or in none of tests/texts";
+}
+
+TEST(Vocabulary, IsInTheDocumentForPanelAuthors)
+{
+    const std::string names = TextOf(TEST_DATA "/../src/assetconnector/codec/Vocabulary.h");
+    const std::string document = TextOf(TEST_DATA "/../docs/message-format.md");
+    const std::regex constant(R"(constexpr Name \w+ = u"(\w+)\")");
+    const std::sregex_iterator first(names.begin(), names.end(), constant);
+    ASSERT_NE(first, std::sregex_iterator());
+    for (auto match = first; match != std::sregex_iterator(); ++match)
+        EXPECT_TRUE(std::regex_search(document, std::regex("\\b" + match->str(1) + "\\b")))
+            << match->str(1) << " is missing in docs/message-format.md";
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "session/Operations.h"
 #include "tests/support/ForwardedOperations.h"
 #include "tests/support/HostTest.h"
+#include "tests/support/VirtualFunctions.h"
 
 #include <set>
 #include <stdexcept>
@@ -57,6 +58,7 @@ TEST(Forwarders, HaveRowsForSessionFiles)
 template <template <class> class Forwarding, class Service, class... Calls>
 void ExpectEachGoesToItself(Service& service, Calls... calls)
 {
+    EXPECT_EQ(sizeof...(calls), VirtualFunctionsOf<Service>() - 2) << "operations that are not called";
     Hook inner;
     Hook outer;
     Forwarding<Hook> innerForwarder(service, inner);

@@ -11,6 +11,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <map>
 #include <set>
 #include <vector>
 
@@ -19,7 +21,7 @@ inline std::vector<boost::function<void()>> SessionInputs(
     ReferenceHost::Host& host, const Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier>& connector)
 {
     std::vector<boost::function<void()>> inputs;
-    std::set<std::string> callbacks;
+    std::map<std::string, std::set<std::string>> callbacks;  // and the connectors that they come to
     std::set<UTF16String> requests;
     for (const auto& file : std::filesystem::directory_iterator(TEST_DATA "/sessions")) {
         std::ifstream lines(file.path());
@@ -29,7 +31,7 @@ inline std::vector<boost::function<void()>> SessionInputs(
             const Session::Json json = Session::ParseJson(line);
             const auto text = [&json](const char* name) { return json.at(name).get<std::string>(); };
             if (json.contains("callback")) {
-                callbacks.insert(text("callback"));
+                callbacks[text("callback")].insert(text("to"));
                 inputs.push_back(
                     Session::FindCallback(text("callback"))->bind(json.at("args"), connector).run);
             }
@@ -44,7 +46,11 @@ inline std::vector<boost::function<void()>> SessionInputs(
             }
         }
     }
-    EXPECT_EQ(callbacks.size(), static_cast<std::size_t>(Ridge::kCallbackCount));
+    EXPECT_EQ(callbacks.size(), static_cast<std::size_t>(Ridge::kCallbackCount))
+        << "a callback is in no session file";
+    for (const auto& [callback, connectors] : callbacks)
+        EXPECT_EQ(connectors.size(), std::size(Session::kConnectorKinds))
+            << callback << " does not come to both";
     for (const AC::EventEntry& event : AC::EventCatalogue())
         for (const auto& kind : Session::kConnectorKinds)
             if (event.kind == AC::EventKind::kRequest && kind.handles(*event.identifier)) {
