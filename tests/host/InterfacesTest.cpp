@@ -1,5 +1,5 @@
-// Interfaces that the host implements do not grow within a version: a library would call past an older
-// host's.
+// Interfaces between host and library do not grow within a version: a library would call past an older
+// host's, and a host past an older library's.
 
 #include "assetconnector/host/Host.h"
 #include "assetconnector/host/ald/IAssetLibraryDispatcher.h"
@@ -31,6 +31,7 @@ TEST(Interfaces, StayAsTheyAreWithinAVersion)
         {"ITexts", VirtualFunctionsOf<ferrite::ITexts>(), 5},
         {"IMemory", VirtualFunctionsOf<Kiln::IMemory>(), 4},
         {"IAssetLibraryDispatcher", VirtualFunctionsOf<ALD::IAssetLibraryDispatcher>(), 24},
+        {"IIngestLibraryNotifier", VirtualFunctionsOf<Ridge::IIngestLibraryNotifier>(), 35},
         {"AssetMediaInfo", VirtualFunctionsOf<Ridge::AssetMediaInfo>(), 15},
         {"SRProject", VirtualFunctionsOf<Ridge::SRProject>(), 5},
         {"IMarker", VirtualFunctionsOf<Keel::IMarker>(), 6},
