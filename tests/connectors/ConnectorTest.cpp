@@ -10,12 +10,14 @@
 #include "reference_host/Forwarders.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "reference_host/Marker.h"
+#include "session/ConnectorKinds.h"
 #include "tests/support/HostTest.h"
 
 #include <boost/make_shared.hpp>
 
 #include <atomic>
 #include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -348,6 +350,21 @@ TEST_P(BothConnectors, AreCreatedAndDroppedWhileMessagesArrive)
     EXPECT_GT(used, 0);
     EXPECT_EQ(delivered > 0, GetParam().create == &AC::CreateIngestMediaCollectionConnector);
     EXPECT_EQ(host.GetMemory().LiveBlocks(), 0U);
+}
+
+/// A seed of the fuzzer begins with the place of its request in the catalogue.
+TEST(EventCatalogue, HasASeedForEachRequestOfAConnector)
+{
+    for (std::size_t place = 0; place < AC::kRequestCount; ++place) {
+        const UTF16String& identifier = *AC::EventCatalogue()[place].identifier;
+        const std::string name = Narrow(identifier.substr(identifier.rfind(u'.') + 1));
+        std::ifstream seed(TEST_DATA "/../fuzz/corpus/requests/" + name);
+        for (const auto& kind : Session::kConnectorKinds)
+            EXPECT_TRUE(seed.is_open() || !kind.handles(identifier)) << name << " has none";
+        if (seed.is_open()) {
+            EXPECT_EQ(seed.get(), static_cast<int>(place)) << name;
+        }
+    }
 }
 
 TEST(ReferenceBroker, BindsOneObject)

@@ -122,7 +122,8 @@ TEST_F(StationMessages, ArePostedInSessionFiles)
 #include "assetconnector/connectors/StationMessages.def"
 #undef AC_STATION_MESSAGE
          })
-        EXPECT_NE(sessions.find(std::string("{\"post\":\"") + name + '"'), std::string::npos) << name;
+        EXPECT_NE(sessions.find(std::string("{\"post\":\"") + name + '"'), std::string::npos)
+            << name << " is posted in no session file";
 }
 
 TEST_F(StationMessages, ArriveAsOftenAsTheDeferredDeliveryRuns)

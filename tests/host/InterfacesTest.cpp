@@ -8,6 +8,7 @@
 #include "assetconnector/host/ridge/AssetMediaInfo.h"
 #include "assetconnector/host/ridge/IIngestLibraryNotifier.h"
 #include "assetconnector/host/ridge/SRProject.h"
+#include "assetconnector/message/Description.h"
 #include "tests/support/VirtualFunctions.h"
 
 #include <gtest/gtest.h>
@@ -37,6 +38,7 @@ TEST(Interfaces, StayAsTheyAreWithinAVersion)
         {"IMarker", VirtualFunctionsOf<Keel::IMarker>(), 6},
         {"Message", VirtualFunctionsOf<Kiln::Message>(), 4},
         {"HostServices", sizeof(AC::HostServices) / sizeof(void*), 6},
+        {"ACMessage", AC::Description::CountMembers<AC::ACMessage>(), 55},  // listeners read it
     };
     ASSERT_EQ(AC::kInterfaceVersion, 1U) << "a new version: write down what its interfaces have";
     for (const auto& row : rows)
