@@ -52,6 +52,8 @@ TEST(MessageParser, RefusesHostileTexts)
         {"4,097 levels beside empty elements", Repeated("<a><b/><b/>", 4097) + Repeated("</a>", 4097)},
         {"12,001 names", "<a>" + ElementsOf(Numbered("n", 12000)) + "</a>"},
         {"257 names of one hash", "<a>" + ElementsOf(NamesOfHash(257)) + "</a>"},
+        {"257 attributes of one hash", "<a><b" + AttributesOf(NamesOfHash(200)) + "/><b" +
+                                           AttributesOf(NamesOfHash(257)).substr(200 * 28) + "/></a>"},
         {"a million levels", Repeated("<a>", 1000000)},
     };
     for (const auto& row : rows) {
@@ -93,6 +95,7 @@ TEST(MessageParser, CountsTheAttributesOfOneElement)
         {"= in values", "<b c='" + Repeated("=", 1000) + "' d=\"'" + Repeated(" x='", 300) + "\"/>", true},
         {"= in text", "<b>\"" + Repeated(" x=\"'\"", 1000) + "</b>", true},
         {"comment", "<!--" + with(300) + "'-->", true},
+        {"end of a comment", "<!--<\"-->\"" + Repeated("=", 300), true},
         {"instruction", "<?p" + AttributesOf(Numbered("n", 300)) + "?>", true},
         {"section", "<b><![CDATA[" + with(300) + with(300) + "]]></b>", true},
         {"behind a comment", "<!-- <![CDATA[ \" " + with(300) + " -->" + with(257), false},
