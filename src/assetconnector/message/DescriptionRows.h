@@ -32,27 +32,21 @@ struct MemberRow
     Carried carried;  ///< Where the record itself is carried.
 };
 
-/// Each makes a row of a member that texts carry there.
-template <class Record, class Member>
-constexpr MemberRow<Record, Member> Neither(const char* name, Member Record::*member)
+/// Makes the rows of members that texts carry there.
+struct RowMaker
 {
-    return {name, member, Carried::kNeither};
-}
-template <class Record, class Member>
-constexpr MemberRow<Record, Member> In(const char* name, Member Record::*member)
-{
-    return {name, member, Carried::kIn};
-}
-template <class Record, class Member>
-constexpr MemberRow<Record, Member> Out(const char* name, Member Record::*member)
-{
-    return {name, member, Carried::kOut};
-}
-template <class Record, class Member>
-constexpr MemberRow<Record, Member> Both(const char* name, Member Record::*member)
-{
-    return {name, member, Carried::kBoth};
-}
+    template <class Record, class Member>
+    constexpr MemberRow<Record, Member> operator()(const char* name, Member Record::*member) const
+    {
+        return {name, member, carried};
+    }
+
+    Carried carried;
+};
+AC_CONSTANT inline constexpr RowMaker Neither{Carried::kNeither};
+AC_CONSTANT inline constexpr RowMaker In{Carried::kIn};
+AC_CONSTANT inline constexpr RowMaker Out{Carried::kOut};
+AC_CONSTANT inline constexpr RowMaker Both{Carried::kBoth};
 
 /// Specialised for each record: a tuple kRows of MemberRow.
 template <class Record>
