@@ -4,9 +4,8 @@
 #include <string>
 #include <vector>
 
-/// \return The name of that number, below 4,096, of those with one hash in all of the XML library's tables:
-/// there
-///         "ag" and "bA" have the same.
+/// \return The name of that number, below 4,096, of those with one hash in all of the XML library's
+///         tables: there "ag" and "bA" have the same.
 inline std::string NameOfHash(std::size_t number)
 {
     std::string name;

@@ -28,9 +28,8 @@ Kiln::InterfaceRef<Interface> Query(const Kiln::InterfaceRef<Held>& reference)
     return Kiln::InterfaceRef<Interface>::Retain(static_cast<Interface*>(found));
 }
 
-/// \return A handle that tells whether the connector still exists, and outlives it; none for null and for
-/// what
-///         is no connector of this library.
+/// \return A handle that tells whether the connector still exists, and outlives it; none for null and
+///         for what is no connector of this library.
 AC_API std::optional<Kiln::SharedReferenceBroker> BrokerOf(
     const Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier>& reference);
 

@@ -30,9 +30,8 @@ struct HostServices
 /// Installs the host, before anything of the library is used. The table is copied.
 /// Call it while no other thread uses the library.
 /// \param interfaceVersion Left to its default, which is that of the headers that the host was built with.
-/// \throws std::logic_error when the library has another, a host is installed already, which stays, or the
-/// XML
-///         platform is not initialised.
+/// \throws std::logic_error when the library has another, a host is installed already, which stays, or
+///         the XML platform is not initialised.
 AC_API void InstallHost(const HostServices& services, std::uint32_t interfaceVersion = kInterfaceVersion);
 
 /// Takes the host out. No connector, record or message of the library may be alive, on any thread.

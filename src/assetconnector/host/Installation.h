@@ -11,16 +11,14 @@ namespace AC {
 ///
 ///     const AC::Installation installation(services, [&stations] { stations.DropPosted(); });
 ///
-/// \tparam DropPosted A function object. Not a boost::function, which would keep a plug-in loaded that was
-/// built
-///         with a compiler's default options.
+/// \tparam DropPosted A function object. Not a boost::function, which would keep a plug-in loaded that
+///         was built with a compiler's default options.
 template <class DropPosted>
 class Installation
 {
 public:
-    /// \param dropPosted Drops the station messages that are still posted: their memory is the host's, so
-    /// they
-    ///        go before it. Must not throw.
+    /// \param dropPosted Drops the station messages that are still posted: their memory is the host's,
+    ///        so they go before it. Must not throw.
     /// \throws As InstallHost.
     explicit Installation(const HostServices& services, DropPosted dropPosted)
         : mDropPosted(std::move(dropPosted))

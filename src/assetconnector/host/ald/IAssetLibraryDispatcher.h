@@ -47,9 +47,8 @@ public:
     virtual void ShowIngestDialog(const Guid& task, const Guid& message, const UTF16String& targetBin) = 0;
 
     /// Ingests media whose first source was found to be a file; the panel has been told of all of them.
-    /// \param settings Items beyond the first may be unusable. Where copies are asked for, an unusable folder
-    /// to
-    ///        copy into is empty.
+    /// \param settings Items beyond the first may be unusable. Where copies are asked for, an unusable
+    ///        folder to copy into is empty.
     virtual void StartMediaIngest(const Guid& task, const Guid& message,
                                   const AC::IngestMediaSettings& settings) = 0;
 
