@@ -35,4 +35,7 @@ Status Replay(const std::string& file, ReplayMode mode, bool coloured, std::ostr
 /// Prints the event catalogue, as a table or as JSON.
 Status Events(bool json, std::ostream& output);
 
+/// Prints the reference of the protocol, or its model as JSON.
+Status Protocol(bool json, std::ostream& output);
+
 }  // namespace AssetConnector

@@ -63,6 +63,9 @@ public:
         CLI::App* const events =
             AddCommand("events", "Print the event catalogue", [this] { return Events(mJson, std::cout); });
         events->add_flag("--json", mJson, "Print it as JSON");
+        CLI::App* const protocol = AddCommand("protocol", "Print the reference of the protocol",
+                                              [this] { return AssetConnector::Protocol(mJson, std::cout); });
+        protocol->add_flag("--json", mJson, "Print the model that it is made of");
     }
 
     int Run(int count, char** arguments)
@@ -75,7 +78,7 @@ public:
         } catch (const CLI::Error& error) {
             const bool isUnknown = count > 1 && *arguments[1] != '-' && mApp.get_subcommands().empty();
             Complain((isUnknown ? std::string("unknown command \"") + arguments[1] + '"' : error.what()) +
-                     "; usage: asset-connector decode|encode|replay|events [OPTIONS] [FILE]");
+                     "; usage: asset-connector decode|encode|replay|events|protocol [OPTIONS] [FILE]");
             return kBad;
         }
         try {

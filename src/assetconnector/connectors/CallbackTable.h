@@ -14,35 +14,9 @@ struct ACMessage;
 /// The callbacks in the order of Ridge::IIngestLibraryNotifier.
 enum class Callback
 {
-    OnIngestStarted,
-    OnIngestFinished,
-    OnIngestCancelled,
-    OnIngestPaused,
-    OnIngestResumed,
-    OnIngestItemsReady,
-    OnBackupItemsReady,
-    OnIngestBatchStarted,
-    OnIngestBatchFinished,
-    OnInitMiniMetadata,
-    OnTranscodeStatus,
-    OnConcatenationStatus,
-    OnTranscodeProgress,
-    OnConcatenationProgress,
-    OnSaveAsset,
-    OnTriggerSaveAssetStatus,
-    OnFileChanged,
-    OnFileOffLine,
-    OnXMPChanged,
-    OnMediaInfoChanged,
-    OnImportXMPFinished,
-    OnReadXMPFinished,
-    OnRequestThumbnailStatus,
-    OnTransferProgress,
-    OnTransferStatus,
-    OnRenameStatus,
-    OnGetMediaPropertyInfoStatus,
-    OnGetTargetBinPath,
-    OnXMPFileTimeChanged,
+#define AC_CALLBACK(NAME) NAME,
+#include "assetconnector/connectors/Callbacks.def"
+#undef AC_CALLBACK
     kCount,
 };
 static_assert(static_cast<int>(Callback::kCount) == Ridge::kCallbackCount);

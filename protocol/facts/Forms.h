@@ -1,0 +1,58 @@
+#pragma once
+
+#include <array>
+
+namespace Protocol {
+
+/// How values are spelled, as far as code cannot tell it. What a form reads as is measured.
+struct FormFact
+{
+    const char* name;
+    const char* about;
+    const char* words = "";  ///< Separated by blanks.
+    bool anyCase = false;
+    const char* pattern = "";
+    const char* malformed = "";
+};
+
+constexpr std::array kFormFacts{
+    FormFact{"text", "text as it is, not trimmed"},
+    FormFact{"path", "a path of the host's file system, as it is"},
+    FormFact{"boolean", "`true` or `false`, exactly; anything but `true` is false", "true false", false,
+             "true|false", "True"},
+    FormFact{"integer", "a decimal number of 32 bits; text behind the digits is ignored", "", false,
+             "[ \\t\\n\\r]*[+\\-]?[0-9]+", "x"},
+    FormFact{"unsigned", "a decimal number of 32 bits without a sign; text behind the digits is ignored", "",
+             false, "[ \\t\\n\\r]*[0-9]+", "-1"},
+    FormFact{"order",
+             "a decimal number: items are sorted by it; of several with the same one the first stays", "",
+             false, "[0-9]+"},
+    FormFact{"guid", "36 characters with hyphens, either case, braces allowed; written in lower case without",
+             "", false,
+             "[0-9a-fA-F]{8}(-[0-9a-fA-F]{4}){3}-[0-9a-fA-F]{12}|"
+             "\\{[0-9a-fA-F]{8}(-[0-9a-fA-F]{4}){3}-[0-9a-fA-F]{12}\\}",
+             "x"},
+    FormFact{"time", "a whole number of frames at the rate in the sibling `frameRate`", "", false,
+             "[ \\t\\n\\r]*[+\\-]?[0-9]+", "x"},
+    FormFact{"rate",
+             "`f25`; `f30000s1001` for 30000/1001 frames per second; `f254016000000` is one tick per frame",
+             "", false, "f[0-9]+(\\.[0-9]+)?(s[0-9]+(\\.[0-9]+)?)?", "25"},
+    FormFact{"clipType", "one of the four, exactly; the host writes `unKnown` for any other",
+             "masterClip subClip roughCut rcSubClip", false, "masterClip|subClip|roughCut|rcSubClip",
+             "MasterClip"},
+    FormFact{"result", "one of the five, exactly", "OK ERROR Ignore Canceled AccessDenied", false,
+             "OK|ERROR|Ignore|Canceled|AccessDenied", "ok"},
+    FormFact{"level", "one of the three, in any case; anything else counts as `INFO`", "INFO WARN ERROR",
+             true, "[Ii][Nn][Ff][Oo]|[Ww][Aa][Rr][Nn]|[Ee][Rr][Rr][Oo][Rr]"},
+    FormFact{"overwrite", "`Overwrite`, in any case, overwrites; anything else does not", "Overwrite", true,
+             "[Oo][Vv][Ee][Rr][Ww][Rr][Ii][Tt][Ee]", "overwrite "},
+    FormFact{"transferType", "`ftp`, in any case; anything else is `local`", "ftp local", true,
+             "[Ff][Tt][Pp]|[Ll][Oo][Cc][Aa][Ll]", "ftp "},
+    FormFact{"copy", "`Copy`, exactly, copies; anything else does not", "Copy NoCopy", false, "Copy|NoCopy"},
+    FormFact{"xml", "XML as text, encoded once more: `&lt;tag&gt;` is written `&amp;lt;tag&amp;gt;`"},
+    FormFact{"xmp",
+             "an XMP packet between `<![CDATA[` and `]]>`, and these markers are text, too: "
+             "`&lt;![CDATA[...]]&gt;`"},
+};
+
+}  // namespace Protocol

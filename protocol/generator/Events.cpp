@@ -1,0 +1,325 @@
+#include "protocol/generator/Events.h"
+
+#include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/host/ferrite/ReservedCharacters.h"
+#include "protocol/facts/EventFacts.h"
+#include "protocol/generator/Places.h"
+#include "protocol/generator/RequestTrials.h"
+#include "protocol/generator/Trials.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <stdexcept>
+
+namespace Protocol::Generator {
+namespace {
+
+using ferrite::utility::UTF16to8;
+
+void AddUnique(std::vector<std::string>& values, const std::string& value)
+{
+    if (std::find(values.begin(), values.end(), value) == values.end())
+        values.push_back(value);
+}
+
+std::string TextOf(const ferrite::utility::Guid& guid)
+{
+    return UTF16to8(guid.AsString());
+}
+
+/// Where what a header says comes from.
+using Sources = std::map<std::string, std::string>;
+
+/// What an element of the header says.
+std::string ValueIn(const Node& root, const char* element)
+{
+    for (const Node& child : root.children)
+        if (child.name == element)
+            return child.attributes.front().second;
+    return "";
+}
+
+std::string SourceOf(const Node& root, const char* element, const Sources& sources)
+{
+    const std::string value = ValueIn(root, element);
+    const auto source = sources.find(value);
+    return source == sources.end() ? value : source->second;
+}
+
+/// Samples in place of what the generator filled in, so that people see what may be there.
+void PutSamples(const std::vector<Place>& places, Node& root, bool decoded)
+{
+    ForEachPlace(root, "", [&](const std::string& path, std::string& value) {
+        for (const Place& place : places) {
+            if (place.path != path || place.sample.empty())
+                continue;
+            const bool isFilled =
+                value.find("a>b") != std::string::npos || value.find("a&gt;b") != std::string::npos;
+            if (isFilled || place.form == "guid" || place.form == "integer" ||
+                value == RecordingHost::kBrowserID) {
+                UTF16String sample = ferrite::utility::UTF8to16(place.sample);
+                if (decoded && place.form == "xml")
+                    ferrite::xml::utils::DecodeReservedCharacters(UTF16String(sample), sample);
+                value = UTF16to8(sample);
+            }
+        }
+    });
+}
+
+/// What connectors were seen to do, put together as events.
+class Observer
+{
+public:
+    explicit Observer(Model& model) : mModel(model)
+    {
+        for (const MessageClass& row : MessageClasses())
+            mModel.stationMessages.push_back({row.name, row.typeName, "", row.payload, {}, {}});
+    }
+
+    /// \param sending Who does it and why; gets the rest.
+    void AddEffect(const Effect& effect, Sending sending, const Sources& sources)
+    {
+        if (effect.operation == Recorder::kNotification)
+            AddNotification(effect.arguments[0], effect.arguments[1], std::move(sending), sources);
+        if (effect.operation == Recorder::kPost)
+            AddPost(effect.arguments[0], effect.arguments[1], sending);
+    }
+
+private:
+    void AddNotification(const std::string& identifier, const std::string& text, Sending sending,
+                         const Sources& sources)
+    {
+        Node root = ReadNode(text);
+        sending.header = {SourceOf(root, "taskID", sources), SourceOf(root, "msgID", sources),
+                          SourceOf(root, "browserID", sources)};
+        if (sending.header.msgID == "call" && ValueIn(root, "msgID") == TextOf(kCallTask))
+            sending.header.msgID = "task";
+        if (sending.header.taskID == "fresh" && sending.header.msgID == "fresh")
+            sending.header.msgID = "task";  // the same one
+        sending.decoded =
+            text.find(">a>b<") != std::string::npos || text.find("<![CDATA[") != std::string::npos;
+        std::set<std::string> carried;
+        ForEachPlace(root, "",
+                     [&carried](const std::string& path, const std::string&) { carried.insert(path); });
+        Event& event = EventOf(identifier);
+        PutSamples(mModel.places, root, sending.decoded);
+        if (event.example.empty())
+            event.example = root.Text();
+        for (Sending& known : event.sent)
+            if (known.connector == sending.connector && known.callback == sending.callback &&
+                known.request == sending.request) {
+                known.decoded = known.decoded || sending.decoded;
+                carried.insert(known.carries.begin(), known.carries.end());
+                known.carries = InOrder(carried);
+                if (known.when != sending.when)
+                    known.when.clear();
+                return;
+            }
+        sending.carries = InOrder(carried);
+        event.sent.push_back(std::move(sending));
+    }
+
+    void AddPost(const std::string& name, const std::string& station, const Sending& sending)
+    {
+        for (StationMessage& message : mModel.stationMessages)
+            if (message.name == name) {
+                message.station = station;
+                if (!sending.callback.empty())
+                    AddUnique(message.callbacks, sending.callback);
+                else
+                    AddUnique(message.requests, sending.request);
+            }
+    }
+
+    std::vector<std::string> InOrder(const std::set<std::string>& paths) const
+    {
+        std::vector<std::string> ordered;
+        for (const Place& place : mModel.places)
+            if (paths.count(place.path) != 0)
+                ordered.push_back(place.path);
+        if (ordered.size() != paths.size())
+            throw std::runtime_error("protocol/facts/PlaceFacts.cpp lacks rows for what notifications carry");
+        return ordered;
+    }
+
+    Event& EventOf(const std::string& identifier)
+    {
+        for (Event& event : mModel.events)
+            if (event.identifier == identifier)
+                return event;
+        throw std::runtime_error("the catalogue does not have " + identifier);
+    }
+
+    Model& mModel;
+};
+
+std::string Identifier(const Model& model, const std::string& constant)
+{
+    for (const Event& event : model.events)
+        if (event.constant == constant)
+            return event.identifier;
+    throw std::runtime_error("protocol/facts/EventFacts.cpp: there is no " + constant);
+}
+
+std::vector<std::string> Notifications(const Model& model, const char* names)
+{
+    std::vector<std::string> identifiers;
+    for (const std::string& name : Words(names))
+        identifiers.push_back(Identifier(model, "kPlexaEventType_Notification" + name));
+    return identifiers;
+}
+
+void AddFacts(Model& model)
+{
+    for (std::size_t i = 0; i < kEventFacts.size(); ++i) {
+        const AC::EventEntry& entry = AC::EventCatalogue()[i];
+        Event event;
+        event.constant = entry.constant;
+        event.identifier = UTF16to8(*entry.identifier);
+        event.kind = entry.kind == AC::EventKind::kRequest ? "request" : "notification";
+        event.family = kEventFacts[i].family;
+        event.since = kEventFacts[i].since;
+        event.about = kEventFacts[i].about;
+        model.events.push_back(std::move(event));
+    }
+    for (std::size_t i = 0; i < kEventFacts.size(); ++i) {
+        model.events[i].answers = Notifications(model, kEventFacts[i].answers);
+        model.events[i].progress = Notifications(model, kEventFacts[i].progress);
+        for (const std::string& name : Words(kEventFacts[i].cancel))
+            model.events[i].cancel = Identifier(model, "kPlexaEventType_" + name);
+    }
+}
+
+/// Everything that the host can report, before and after requests on which it depends what is sent.
+void ObserveCallbacks(const ConnectorKind& kind, Model& model, Observer& observer)
+{
+    const Sources sources{{TextOf(kCallTask), "call"},
+                          {TextOf(kCallMessage), "call"},
+                          {TextOf(FixedTexts::kFresh), "fresh"},
+                          {RecordingHost::kBrowserID, "current"}};
+    struct Before
+    {
+        const UTF16String* request;
+        const char* when;
+    };
+    const Before befores[] = {{&AC::kPlexaEventType_ImportXMP,
+                               "unless the last XMP that the panel asked for was by `ReadXMPFromDisk`"},
+                              {&AC::kPlexaEventType_ReadXMPFromDisk,
+                               "when the last XMP that the panel asked for was by `ReadXMPFromDisk`"}};
+    for (const Before& before : befores) {
+        RecordingHost host;
+        const auto connector = kind.create(host.Dispatcher());
+        host.Raise(*before.request, RequestOfAll(model.places).Text());
+        for (const CallbackCall& callback : CallbackCalls())
+            for (const Ridge::ResultCode code : {0, Ridge::kFailure}) {
+                callback.run(*connector.Get(), code);
+                for (const Effect& effect : host.TakeEffects()) {
+                    Sending sending;
+                    sending.connector = kind.name;
+                    sending.callback = callback.name;
+                    sending.when = before.when;
+                    observer.AddEffect(effect, sending, sources);
+                }
+            }
+    }
+}
+
+void ObserveRequests(const ConnectorKind& kind, Model& model, Observer& observer)
+{
+    Sources sources;
+    for (const Place& place : model.places)
+        if (place.path == "taskID@ID" || place.path == "msgID@ID" || place.path == "browserID@ID")
+            sources[place.sample] = "request";
+    RequestTrials trials(kind, model.places);
+    for (Event& event : model.events) {
+        if (event.kind != "request")
+            continue;
+        Handling handling = trials.Try(event.identifier);
+        handling.handled = kind.handles(ferrite::utility::UTF8to16(event.identifier));
+        if (handling.handled == handling.does.empty())
+            throw std::runtime_error(event.identifier + " was seen to do nothing at " + kind.name);
+        event.handling.push_back(std::move(handling));
+        for (const Effect& effect : trials.Seen()) {
+            Sending sending;
+            sending.connector = kind.name;
+            sending.request = event.identifier;
+            observer.AddEffect(effect, sending, sources);
+        }
+    }
+}
+
+/// \param after Of the callbacks that send one of the answers only this one answers; empty: each does.
+Answer AnswerOf(const Model& model, const Event& request, const std::string& connector,
+                const std::string& after)
+{
+    Answer answer;
+    answer.sender = request.answers.empty() ? "nobody" : "host";
+    for (const std::string& identifier : request.answers)
+        if (!FindEvent(model, identifier)->sent.empty())
+            answer.sender = "other";
+    for (const bool atOnce : {true, false})
+        for (const std::string& identifier : request.answers)
+            for (const Sending& sending : FindEvent(model, identifier)->sent) {
+                const bool fits =
+                    atOnce ? sending.request == request.identifier
+                           : !sending.callback.empty() && (after.empty() || sending.callback == after);
+                if (sending.connector != connector || !fits || (!atOnce && answer.sender == "connector"))
+                    continue;
+                answer.sender = atOnce ? "connector" : "callback";
+                AddUnique(answer.notifications, identifier);
+                if (!atOnce)
+                    AddUnique(answer.callbacks, sending.callback);
+                answer.matchedBy.clear();
+                if (sending.header.msgID == "call" || sending.header.msgID == "request")
+                    answer.matchedBy.emplace_back("msgID");
+                if (sending.header.taskID == "call" || sending.header.taskID == "request")
+                    answer.matchedBy.emplace_back("taskID");
+                answer.browserID = sending.header.browserID;
+            }
+    return answer;
+}
+
+/// What the library does not send itself: the header, and how it went where the name says that it does.
+std::string ExampleOfHost(const Model& model, const Event& event)
+{
+    Node root;
+    root.name = event.kind == "request" ? model.requestRoot : model.notificationRoot;
+    const std::string status = "Status";
+    const bool isStatus = event.kind == "notification" && event.identifier.size() > status.size() &&
+                          event.identifier.substr(event.identifier.size() - status.size()) == status;
+    for (const char* const path : {"browserID@ID", "msgID@ID", "taskID@ID", "result"})
+        if (path != std::string("result") || isStatus)
+            Put(root, path, FindPlace(model, path)->sample);
+    return root.Text();
+}
+
+}  // namespace
+
+void AddEvents(Model& model)
+{
+    AddFacts(model);
+    Observer observer(model);
+    for (const ConnectorKind& kind : ConnectorKinds()) {
+        model.connectors.emplace_back(kind.name);
+        ObserveRequests(kind, model, observer);
+        ObserveCallbacks(kind, model, observer);
+        for (const Event& event : model.events)
+            if (event.kind == "notification" &&
+                kind.handles(ferrite::utility::UTF8to16(event.identifier)) !=
+                    std::any_of(event.sent.begin(), event.sent.end(),
+                                [&kind](const Sending& sending) { return sending.connector == kind.name; }))
+                throw std::runtime_error(event.identifier + " was never seen from " + kind.name);
+    }
+    for (std::size_t i = 0; i < model.events.size(); ++i) {
+        Event& event = model.events[i];
+        for (Handling& handling : event.handling)
+            handling.answer = AnswerOf(model, event, handling.connector, kEventFacts[i].after);
+        if (event.kind == "request")
+            event.example = ExampleOf(model.places, event.handling).Text();
+        else if (event.example.empty())
+            event.example = ExampleOfHost(model, event);
+    }
+}
+
+}  // namespace Protocol::Generator
