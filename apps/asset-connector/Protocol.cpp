@@ -1,12 +1,11 @@
 #include "Commands.h"
-#include "protocol/Model.h"
+#include "protocol/Reference.h"
 
 namespace AssetConnector {
 
 Status Protocol(bool json, std::ostream& output)
 {
-    if (json)
-        output << ::Protocol::ThisModelText();
+    output << (json ? ::Protocol::ThisModelText() : Reference(::Protocol::ThisModel()));
     return kDone;
 }
 

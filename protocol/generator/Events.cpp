@@ -204,9 +204,9 @@ void ObserveCallbacks(const ConnectorKind& kind, Model& model, Observer& observe
         const char* when;
     };
     const Before befores[] = {{&AC::kPlexaEventType_ImportXMP,
-                               "unless the last XMP that the panel asked for was by `ReadXMPFromDisk`"},
+                               "unless the last XMP request at this connector was `ReadXMPFromDisk`"},
                               {&AC::kPlexaEventType_ReadXMPFromDisk,
-                               "when the last XMP that the panel asked for was by `ReadXMPFromDisk`"}};
+                               "when the last XMP request at this connector was `ReadXMPFromDisk`"}};
     for (const Before& before : befores) {
         RecordingHost host;
         const auto connector = kind.create(host.Dispatcher());

@@ -35,7 +35,8 @@ Node ReadNode(const std::string& text);
 bool IsNested(std::string_view path);
 
 /// Calls visit(path, value) for each element and attribute below the root, in their order; the value of an
-/// element is its text. The visitor may change it. Does not go into nested lists.
+/// element is its text. The visitor may change it. What nested lists hold has the paths
+/// of the outermost one.
 template <class Visit>
 void ForEachPlace(Node& node, const std::string& path, Visit&& visit)
 {
@@ -45,8 +46,7 @@ void ForEachPlace(Node& node, const std::string& path, Visit&& visit)
         visit(childPath, child.text);
         for (auto& [name, value] : child.attributes)
             visit(childPath + '@' + name, value);
-        if (!IsNested(childPath))
-            ForEachPlace(child, childPath, visit);
+        ForEachPlace(child, IsNested(childPath) ? child.name : childPath, visit);
     }
 }
 

@@ -1,0 +1,83 @@
+#pragma once
+
+/// The words of the reference. What stands between double braces is put in from the model: see Reference.cpp.
+namespace Protocol::Markdown {
+
+constexpr char kProse[] = R"md(# The protocol of panels and host, version {{version}}
+
+Made from the library by `asset-connector protocol`; `asset-connector protocol --json` prints the same as data. Schemas
+of both kinds of texts and types for JavaScript, made from the same model, are installed in `share/asset-connector`.
+What texts look like in general is in [message-format.md](message-format.md).
+
+- [How panels and host talk](#how-panels-and-host-talk)
+- [Events at a glance](#events-at-a-glance)
+- [Requests](#requests), [notifications](#notifications), each with an example
+- [Station messages](#station-messages)
+- [Elements](#elements) and [values](#values)
+
+## How panels and host talk
+
+A panel raises a *request*: the identifier of an event and an XML text with the root `{{requestRoot}}`. The host answers
+and informs by *notifications*: again an identifier and a text, with the root `{{notificationRoot}}`. There are
+{{requests}} requests and {{notifications}} notifications.
+
+**Who hears what.** Every notification reaches every panel. A panel takes those whose [`browserID`](#element-browserID)
+names it: the library connector names the panel that the host calls the current one when the notification is sent, the
+media collection connector writes `MediaCollection`, and some answers repeat what their request said. Both connectors
+hear every request. Of the {{handled}} that a connector handles, {{handledByBoth}} are known to both, and each connector
+that lives carries them out: with both, the host is called twice. {{handledByLibrary}} are known to the library connector
+alone, {{handledByMediaCollection}} to that of the media collection. {{unhandled}} are known to none: they are registered
+for other parts of the host.
+
+**What becomes of a request.** A text that does not parse is dropped, and so is one that lacks what its request needs;
+nobody says so. Try it with `asset-connector check FILE --event IDENTIFIER`. Elements that a request does not read do no
+harm and no good.
+
+**Waiting for an answer.** Give each request a fresh `msgID`, and a `taskID` for the work that it begins; an answer says
+the same. Some answers come at once, from the connector; some when the host reports, with the identifiers that the host
+passes on. {{leftToHost}} requests that a connector handles belong by their names to notifications that this library
+never sends: {{linksLeftToHost}}. Whether the host sends them, and with what, is its own affair: wait with a time limit.
+Nobody answers {{linksUnanswered}}: do not wait. In all, {{neverSent}} notifications are not sent by this library,
+{{neverSentStatus}} of them named `...Status`.
+
+**One flag, two names.** The library connector remembers which of `ImportXMP` and `ReadXMPFromDisk` it got last, whoever
+raised it, and names what it sends by that: what answers `ImportXMP` may come as `ReadXMPFromDiskStatus`, and the
+reverse. Take either, by its `msgID`.
+
+**Following work.** Progress has the `taskID` and `msgID` of its request, as far as the host passes them on; what an
+ingest reports has its `taskID` and a fresh `msgID`. Whether a cancelled task is still answered, with `Canceled`, is up to
+the host.
+
+### Decoded notifications
+
+Of some notifications one layer of encoding is taken off before they are sent: {{linksDecoded}}, not at both connectors in
+every case. The markers around an XMP packet are a real CDATA section there, and metadata is encoded once. A `<` or `&` in
+a text is bare, so such a notification may not be well-formed: read it forgivingly.
+
+## Events at a glance
+
+{{glance}}
+## Requests
+
+{{requestList}}
+## Notifications
+
+{{notificationList}}
+## Station messages
+
+What the media collection connector tells components of the host. The hash of the type name tells messages apart.
+`record:Message` is the message record; a `map` is an array of pairs, as in the JSON of records.
+
+{{stationMessages}}
+## Elements
+
+In the order in which notifications hold them; in a request their order is free. *in*: read in requests; *out*: written in
+notifications. `element@attribute` is an attribute. Where an element may stand once and stands twice, the first one
+counts. *Missing*, *Empty* and *Malformed* say what the host then reads.
+
+{{elements}}
+## Values
+
+{{forms}})md";
+
+}  // namespace Protocol::Markdown
