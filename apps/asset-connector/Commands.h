@@ -11,7 +11,7 @@ namespace AssetConnector {
 enum Status
 {
     kDone = 0,
-    kFailed = 1,  ///< The text does not decode, the record is not encoded, the effects differ.
+    kFailed = 1,  ///< The text does not decode, the record is not encoded, the effects differ, panels break.
     kBad = 2,     ///< A bad command line, file, record or session.
 };
 
@@ -37,5 +37,8 @@ Status Events(bool json, std::ostream& output);
 
 /// Prints the reference of the protocol, or its model as JSON.
 Status Protocol(bool json, std::ostream& output);
+
+/// Prints what changed for panels since the model that the file holds: kFailed when something broke.
+Status CompareProtocol(const std::string& file, bool json, std::ostream& output);
 
 }  // namespace AssetConnector

@@ -1,5 +1,8 @@
 #include "Commands.h"
+#include "Input.h"
+#include "protocol/Comparison.h"
 #include "protocol/Reference.h"
+#include "session/Json.h"
 
 namespace AssetConnector {
 
@@ -7,6 +10,27 @@ Status Protocol(bool json, std::ostream& output)
 {
     output << (json ? ::Protocol::ThisModelText() : Reference(::Protocol::ThisModel()));
     return kDone;
+}
+
+Status CompareProtocol(const std::string& file, bool json, std::ostream& output)
+{
+    const ::Protocol::Model before = ::Protocol::ParseModel(Input(file).ReadAll());
+    const std::vector<::Protocol::Change> changes = Compare(before, ::Protocol::ThisModel());
+    Session::OrderedJson array = Session::OrderedJson::array();
+    bool breaks = false;
+    for (const ::Protocol::Change& change : changes) {
+        breaks = breaks || change.breaks;
+        const char* const kind = change.breaks ? "break" : "added";
+        if (json)
+            array.push_back({{"kind", kind}, {"subject", change.subject}, {"what", change.what}});
+        else
+            output << kind << ": " << change.subject << ": " << change.what << '\n';
+    }
+    if (json)
+        output << Session::DumpJson(array, 2) << '\n';
+    else if (changes.empty())
+        output << "nothing changed for panels since " << before.version << '\n';
+    return breaks ? kFailed : kDone;
 }
 
 }  // namespace AssetConnector

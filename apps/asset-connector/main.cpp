@@ -63,9 +63,14 @@ public:
         CLI::App* const events =
             AddCommand("events", "Print the event catalogue", [this] { return Events(mJson, std::cout); });
         events->add_flag("--json", mJson, "Print it as JSON");
-        CLI::App* const protocol = AddCommand("protocol", "Print the reference of the protocol",
-                                              [this] { return AssetConnector::Protocol(mJson, std::cout); });
-        protocol->add_flag("--json", mJson, "Print the model that it is made of");
+        CLI::App* const protocol =
+            AddCommand("protocol", "Print the reference of the protocol, or what changed", [this] {
+                return mOld.empty() ? AssetConnector::Protocol(mJson, std::cout)
+                                    : CompareProtocol(mOld, mJson, std::cout);
+            });
+        protocol->add_flag("--json", mJson, "Print the model that it is made of, or the changes, as JSON");
+        protocol->add_option("--diff", mOld, "Print what changed for panels since this model, a file")
+            ->type_name("OLD.json");
     }
 
     int Run(int count, char** arguments)
@@ -119,6 +124,7 @@ private:
     CLI::App mApp{"Decodes, encodes and plays the messages between HTML panels and a video host",
                   "asset-connector"};
     std::string mFile = "-";
+    std::string mOld;
     bool mDecoded = false;
     bool mReadable = false;
     bool mCheck = false;

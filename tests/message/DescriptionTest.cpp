@@ -5,11 +5,9 @@
 #include "session/ValueReader.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/MemberWalk.h"
+#include "tests/support/TextFile.h"
 
-#include <cctype>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <set>
 
@@ -17,12 +15,6 @@ namespace {
 
 using AC::ACMessage;
 using AC::Description::Carried;
-
-std::string TextOf(const std::filesystem::path& path)
-{
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 ACMessage Everything()
 {
@@ -104,33 +96,6 @@ TEST_F(DescriptionTest, SaysWhatRequestsCarry)
     for (const auto& [name, member] : members)
         EXPECT_EQ(member.isRead, (member.carried & Carried::kIn) != Carried::kNeither)
             << name << ": not read, or in none of tests/texts";
-}
-
-/// \return Whether the name stands in the text, not as a part of another one.
-bool HasWord(const std::string& text, const std::string& name)
-{
-    const auto isPart = [&text](std::size_t at) {
-        return at < text.size() && std::isalnum(static_cast<unsigned char>(text[at])) != 0;
-    };
-    std::size_t at = text.find(name);
-    while (at != std::string::npos && (isPart(at - 1) || isPart(at + name.size())))
-        at = text.find(name, at + 1);
-    return at != std::string::npos;
-}
-
-TEST(Vocabulary, IsInTheDocumentForPanelAuthors)
-{
-    const std::string document = TextOf(TEST_DATA "/../docs/message-format.md");
-    const std::string header = TextOf(TEST_DATA "/../src/assetconnector/codec/Vocabulary.h");
-    const std::string opening = " = u\"";
-    std::size_t count = 0;
-    for (std::size_t at = header.find(opening); at != std::string::npos; at = header.find(opening, at)) {
-        at += opening.size();
-        const std::string name = header.substr(at, header.find('"', at) - at);
-        EXPECT_TRUE(HasWord(document, name)) << name << " is missing in docs/message-format.md";
-        ++count;
-    }
-    EXPECT_GT(count, 0U);
 }
 
 }  // namespace
