@@ -209,8 +209,11 @@ void Read(const Json& json, const std::string& where, std::vector<Value>& values
 {
     if (!json.is_array())
         Fail(where, "is not an array");
-    for (const Json& entry : json)
-        Read(entry, where + '[' + std::to_string(values.size()) + ']', values.emplace_back());
+    values.reserve(json.size());
+    for (const Json& entry : json) {
+        const std::string place = where + '[' + std::to_string(values.size()) + ']';
+        Read(entry, place, values.emplace_back());
+    }
 }
 
 template <class Part>
