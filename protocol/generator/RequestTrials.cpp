@@ -102,12 +102,31 @@ bool RequestTrials::MattersAmongAll(const Place& place)
     return false;
 }
 
+Node RequestTrials::Needed(const std::vector<std::string>& needs) const
+{
+    Node request = Request();
+    for (const Place& place : mPlaces)
+        if (std::find(needs.begin(), needs.end(), place.path) != needs.end() && place.form != kEmpty)
+            Put(request, place.path, place.sample);
+    return request;
+}
+
+bool RequestTrials::SectionMatters(std::string_view section, const std::vector<std::string>& needs)
+{
+    for (const Variant variant : kVariants)
+        if (!(Effects(All(section, variant)) == mWithAll[static_cast<std::size_t>(variant)]))
+            return true;
+    const Node without = Needed(needs);
+    Node with = without;
+    for (const Place& place : mPlaces)
+        if (place.read && place.form != kEmpty && IsWithin(place.path, section))
+            Put(with, place.path, place.sample);
+    return !(Effects(with) == Effects(without));
+}
+
 bool RequestTrials::MattersAlone(const Place& place, const std::vector<std::string>& needs)
 {
-    Node without = Request();
-    for (const Place& needed : mPlaces)
-        if (std::find(needs.begin(), needs.end(), needed.path) != needs.end() && needed.form != kEmpty)
-            Put(without, needed.path, needed.sample);
+    Node without = Needed(needs);
     PutNeeds(mPlaces, without, place);
     PutAround(mPlaces, without, place.path);
     for (const Variant variant : kVariants) {
@@ -148,9 +167,15 @@ Handling RequestTrials::Try(const std::string& identifier)
         return handling;
     if (withNone.empty())
         handling.needs = FindNeeds();
-    for (const Place& place : mPlaces)
-        if (place.read && (MattersAmongAll(place) || MattersAlone(place, handling.needs)))
+    bool sectionMatters = false;
+    for (const Place& place : mPlaces) {
+        if (!place.read)
+            continue;
+        if (place.path.find_first_of("/@") == std::string::npos)  // before what it holds
+            sectionMatters = SectionMatters(place.path, handling.needs);
+        if (sectionMatters && (MattersAmongAll(place) || MattersAlone(place, handling.needs)))
             handling.reads.push_back(place.path);
+    }
     return handling;
 }
 

@@ -45,6 +45,13 @@ private:
     /// A request with all places but those at a path and below it.
     Node All(std::string_view without, Variant variant) const;
 
+    /// A request with what is needed.
+    Node Needed(const std::vector<std::string>& needs) const;
+
+    /// Whether an element below the root makes a difference, with all that it holds: beside everything, or
+    /// beside what is needed. If not, nothing in it does.
+    bool SectionMatters(std::string_view section, const std::vector<std::string>& needs);
+
     /// Whether the place makes a difference beside all others.
     bool MattersAmongAll(const Place& place);
 
