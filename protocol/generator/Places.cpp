@@ -222,12 +222,49 @@ std::string_view OppositeOf(const Place& place)
     return place.sample == "true" ? "false" : "true";
 }
 
+/// \return The elements among which that of this path stands.
+std::vector<Node>& SiblingsOf(Node& request, std::string_view path)
+{
+    const std::string_view parent = ParentOf(path);
+    if (parent.empty())
+        return request.children;
+    for (Node& node : SiblingsOf(request, parent))
+        if (node.name == ElementOf(parent))
+            return node.children;
+    throw std::logic_error("the element around " + std::string(path) + " is not there");
+}
+
+/// Of two elements where one may stand the first counts, whatever they hold.
+void RequireFirstCounts(const std::vector<Place>& places, const Place& place, const Node& without)
+{
+    Node filled = without;
+    for (const Place& inner : places)
+        if (inner.read && inner.form != kEmpty &&
+            (inner.path == place.path ||
+             inner.path.compare(0, place.path.size() + 1, place.path + '/') == 0 ||
+             inner.path.compare(0, place.path.size() + 1, place.path + '@') == 0))
+            Put(filled, inner.path, inner.sample);
+    Node second;
+    second.name = ElementOf(place.path);
+    Node empty = without;
+    SiblingsOf(empty, place.path).push_back(second);
+    Node behind = filled;
+    SiblingsOf(behind, place.path).push_back(second);
+    Node before = filled;
+    std::vector<Node>& siblings = SiblingsOf(before, place.path);
+    siblings.insert(siblings.begin(), second);
+    if (Decode(behind) != Decode(filled) || Decode(before) != Decode(empty))
+        throw std::runtime_error("of two elements " + place.path + " it is not the first that counts");
+}
+
 /// Finds out what a place reads as, and that it changes the members that its row names and no others.
 void Measure(const std::vector<Place>& places, Place& place)
 {
     Node without = Request();
     PutNeeds(places, without, place);
     PutAround(places, without, place.path);
+    if (!place.many && AttributeOf(place.path).empty())
+        RequireFirstCounts(places, place, without);
     const auto with = [&](std::string_view value) {
         Node request = without;
         Put(request, place.path, value);
