@@ -14,6 +14,9 @@ if(ASSETCONNECTOR_BUILD_PROGRAM)
     file(RELATIVE_PATH to_libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
     set_target_properties(asset-connector PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
     install(TARGETS asset-connector RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    # For panel authors. Who builds the program alone can install all the same.
+    add_dependencies(asset-connector assetconnector_panel_files)
+    install(FILES ${assetconnector_shared_files} DESTINATION ${CMAKE_INSTALL_DATADIR}/asset-connector)
 endif()
 
 # The public headers: folders where all is public, and single headers of the others. The rest is internal.

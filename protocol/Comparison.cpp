@@ -183,6 +183,7 @@ void CompareForms(const Form& before, const Form& now, Changes& changes)
     changes.CompareSets(before.words, now.words, "has the word");
     changes.CompareFlags(before.anyCase, now.anyCase, "read in any case");
     changes.CompareValues(before.pattern, now.pattern, "the pattern");
+    changes.CompareValues(before.writtenPattern, now.writtenPattern, "the pattern of notifications");
 }
 
 /// Compares what has the same key; what is gone breaks, what is new was added.

@@ -21,10 +21,10 @@ constexpr std::pair<const char*, Value Part::*> Field(const char* key, Value Par
 template <>
 struct Fields<Form>
 {
-    static constexpr auto kRows =
-        std::make_tuple(Field("name", &Form::name), Field("about", &Form::about),
-                        Field("words", &Form::words), Field("anyCase", &Form::anyCase),
-                        Field("pattern", &Form::pattern), Field("malformed", &Form::malformed));
+    static constexpr auto kRows = std::make_tuple(
+        Field("name", &Form::name), Field("about", &Form::about), Field("words", &Form::words),
+        Field("anyCase", &Form::anyCase), Field("pattern", &Form::pattern),
+        Field("writtenPattern", &Form::writtenPattern), Field("malformed", &Form::malformed));
 };
 
 template <>

@@ -25,6 +25,7 @@ struct Form
     bool anyCase = false;            ///< Of the words.
     std::string pattern;             ///< What a request should look like, as a regular expression of XML
                                      ///< schemas; empty: anything.
+    std::string writtenPattern;      ///< What a notification holds, likewise.
     std::string malformed;           ///< A text that is none; empty: there is no such text.
 };
 

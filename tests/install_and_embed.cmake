@@ -19,6 +19,12 @@ endfunction()
 set(work ${BUILD}/installation)
 file(REMOVE_RECURSE ${work})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${work}/installed)
+foreach(file protocol.json protocol.schema.json notifications.xsd requests.rng assetconnector.d.ts)
+    file(SIZE ${work}/installed/share/asset-connector/${file} size)  # fails without it
+    if(size EQUAL 0)
+        message(FATAL_ERROR "${file} is empty")
+    endif()
+endforeach()
 file(COPY ${SOURCE}/examples/embedding DESTINATION ${work})
 build_with_package(${work}/embedding)
 

@@ -13,35 +13,36 @@ struct FormFact
     bool anyCase = false;
     const char* pattern = "";
     const char* malformed = "";
+    const char* writtenPattern = "";
 };
 
 constexpr std::array kFormFacts{
     FormFact{"text", "text as it is, not trimmed"},
     FormFact{"path", "a path of the host's file system, as it is"},
     FormFact{"boolean", "`true` or `false`, exactly; anything but `true` is false", "true false", false,
-             "true|false", "True"},
+             "true|false", "True", "true|false"},
     FormFact{"integer", "a decimal number of 32 bits; text behind the digits is ignored", "", false,
-             "[ \\t\\n\\r]*[+\\-]?[0-9]+", "x"},
+             "[ \\t\\n\\r]*[+\\-]?[0-9]+", "x", "-?[0-9]+"},
     FormFact{"unsigned", "a decimal number of 32 bits without a sign; text behind the digits is ignored", "",
              false, "[ \\t\\n\\r]*[0-9]+", "-1"},
     FormFact{"order",
              "a decimal number: items are sorted by it; of several with the same one the first stays", "",
-             false, "[0-9]+"},
+             false, "[0-9]+", "", "[1-9][0-9]*"},
     FormFact{"guid", "36 characters with hyphens, either case, braces allowed; written in lower case without",
              "", false,
              "[0-9a-fA-F]{8}(-[0-9a-fA-F]{4}){3}-[0-9a-fA-F]{12}|"
              "\\{[0-9a-fA-F]{8}(-[0-9a-fA-F]{4}){3}-[0-9a-fA-F]{12}\\}",
-             "x"},
+             "x", "[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}"},
     FormFact{"time", "a whole number of frames at the rate in the sibling `frameRate`", "", false,
-             "[ \\t\\n\\r]*[+\\-]?[0-9]+", "x"},
+             "[ \\t\\n\\r]*[+\\-]?[0-9]+", "x", "-?[0-9]+"},
     FormFact{"rate",
              "`f25`; `f30000s1001` for 30000/1001 frames per second; `f254016000000` is one tick per frame",
-             "", false, "f[0-9]+(\\.[0-9]+)?(s[0-9]+(\\.[0-9]+)?)?", "25"},
+             "", false, "f[0-9]+(\\.[0-9]+)?(s[0-9]+(\\.[0-9]+)?)?", "25", "f-?[1-9][0-9]*(s[1-9][0-9]*)?"},
     FormFact{"clipType", "one of the four, exactly; the host writes `unKnown` for any other",
              "masterClip subClip roughCut rcSubClip", false, "masterClip|subClip|roughCut|rcSubClip",
-             "MasterClip"},
+             "MasterClip", "masterClip|subClip|roughCut|rcSubClip|unKnown"},
     FormFact{"result", "one of the five, exactly", "OK ERROR Ignore Canceled AccessDenied", false,
-             "OK|ERROR|Ignore|Canceled|AccessDenied", "ok"},
+             "OK|ERROR|Ignore|Canceled|AccessDenied", "ok", "OK|ERROR|Ignore|Canceled|AccessDenied"},
     FormFact{"level", "one of the three, in any case; anything else counts as `INFO`", "INFO WARN ERROR",
              true, "[Ii][Nn][Ff][Oo]|[Ww][Aa][Rr][Nn]|[Ee][Rr][Rr][Oo][Rr]"},
     FormFact{"overwrite", "`Overwrite`, in any case, overwrites; anything else does not", "Overwrite", true,

@@ -23,8 +23,8 @@ Model MakeModel()
     model.requestRoot = ferrite::utility::UTF16to8(AC::kMessageRoot);
     model.notificationRoot = ferrite::utility::UTF16to8(AC::kNotificationRoot);
     for (const FormFact& form : kFormFacts)
-        model.forms.push_back(
-            {form.name, form.about, Words(form.words), form.anyCase, form.pattern, form.malformed});
+        model.forms.push_back({form.name, form.about, Words(form.words), form.anyCase, form.pattern,
+                               form.writtenPattern, form.malformed});
     model.records = AllRecords();
     {
         const RecordingHost host;
