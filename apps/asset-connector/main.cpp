@@ -66,6 +66,12 @@ public:
         CLI::App* const protocol = AddCommand("protocol", "Print the reference of the protocol",
                                               [this] { return AssetConnector::Protocol(mJson, std::cout); });
         protocol->add_flag("--json", mJson, "Print the model that it is made of");
+        CLI::App* const check = AddCommand("check", "Tell what a panel's text would silently lose", [this] {
+            return AssetConnector::Check(mFile, mEvent, mJson, std::cout);
+        });
+        check->add_option("--event", mEvent, "The identifier of the request that carries the text");
+        check->add_flag("--json", mJson, "Print the findings as JSON");
+        AddFile(check);
     }
 
     int Run(int count, char** arguments)
@@ -78,7 +84,7 @@ public:
         } catch (const CLI::Error& error) {
             const bool isUnknown = count > 1 && *arguments[1] != '-' && mApp.get_subcommands().empty();
             Complain((isUnknown ? std::string("unknown command \"") + arguments[1] + '"' : error.what()) +
-                     "; usage: asset-connector decode|encode|replay|events|protocol [OPTIONS] [FILE]");
+                     "; usage: asset-connector decode|encode|check|replay|events|protocol [OPTIONS] [FILE]");
             return kBad;
         }
         try {
@@ -119,6 +125,7 @@ private:
     CLI::App mApp{"Decodes, encodes and plays the messages between HTML panels and a video host",
                   "asset-connector"};
     std::string mFile = "-";
+    std::string mEvent;
     bool mDecoded = false;
     bool mReadable = false;
     bool mCheck = false;
