@@ -35,6 +35,7 @@ void CheckElements(Context& context)
             CheckChildren(each, element);
     });
     ForEachRead(context, CheckOrder);
+    ForEachRead(context, CheckKeys);
     ForEachRead(context, CheckRequired);
     ForEachRead(context, CheckCompanions);
 }
@@ -51,10 +52,11 @@ std::vector<Finding> Check(const Model& model, const std::string& text, const st
     if (remark)
         report.Add(root, "", *remark);
     if (tree.elements.empty()) {
-        report.Add({tree.error.line, tree.error.column}, "",
-                   {Kind::kNotWellFormed,
-                    "the text does not parse: " + ferrite::utility::UTF16to8(tree.error.reason),
-                    "mend it: the host drops the request"});
+        report.Add(
+            {tree.error.line, tree.error.column}, "",
+            {Kind::kNotWellFormed,
+             "the text does not parse: " + Quoting::Line(ferrite::utility::UTF16to8(tree.error.reason)),
+             "mend it: the host drops the request"});
         return report.Take();
     }
     const Shape shape(model);

@@ -54,8 +54,7 @@ private:
             return {Kind::kNoOrder, tag + " has no order and is dropped: so has the one in " + where,
                     "number the items from 1"};
         return {Kind::kSameOrder,
-                tag + " is dropped: the one in " + where + " has the order " + std::to_string(first.first) +
-                    ", too",
+                tag + " is dropped: the one in " + where + " has its order, " + std::to_string(first.first),
                 "number the items from 1"};
     }
 
@@ -129,6 +128,29 @@ void CheckValue(Context& context, std::size_t element, const Place& place, const
     }
 }
 
+/// \return Whether the host keeps the list as a map, in which a key stands once.
+bool IsMap(const Model& model, const Place& list)
+{
+    const Record* const message = FindRecord(model, "Message");
+    return message != nullptr &&
+           std::any_of(message->members.begin(), message->members.end(), [&list](const Member& member) {
+               return member.name == list.member && member.type.compare(0, 4, "map:") == 0;
+           });
+}
+
+/// \return What an item is nothing without; empty when something of it is missing.
+std::vector<UTF16String> KeyOf(const Context& context, std::size_t item)
+{
+    std::vector<UTF16String> key;
+    for (const Place* place : context.slots[item]->required) {
+        const std::string* const value = context.FindValue(item, place->path);
+        if (value == nullptr || !Counts(*place, *value))
+            return {};
+        key.push_back(ferrite::utility::Guid::StringToGUID(ferrite::utility::UTF8to16(*value)).AsString());
+    }
+    return key;
+}
+
 }  // namespace
 
 void CheckOrder(Context& context, std::size_t list)
@@ -143,6 +165,28 @@ void CheckOrder(Context& context, std::size_t list)
     forEach([&count](std::size_t, const Place&) { ++count; });
     Ordered ordered(context, count);
     forEach([&ordered](std::size_t item, const Place& place) { ordered.Add(item, place); });
+}
+
+void CheckKeys(Context& context, std::size_t list)
+{
+    const Place* const place = context.slots[list]->place;
+    if (place == nullptr || place->form != kList || !IsMap(context.model, *place))
+        return;
+    std::map<std::vector<UTF16String>, std::size_t> last;
+    for (const std::size_t item : context.At(list).children) {
+        const std::vector<UTF16String> key =
+            context.slots[item] == nullptr ? std::vector<UTF16String>() : KeyOf(context, item);
+        if (key.empty())
+            continue;
+        const auto [before, isFirst] = last.emplace(key, item);
+        if (!isFirst)
+            context.Add(before->second,
+                        {Kind::kSameGuids,
+                         context.quoting.Tag(context.At(before->second).name) +
+                             " is replaced by the one in " + PlaceText(context.At(item).place),
+                         "keep one"});
+        before->second = item;
+    }
 }
 
 void CheckRequired(Context& context, std::size_t item)

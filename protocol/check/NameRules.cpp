@@ -50,12 +50,12 @@ Remark JudgeName(Kind unknown, const std::string& what, const std::string& here,
     if (known != nullptr)
         return {Kind::kHostWrites, what + " is not read: only the host writes it", "leave it out"};
     if (!here.empty())
-        return {unknown, what + " is not read: it is not known", "the nearest name here is " + here};
+        return {unknown, what + " is not read: nothing is called so", "the nearest name here is " + here};
     if (nearest != nullptr)
-        return {unknown, what + " is not read: it is not known",
+        return {unknown, what + " is not read: nothing is called so",
                 "the nearest name is " + std::string(nearest->name) + ", which belongs " +
                     Belongs(*nearest, around)};
-    return {unknown, what + " is not read: it is not known", "leave it out"};
+    return {unknown, what + " is not read: nothing is called so", "leave it out"};
 }
 
 Remark JudgeChild(const Context& context, const Slot& slot, const Element& parent, const Element& child)

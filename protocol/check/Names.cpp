@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace Protocol::Checking {
 namespace {
@@ -114,9 +115,12 @@ const NameBook::Entry* NameBook::Nearest(const Entries& entries, std::string_vie
 
 std::string Belongs(const NameBook::Entry& entry, std::string_view path)
 {
+    const auto likeness = [path](std::string_view around) {
+        return std::pair(ElementOf(around) == ElementOf(path), CommonLength(around, path));
+    };
     const std::string_view likest =
         *std::max_element(entry.around.begin(), entry.around.end(),
-                          [path](auto a, auto b) { return CommonLength(a, path) < CommonLength(b, path); });
+                          [&likeness](auto a, auto b) { return likeness(a) < likeness(b); });
     const std::string where = likest.empty() ? "directly in the root" : "in " + std::string(likest);
     return entry.around.size() == 1 ? where : where + ", among others";
 }

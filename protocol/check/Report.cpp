@@ -10,6 +10,9 @@ namespace Protocol::Checking {
 namespace {
 
 constexpr std::size_t kLongest = 60;
+constexpr std::size_t kLongestLine = 200;
+/// With more of them no value is quoted, so that a check takes no more than the length of the text allows.
+constexpr std::size_t kMostPasswords = 16;
 constexpr const char* kMasked = "***";
 
 bool IsWordCharacter(char unit)
@@ -18,10 +21,10 @@ bool IsWordCharacter(char unit)
 }
 
 /// \return The text with control characters as blanks, cut between characters of UTF-8.
-std::string Harmless(std::string_view text)
+std::string Harmless(std::string_view text, std::size_t longest)
 {
-    std::string result(text.substr(0, kLongest));
-    if (text.size() > kLongest) {
+    std::string result(text.substr(0, longest));
+    if (text.size() > longest) {
         while (!result.empty() && (static_cast<unsigned char>(text[result.size()]) & 0xC0U) == 0x80U)
             result.pop_back();
         result += "...";
@@ -42,8 +45,8 @@ std::string Harmless(std::string_view text)
 Quoting::Quoting(const TextTree& tree)
 {
     const auto add = [this](const std::string& name, const std::string& value) {
-        if (IsPasswordName(name) && !IsBlank(value))
-            mPasswords.push_back(Trimmed(value));
+        if (IsPasswordName(name) && !IsBlank(value) && mPasswords.size() <= kMostPasswords)
+            mPasswords.insert(Trimmed(value));
     };
     for (const Element& element : tree.elements) {
         add(element.name, element.value.value_or(""));
@@ -59,17 +62,23 @@ std::string Quoting::Value(std::string_view value) const
     const bool holdsPassword =
         std::any_of(mPasswords.begin(), mPasswords.end(),
                     [value](const auto& password) { return value.find(password) != std::string_view::npos; });
-    return '"' + (isAddress || holdsPassword ? kMasked : Harmless(value)) + '"';
+    const bool isMasked = isAddress || holdsPassword || mPasswords.size() > kMostPasswords;
+    return '"' + (isMasked ? kMasked : Harmless(value, kLongest)) + '"';
 }
 
 std::string Quoting::Name(std::string_view name) const
 {
-    return std::find(mPasswords.begin(), mPasswords.end(), name) == mPasswords.end() ? Harmless(name)
-                                                                                     : kMasked;
+    return mPasswords.count(name) == 0 ? Harmless(name, kLongest) : kMasked;
+}
+
+std::string Quoting::Line(std::string_view text)
+{
+    return Harmless(text, kLongestLine);
 }
 
 bool Quoting::HoldsPassword(std::string_view text) const
 {
+    constexpr std::size_t kShortest = 4;  // shorter ones stand in honest texts, too
     const auto isWordAt = [text](std::size_t at, std::size_t length) {
         return (at == 0 || !IsWordCharacter(text[at - 1])) &&
                (at + length == text.size() || !IsWordCharacter(text[at + length]));
@@ -77,7 +86,7 @@ bool Quoting::HoldsPassword(std::string_view text) const
     for (const std::string& password : mPasswords)
         for (std::size_t at = text.find(password); at != std::string_view::npos;
              at = text.find(password, at + 1))
-            if (isWordAt(at, password.size()))
+            if (password.size() >= kShortest && isWordAt(at, password.size()))
                 return true;
     return false;
 }

@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::string_view kSectionBegin = "<![CDATA[";
 constexpr std::string_view kSectionEnd = "]]>";
+constexpr std::string_view kClipType = "clipType";
 
 /// \return The text without the marks of the document that it comes from.
 std::string Plain(std::string text)
@@ -25,6 +26,14 @@ std::string WordList(const Form& form)
     for (const std::string& word : form.words)
         list += (list.empty() ? "" : word == form.words.back() ? " or " : ", ") + word;
     return list;
+}
+
+/// \return What becomes of a word that does not count, and why it does not.
+std::string Because(const Form& form, const std::string& reason)
+{
+    if (form.name == kClipType)
+        return ", which reads as no clip type: " + reason;
+    return ", and " + reason + " (" + Plain(form.about) + ')';
 }
 
 /// Of two words the second is what anything else counts as, so it may be written in any way.
@@ -58,19 +67,18 @@ std::optional<Remark> JudgeWord(const Form& form, const Place& place, const std:
         if (value == word || IsWhatElseCounts(form, word) || (form.anyCase && trimmed == value))
             return std::nullopt;
         return trimmed == word || form.anyCase
-                   ? Remark{Kind::kBlanks, what + ": blanks count here", "write " + word + " without blanks"}
-                   : Remark{Kind::kCapitals, what + ": capitals count here", "write " + word};
+                   ? Remark{Kind::kBlanks, what + Because(form, "blanks count here"),
+                            "write " + word + " alone"}
+                   : Remark{Kind::kCapitals, what + Because(form, "capitals count here"), "write " + word};
     }
     // A single word says yes, and many say no.
     if (form.words.size() == 1 && !IsNear(trimmed, form.words.front()))
         return std::nullopt;
-    const std::string advice = "write " + WordList(form);
-    if (form.name == "clipType")
-        return Remark{Kind::kNoClipType, what + ", which reads as no clip type", advice};
     const std::vector<std::string_view> words(form.words.begin(), form.words.end());
-    const std::string_view nearest = Nearest(words, trimmed);
-    return Remark{Kind::kUnknownWord, what + ", which is no word of it: " + Plain(form.about),
-                  nearest.empty() ? advice : "write " + std::string(nearest)};
+    const std::string nearest(Nearest(words, trimmed));
+    return Remark{form.name == kClipType ? Kind::kNoClipType : Kind::kUnknownWord,
+                  what + Because(form, "it is none of the words"),
+                  "write " + (nearest.empty() ? WordList(form) : nearest)};
 }
 
 /// \return Whether it is the text of a GUID, all zeros or not.
@@ -104,6 +112,8 @@ std::optional<Remark> JudgeMetadata(const std::string& subject, const std::strin
 
 std::optional<Remark> JudgePacket(const std::string& subject, const std::string& value, bool isInSection)
 {
+    if (IsBlank(value))
+        return std::nullopt;
     const std::size_t begin = value.find(kSectionBegin);
     const std::size_t end = value.rfind(kSectionEnd);
     const bool hasMarkers =
@@ -120,14 +130,18 @@ std::optional<Remark> JudgePacket(const std::string& subject, const std::string&
                   "begin it with &lt;![CDATA[ and end it with ]]&gt;"};
 }
 
-std::optional<Remark> JudgePassword(const Context& context, const Form& form, const std::string& subject,
-                                    const std::string& value)
+/// Looks for passwords but in the element that is there for them.
+std::optional<Remark> JudgePassword(const Context& context, const Slot& slot, const Place& place,
+                                    const std::string& subject, const std::string& value)
 {
     if (IsAddressWithPassword(value))
         return Remark{Kind::kPasswordSeen,
                       subject + " holds an address with a password, which people will see",
                       "give user and password in <ftpSetting>"};
-    if (form.name == "text" && context.quoting.HoldsPassword(value))
+    const bool isForPasswords =
+        std::any_of(slot.attributes.begin(), slot.attributes.end(),
+                    [](const Place* each) { return IsPasswordName(AttributeOf(each->path)); });
+    if (place.form == "text" && !isForPasswords && context.quoting.HoldsPassword(value))
         return Remark{Kind::kPasswordSeen,
                       subject + " holds the password of this text, which people will see", "leave it out"};
     return std::nullopt;
@@ -162,10 +176,9 @@ std::optional<Remark> JudgeMarkup(const Slot& slot, const std::string& tag, bool
     return std::nullopt;
 }
 
-}  // namespace
-
-std::optional<Remark> JudgeValue(const Context& context, const Place& place, const std::string& subject,
-                                 const std::string& value)
+/// \param subject What carries the value, as findings call it.
+std::optional<Remark> JudgeForm(const Context& context, const Place& place, const std::string& subject,
+                                const std::string& value)
 {
     const Form* const form = FindForm(context.model, place.form);
     if (form == nullptr || (value.empty() && form->name != "order"))
@@ -179,11 +192,23 @@ std::optional<Remark> JudgeValue(const Context& context, const Place& place, con
         return JudgeRate(context.quoting, what, value);
     if (form->name == "xml")
         return JudgeMetadata(subject, value);
-    if (std::optional<Remark> remark = JudgeNumber(context.quoting, form->name, what, value))
-        return remark;
-    return IsPasswordName(AttributeOf(place.path)) ? std::nullopt
-                                                   : JudgePassword(context, *form, subject, value);
+    return JudgeNumber(context.quoting, form->name, what, value);
 }
+
+void CheckValue(Context& context, std::size_t element, const Place& place, const std::string& subject,
+                const std::string& value)
+{
+    std::optional<Remark> remark = place.form == "xmp"
+                                       ? JudgePacket(subject, value, context.At(element).isSection)
+                                       : JudgeForm(context, place, subject, value);
+    if (!remark)
+        remark = JudgePassword(context, *context.slots[element], place, subject, value);
+    const std::string attribute(AttributeOf(place.path));
+    if (remark)
+        context.Add(element, *remark, attribute.empty() ? attribute : '@' + attribute);
+}
+
+}  // namespace
 
 bool CheckText(Context& context, std::size_t element)
 {
@@ -208,13 +233,8 @@ bool CheckText(Context& context, std::size_t element)
                      "write all of it as text, or all of it as one section"});
         return false;
     }
-    if (!node.value)
-        return true;
-    const bool isPacket = slot.place->form == "xmp";
-    if (const std::optional<Remark> remark = isPacket && hasText
-                                                 ? JudgePacket(tag, *node.value, node.isSection)
-                                                 : JudgeValue(context, *slot.place, tag, *node.value))
-        context.Add(element, *remark);
+    if (node.value)
+        CheckValue(context, element, *slot.place, tag, *node.value);
     return true;
 }
 
@@ -223,12 +243,9 @@ void CheckAttributeValues(Context& context, std::size_t element)
     const Element& node = context.At(element);
     for (const Place* place : context.slots[element]->attributes) {
         const std::string name(AttributeOf(place->path));
-        const std::string* const value = FindAttribute(node, name);
-        if (value == nullptr)
-            continue;
-        const std::string subject = '"' + name + "\" of " + context.quoting.Tag(node.name);
-        if (const std::optional<Remark> remark = JudgeValue(context, *place, subject, *value))
-            context.Add(element, *remark, '@' + name);
+        if (const std::string* const value = FindAttribute(node, name))
+            CheckValue(context, element, *place, '"' + name + "\" of " + context.quoting.Tag(node.name),
+                       *value);
     }
 }
 

@@ -10,9 +10,4 @@ bool CheckText(Context& context, std::size_t element);
 /// What its attributes read as.
 void CheckAttributeValues(Context& context, std::size_t element);
 
-/// \param subject What carries the value, as findings call it.
-/// \return What is wrong with the value alone.
-std::optional<Remark> JudgeValue(const Context& context, const Place& place, const std::string& subject,
-                                 const std::string& value);
-
 }  // namespace Protocol::Checking
