@@ -64,6 +64,15 @@ TEST(Check, HasATextForEachKindThatGivesItAlone)
     EXPECT_TRUE(files.empty()) << *files.begin();
 }
 
+TEST(Check, IsDocumented)
+{
+    std::string table = "| Kind | What it is |\n|---|---|\n";
+    for (const FindingKind& kind : FindingKinds())
+        table.append("| `").append(kind.name).append("` | ").append(kind.about).append(" |\n");
+    EXPECT_NE(ContentOf(path(TEST_DATA) / "../docs/checking.md").find(table + '\n'), std::string::npos)
+        << table;
+}
+
 TEST(Check, FindsNothingInTheExamples)
 {
     for (const Event& event : ThisModel().events)
