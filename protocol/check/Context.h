@@ -22,7 +22,7 @@ struct Context
     const Quoting& quoting;
 
     std::vector<const Slot*> slots{};  ///< What each element of the tree is; null for what is not read.
-    std::vector<bool> isReported{};    ///< Whether something is wrong with an element's own names and values.
+    std::vector<bool> isReported{};  ///< Whether something is wrong with an element's own text or attributes.
     Report report{};
 
     const Element& At(std::size_t element) const { return tree.elements[element]; }

@@ -32,7 +32,11 @@ public:
         const std::string* const value = FindAttribute(mContext.At(item), name);
         const std::int32_t order = value == nullptr ? -1 : OrderOf(*value);
         const auto [before, isFirst] = mFirst.emplace(order, item);
-        if (mContext.isReported[item] || mCount < 2)
+        // Something else may be wrong with it, of which enough was said.
+        const bool isKnownToBeBad = value == nullptr
+                                        ? mContext.isReported[item]
+                                        : JudgeNumber(mContext.quoting, place.form, "", *value).has_value();
+        if (isKnownToBeBad || mCount < 2)
             return;
         if (!isFirst)
             mContext.Add(item, Dropped(tag, value == nullptr, *before), '@' + name);
@@ -63,12 +67,13 @@ private:
     std::map<std::int32_t, std::size_t> mFirst;
 };
 
-bool IsReportedWithin(const Context& context, std::size_t item)
+/// \return Whether a child that is not read, and of which that was said, may have been meant to be called so.
+bool IsMisspelt(const Context& context, std::size_t element, std::string_view name)
 {
-    const std::vector<std::size_t>& children = context.At(item).children;
-    return context.isReported[item] ||
-           std::any_of(children.begin(), children.end(),
-                       [&context](std::size_t child) { return context.isReported[child]; });
+    const std::vector<std::size_t>& children = context.At(element).children;
+    return std::any_of(children.begin(), children.end(), [&](std::size_t child) {
+        return context.slots[child] == nullptr && IsNear(context.At(child).name, name);
+    });
 }
 
 /// \return Whether the host takes the value for one: a GUID of zeros is none where a malformed one is none.
@@ -120,8 +125,8 @@ void CheckValue(Context& context, std::size_t element, const Place& place, const
         const std::string* const other = context.FindValue(element, needed);
         const Place* const neededPlace = FindPlace(context.model, needed);
         // What an item is nothing without is said of the item.
-        if (neededPlace != nullptr && neededPlace->missing != Json::array() &&
-            (other == nullptr || other->empty())) {
+        if (neededPlace != nullptr && !IsMisspelt(context, context.At(element).parent, ElementOf(needed)) &&
+            neededPlace->missing != Json::array() && (other == nullptr || other->empty())) {
             context.Add(element, Lacking(place, subject, *neededPlace), name);
             return;
         }
@@ -192,30 +197,27 @@ void CheckKeys(Context& context, std::size_t list)
 void CheckRequired(Context& context, std::size_t item)
 {
     for (const Place* place : context.slots[item]->required) {
-        if (IsReportedWithin(context, item))
-            return;
         const std::string* const value = context.FindValue(item, place->path);
-        if (value != nullptr && Counts(*place, *value))
+        const std::string within(ElementOf(place->path));
+        const bool isOwn = within == ElementOf(context.slots[item]->Path());
+        const std::size_t holder = isOwn ? item : FindChild(context.tree, item, within);
+        if ((value != nullptr && Counts(*place, *value)) || context.isReported[item] ||
+            (holder == kNoElement ? IsMisspelt(context, item, within) : context.isReported[holder]))
             continue;
         const std::string attribute(AttributeOf(place->path));
         const std::string tag = context.quoting.Tag(context.At(item).name);
-        const std::string_view within = ElementOf(place->path);
-        const bool isOwn = within == ElementOf(context.slots[item]->Path());
-        context.Add(
-            item,
-            {Kind::kLeftOut,
-             tag + " is left out: it has no " +
-                 (isOwn ? '"' + attribute + '"' : '<' + std::string(within) + "> with \"" + attribute + '"') +
-                 (value == nullptr || value->empty() ? "" : " that is a GUID"),
-             "add it"},
-            isOwn ? '@' + attribute : "/" + std::string(within) + '@' + attribute);
+        context.Add(item,
+                    {Kind::kLeftOut,
+                     tag + " is left out: it has no " +
+                         (isOwn ? '"' + attribute + '"' : '<' + within + "> with \"" + attribute + '"') +
+                         (value == nullptr || value->empty() ? "" : " that is a GUID"),
+                     "add it"},
+                    isOwn ? '@' + attribute : "/" + within + '@' + attribute);
     }
 }
 
 void CheckCompanions(Context& context, std::size_t element)
 {
-    if (context.isReported[element])
-        return;
     const Slot& slot = *context.slots[element];
     if (slot.HoldsText() && context.At(element).value)
         CheckValue(context, element, *slot.place, *context.At(element).value);

@@ -39,7 +39,7 @@ std::string WriteInstead(const std::string& usage)
     return "write " + usage;
 }
 
-/// What names have in common that nobody reads here.
+/// What is said of any name that nobody reads here.
 /// \param what The element or attribute. \param here The nearest name that is read here, as it is written.
 /// \param known The name, \param nearest what is like it, wherever they belong; each may be null.
 Remark JudgeName(Kind unknown, const std::string& what, const std::string& here, const NameBook::Entry* known,
@@ -126,7 +126,6 @@ void CheckChildren(Context& context, std::size_t element)
         const Slot* const known = slot.Child(child.name);
         const std::string path = '/' + context.quoting.Name(child.name);
         const auto add = [&](const Remark& remark) {
-            context.isReported[element] = true;
             context.report.Add(child.place, std::string(slot.Path()) + (slot.place ? path : path.substr(1)),
                                remark);
         };

@@ -211,6 +211,19 @@ TEST(Check, FindsWhatIsWrongAndNothingElse)
          "wrong-case newDynamicColumns/dynamicColumn@Id"},
         {"<dynamicColumnFieldValues><dynamicColumnFieldValue/></dynamicColumnFieldValues>",
          "item-left-out dynamicColumnFieldValues/dynamicColumnFieldValue/dynamicColumn@ID"},
+        {"<assetItemList><assetItem order='1'/><assetItem order='1'><x/></assetItem><assetItem Order='2'/>"
+         "</assetItemList>",
+         "same-order assetItemList/assetItem@order, unknown-element assetItemList/assetItem/x, "
+         "wrong-case assetItemList/assetItem@Order"},
+        {"<dynamicColumnFieldValues><dynamicColumnFieldValue><x/><dynamicColumn ID='" + guid +
+             "'/><assetId ID='" + guid + "'/></dynamicColumnFieldValue></dynamicColumnFieldValues>",
+         "unknown-element dynamicColumnFieldValues/dynamicColumnFieldValue/x, "
+         "wrong-case dynamicColumnFieldValues/dynamicColumnFieldValue/assetId"},
+        {"<mediaPropertyInfo><framerate>f25</framerate><duration>1</duration></mediaPropertyInfo>",
+         "wrong-case mediaPropertyInfo/framerate"},
+        {"<mediaPropertyInfo><x/><duration>1 s</duration></mediaPropertyInfo>",
+         "unknown-element mediaPropertyInfo/x, number-cut mediaPropertyInfo/duration, "
+         "time-without-rate mediaPropertyInfo/duration"},
         {"<taskIDList><taskID ID=''/></taskIDList>", "item-left-out taskIDList/taskID@ID"},
         {"<mediaPropertyInfo><frameRate/><duration>1</duration></mediaPropertyInfo>",
          "time-without-rate mediaPropertyInfo/duration"},
