@@ -71,14 +71,18 @@ Remark JudgeChild(const Context& context, const Slot& slot, const Element& paren
                 tag + " is not read: in " + context.quoting.Tag(parent.name) + " it is an attribute",
                 WriteInstead('<' + context.quoting.Name(parent.name) + ' ' +
                              std::string(AttributeOf(attribute->path)) + "=\"...\">")};
+    const NameBook::Entry* const asElement = context.names.FindElement(child.name);
+    const NameBook::Entry* const asAttribute = context.names.FindAttribute(child.name);
+    if (asElement == nullptr && asAttribute != nullptr)
+        return {Kind::kTextForAttribute, tag + " is not read: it is an attribute",
+                "it belongs " + Belongs(*asAttribute, slot.Path())};
     std::vector<std::string_view> names;
     for (const auto& [name, known] : slot.content->children)
         if (known->isRead)
             names.push_back(name);
     const std::string here(Nearest(names, child.name));
-    return JudgeName(Kind::kUnknownElement, tag, here.empty() ? here : '<' + here + '>',
-                     context.names.FindElement(child.name), context.names.NearestElement(child.name),
-                     slot.Path());
+    return JudgeName(Kind::kUnknownElement, tag, here.empty() ? here : '<' + here + '>', asElement,
+                     context.names.NearestElement(child.name), slot.Path());
 }
 
 Remark JudgeAttribute(const Context& context, const Slot& slot, const Element& element,
@@ -95,11 +99,16 @@ Remark JudgeAttribute(const Context& context, const Slot& slot, const Element& e
     if (slot.HoldsText() && !element.value && element.children.empty())
         return {Kind::kAttributeForText, what + " is not read: the value is a text",
                 WriteInstead(Usage(slot))};
+    const NameBook::Entry* const asElement = context.names.FindElement(name);
+    const NameBook::Entry* const asAttribute = context.names.FindAttribute(name);
+    if (asAttribute == nullptr && asElement != nullptr && asElement->isRead)
+        return {Kind::kAttributeForText, what + " is not read: it is an element",
+                "it belongs " + Belongs(*asElement, slot.Path())};
     std::vector<std::string_view> names;
     for (const Place* attribute : slot.attributes)
         names.push_back(AttributeOf(attribute->path));
-    return JudgeName(Kind::kUnknownAttribute, what, std::string(Nearest(names, name)),
-                     context.names.FindAttribute(name), context.names.NearestAttribute(name), slot.Path());
+    return JudgeName(Kind::kUnknownAttribute, what, std::string(Nearest(names, name)), asAttribute,
+                     context.names.NearestAttribute(name), slot.Path());
 }
 
 /// Declarations for XML tools, which mean nothing to the host and lose nothing.

@@ -89,6 +89,8 @@ TEST(Check, FindsWhatIsWrongAndNothingElse)
          "text-for-attribute transferItemList/transferItem/src"},
         {"<fileInfoList><fileInfo filePath='/a'/></fileInfoList>",
          "attribute-for-text fileInfoList/fileInfo@filePath"},
+        {"<fileList><path>/a</path></fileList>", "text-for-attribute fileList/path"},
+        {"<fileList type='clip'/>", "attribute-for-text fileList@type"},
         {"<errorInfo text='x'/>", "attribute-for-text errorInfo@text"},
         {"<errorInfo text='x'>y</errorInfo>", "unknown-attribute errorInfo@text"},
         {"<filePath path='/a'>text</filePath>", "stray-text filePath"},
