@@ -42,8 +42,10 @@ void CheckElements(Context& context)
 
 }  // namespace
 
-std::vector<Finding> Check(const Model& model, const std::string& text, const std::string& event)
+std::vector<Finding> Check(const Model& model, const std::string& text, const std::string& eventBytes)
 {
+    // Bytes that are no UTF-8 become characters that findings can quote.
+    const std::string event = ferrite::utility::UTF16to8(ferrite::utility::UTF8to16(eventBytes));
     const TextTree tree = ReadTree(text);
     const Quoting quoting(tree);
     Report report;
