@@ -40,7 +40,6 @@ const Place* Slot::Attribute(std::string_view name) const
 Shape::Shape(const Model& model)
 {
     mByPath[""] = &mSlots.emplace_back();
-    mSlots.front().isRead = true;
     mSlots.front().content = &mSlots.front();
     for (const Place& place : model.places)
         Add(place);

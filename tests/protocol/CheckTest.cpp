@@ -170,6 +170,48 @@ TEST(Check, FindsWhatIsWrongAndNothingElse)
         EXPECT_EQ(Found(InRoot(row.content)), row.found) << row.content;
 }
 
+TEST(Check, SaysWhatHappensAndWhatToDo)
+{
+    const struct
+    {
+        const char* content;
+        const char* line;
+    } kRows[] = {
+        {"<mediaPropertyInfo><duration>1</duration></mediaPropertyInfo>",
+         "<duration> has no rate: it reads as 0; add <frameRate> beside it"},
+        {"<assetItemList><assetItem name='x'/></assetItemList>",
+         "the attribute \"name\" of <assetItem> is not read: here it is an element; write <name>...</name>"},
+        {"<assetItemList><assetItem assetID='x'/></assetItemList>",
+         "the attribute \"assetID\" of <assetItem> is not read: here it is an element; write <assetID "
+         "ID=\"...\"/>"},
+        {"<assetItemList><assetItem><nmae/></assetItem></assetItemList>",
+         "<nmae> is not read: nothing is called so; the nearest name here is <name>"},
+        {"<fileList><keywrd/></fileList>",
+         "<keywrd> is not read: nothing is called so; the nearest name is keyword, which belongs in "
+         "customMetadata/minimumMetadata/keywords"},
+        {"<cliFormat/>", "<cliFormat> is not read: nothing is called so; leave it out"},
+        {"<startTime/>", "<startTime> is not read here; it belongs in assetItemList/assetItem, among others"},
+        {"<assetItemList><assetItem><taskID ID=''/></assetItem></assetItemList>",
+         "<taskID> is not read here; it belongs directly in the root, among others"},
+        {"<ftpSetting ftpPort='+1'/>",
+         "\"ftpPort\" of <ftpSetting> is \"+1\", which reads as 0: it has a sign; write a whole number "
+         "without a sign"},
+        {"<percentage>-</percentage>", "<percentage> is \"-\", which reads as 0; write a whole number"},
+        {"<taskIDList><taskID ID='x'/></taskIDList>",
+         "\"ID\" of <taskID> is \"x\", which reads as no GUID; write 36 characters with hyphens"},
+        {"<deleteDynamicColumns><dynamicColumn ID='x'/></deleteDynamicColumns>",
+         "\"ID\" of <dynamicColumn> is \"x\", which reads as no GUID, so that the item is left out; write 36 "
+         "characters with hyphens"},
+        {"<result>Cancelled</result>",
+         "<result> is \"Cancelled\", and it is none of the words (one of the five, exactly); write Canceled"},
+    };
+    for (const auto& row : kRows) {
+        const std::vector<Finding> findings = Check(ThisModel(), InRoot(row.content), "");
+        ASSERT_EQ(findings.size(), 1U) << row.content;
+        EXPECT_EQ(findings.front().what + "; " + findings.front().advice, row.line);
+    }
+}
+
 TEST(Check, TellsWhatARequestNeedsAndReads)
 {
     const std::string event = "com.velmo.browser.event.";
