@@ -11,8 +11,9 @@ namespace AssetConnector {
 enum Status
 {
     kDone = 0,
-    kFailed = 1,  ///< The text does not decode, the record is not encoded, the effects differ, panels break.
-    kBad = 2,     ///< A bad command line, file, record or session.
+    kFailed = 1,  ///< The text does not decode or has findings, the record is not encoded, the effects
+                  ///< differ, panels break.
+    kBad = 2,  ///< A bad command line, file, record or session.
 };
 
 /// How a session is shown.
@@ -40,5 +41,9 @@ Status Protocol(bool json, std::ostream& output);
 
 /// Prints what changed for panels since the model that the file holds: kFailed when something broke.
 Status CompareProtocol(const std::string& file, bool json, std::ostream& output);
+
+/// Prints what a panel's text would silently lose or mean otherwise, for people or as JSON; kFailed when
+/// there is something. \param event The identifier of the request that carries it; empty: any.
+Status Check(const std::string& file, const std::string& event, bool json, std::ostream& output);
 
 }  // namespace AssetConnector
