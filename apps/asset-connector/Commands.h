@@ -3,8 +3,8 @@
 #include <ostream>
 #include <string>
 
-/// The commands of the program. Each reads its file ("-": standard input), prints to the output and
-/// gives the exit status. What is wrong with a command's file is a line on standard error.
+/// The commands of the program. Each reads its file ("-": standard input), prints to the output and gives the
+/// exit status. What is wrong with a command's file is a line on standard error.
 namespace AssetConnector {
 
 /// The exit statuses.

@@ -64,8 +64,7 @@ private:
 };
 
 /// \return Whether the element only says which message or task this is, as the header does: a panel sends
-/// that with any
-///         request.
+///         that with any request.
 bool IsIdentification(const Slot& slot)
 {
     const auto& attributes = slot.attributes;

@@ -4,8 +4,8 @@
 
 namespace Protocol::Checking {
 
-/// Which elements and attributes of an element are read.
-/// For each child sets what it is, or adds a finding and leaves it null.
+/// Which elements and attributes of an element are read. For each child sets what it is, or adds a finding
+/// and leaves it null.
 void CheckChildren(Context& context, std::size_t element);
 
 void CheckAttributes(Context& context, std::size_t element);

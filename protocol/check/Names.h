@@ -20,8 +20,7 @@ bool EqualsFolded(std::string_view a, std::string_view b);
 bool IsPasswordName(std::string_view name);
 
 /// \return How many letters are missing, too many, others or swapped, whatever their case; a number beyond
-/// what
-///         counts as near for names that are not alike.
+///         what counts as near for names that are not alike.
 std::size_t Distance(std::string_view a, std::string_view b);
 
 /// \return Whether somebody who wrote the one may have meant the other.

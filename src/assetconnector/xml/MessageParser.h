@@ -46,8 +46,7 @@ public:
     xercesc::DOMDocument* Parse(const UTF16String& text, ParseObserver* observer = nullptr);
 
     /// \return What was wrong with the text, after Parse returned null. Of a text that mentions a password,
-    /// or
-    ///         holds an address with one, the reason quotes nothing.
+    ///         or holds an address with one, the reason quotes nothing.
     const ParseError& Error() const noexcept { return mError; }
 
 private:
