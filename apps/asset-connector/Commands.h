@@ -13,7 +13,7 @@ enum Status
     kDone = 0,
     kFailed = 1,  ///< The text does not decode or has findings, the record is not encoded, the effects
                   ///< differ, panels break.
-    kBad = 2,  ///< A bad command line, file, record or session.
+    kBad = 2,     ///< A bad command line, file, record or session.
 };
 
 /// How a session is shown.
