@@ -1,14 +1,16 @@
 #include "protocol/check/Context.h"
 
+#include <algorithm>
+
 namespace Protocol::Checking {
 namespace {
 
-/// \return Whether the path leads into the element of the other one, or is its own.
+/// \return Whether the path leads to something in the element of the other one.
 bool IsWithin(std::string_view path, std::string_view around)
 {
-    return around.empty() ||
-           (path.substr(0, around.size()) == around &&
-            (path.size() == around.size() || path[around.size()] == '/' || path[around.size()] == '@'));
+    const std::string_view rest = path.substr(std::min(around.size(), path.size()));
+    return around.empty() || (path.substr(0, around.size()) == around &&
+                              (rest.substr(0, 1) == "/" || rest.substr(0, 1) == "@"));
 }
 
 }  // namespace

@@ -136,6 +136,7 @@ TEST(Check, FindsWhatIsWrongAndNothingElse)
         {"<percentage>+42\n</percentage>", ""},
         {"<percentage/>", ""},
         {"<percentage>2147483648</percentage>", "number-reads-as-zero percentage"},
+        {"<percentage>0 of 10</percentage>", "number-cut percentage"},
         {"<ftpSetting ftpPort='21 or so'/>", "number-cut ftpSetting@ftpPort"},
         {"<mediaPropertyInfo><frameRate>f254016000000</frameRate></mediaPropertyInfo>", ""},
         {"<mediaPropertyInfo><frameRate> f29.97\r\n</frameRate></mediaPropertyInfo>", ""},
@@ -196,6 +197,8 @@ TEST(Check, SaysWhatHappensAndWhatToDo)
         {"<ftpSetting ftpPort='+1'/>",
          "\"ftpPort\" of <ftpSetting> is \"+1\", which reads as 0: it has a sign; write a whole number "
          "without a sign"},
+        {"<percentage>-99999999999</percentage>",
+         "<percentage> is \"-99999999999\", which reads as 0: it is too large; write a smaller number"},
         {"<percentage>-</percentage>", "<percentage> is \"-\", which reads as 0; write a whole number"},
         {"<taskIDList><taskID ID='x'/></taskIDList>",
          "\"ID\" of <taskID> is \"x\", which reads as no GUID; write 36 characters with hyphens"},
@@ -270,9 +273,15 @@ TEST(Check, NeverPrintsAPassword)
     EXPECT_EQ(Found(InRoot("<ftpSetting ftpUserName='ingest' ftpPassword='ingest'/><filePath path='/ingest'/>"
                            "<errorInfo>ingested</errorInfo>")),
               "");
-    EXPECT_EQ(Found(InRoot(
-                  "<ftpSetting ftpPassword='ingest'/><event><eventString>with ingest</eventString></event>")),
-              "password-seen event/eventString");
+    for (const char* const seen : {"with ingest", "ingest was wrong", "(ingest)"})
+        EXPECT_EQ(Found(InRoot("<ftpSetting ftpPassword='ingest'/><errorInfo>" + std::string(seen) +
+                               "</errorInfo>")),
+                  "password-seen errorInfo");
+    std::string many;
+    for (int i = 0; i < 20; ++i)
+        many += "<x password='hidden" + std::to_string(i) + "'/>";
+    EXPECT_EQ(Check(ThisModel(), InRoot("<percentage>hidden19</percentage>" + many), "").front().what,
+              "<percentage> is \"***\", which reads as 0");
 }
 
 TEST(Check, QuotesWhatIsHarmlessAndShort)
