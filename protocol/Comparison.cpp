@@ -168,6 +168,7 @@ void ComparePlaces(const Place& before, const Place& now, Changes& changes)
     changes.CompareValues(std::to_string(before.most), std::to_string(now.most),
                           "how often a notification holds it");
     changes.CompareSets(before.needs, now.needs, "needs", false);
+    changes.CompareValues(before.countsAt, now.countsAt, "the rate that it counts at");
     changes.CompareSets(before.hiddenBy, now.hiddenBy, "is hidden by", false);
     if (before.read && now.read)
         for (const auto& [field, what] :

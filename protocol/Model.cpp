@@ -24,7 +24,7 @@ struct Fields<Form>
     static constexpr auto kRows = std::make_tuple(
         Field("name", &Form::name), Field("about", &Form::about), Field("words", &Form::words),
         Field("anyCase", &Form::anyCase), Field("pattern", &Form::pattern),
-        Field("writtenPattern", &Form::writtenPattern), Field("malformed", &Form::malformed));
+        Field("writtenPattern", &Form::writtenPattern), Field("malformedSample", &Form::malformedSample));
 };
 
 template <>
@@ -34,6 +34,7 @@ struct Fields<Place>
         Field("path", &Place::path), Field("form", &Place::form), Field("read", &Place::read),
         Field("written", &Place::written), Field("many", &Place::many), Field("most", &Place::most),
         Field("member", &Place::member), Field("also", &Place::also), Field("needs", &Place::needs),
+        Field("sameAs", &Place::sameAs), Field("countsAt", &Place::countsAt),
         Field("hiddenBy", &Place::hiddenBy), Field("writtenWith", &Place::writtenWith),
         Field("missing", &Place::missing), Field("empty", &Place::empty),
         Field("malformed", &Place::malformed), Field("sample", &Place::sample),

@@ -26,7 +26,7 @@ struct Form
     std::string pattern;             ///< What a request should look like, as a regular expression of XML
                                      ///< schemas; empty: anything.
     std::string writtenPattern;      ///< What a notification holds, likewise.
-    std::string malformed;           ///< A text that is none; empty: there is no such text.
+    std::string malformedSample;     ///< A text that is none; empty: there is no such text.
 };
 
 /// A place in a text: an element below the root, or an attribute of one. Most places carry a value.
@@ -42,11 +42,13 @@ struct Place
     std::string member;    ///< Of the record, with those around it: "fileList"; empty: none of its own.
     std::vector<std::string> also;   ///< Members that change with it where their elements are there, too.
     std::vector<std::string> needs;  ///< Places of the same item without which it says nothing to the host.
+    std::string sameAs;              ///< Of a list within an item of its kind: the list that it is like.
+    std::string countsAt;            ///< Of a time: the place beside it whose rate it counts at.
     std::vector<std::string> hiddenBy;  ///< Places that the host takes in its stead where they have a value.
     std::vector<std::string> writtenWith;  ///< Places one of which must have a value, or it is not written.
     std::optional<Json> missing;           ///< What the member is without it, in the JSON of records.
     std::optional<Json> empty;             ///< ... with nothing in it.
-    std::optional<Json> malformed;         ///< ... with the malformed text of its form.
+    std::optional<Json> malformed;         ///< ... with the malformed sample of its form.
     std::string sample;                    ///< A value as it may be; what holds elements has none.
     std::string about;                     ///< What it says, for people.
 };

@@ -44,6 +44,20 @@ bool IsLeftToHost(const Event& event)
     });
 }
 
+/// Whether the library connector names the media collection in the notification.
+bool IsToOther(const Event& event)
+{
+    return std::any_of(event.sent.begin(), event.sent.end(), [](const Sending& sending) {
+        return sending.connector == "library" && sending.header.browserID == "MediaCollection";
+    });
+}
+
+bool IsRepeated(const Event& event)
+{
+    return std::any_of(event.sent.begin(), event.sent.end(),
+                       [](const Sending& sending) { return sending.header.browserID == "request"; });
+}
+
 bool IsDecoded(const Event& event)
 {
     return std::any_of(event.sent.begin(), event.sent.end(),
@@ -86,6 +100,8 @@ std::map<std::string, std::string> Pieces(const Model& model)
         {"neverSent", count(IsNeverSent)},
         {"neverSentStatus", count([](const Event& event) { return IsNeverSent(event) && IsStatus(event); })},
         {"linksDecoded", links(IsDecoded)},
+        {"linksToOther", links(IsToOther)},
+        {"linksRepeated", links(IsRepeated)},
         {"glance", Overview(model)},
         {"requestList", Events(model, "request")},
         {"notificationList", Events(model, "notification")},

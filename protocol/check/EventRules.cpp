@@ -137,6 +137,10 @@ std::optional<Remark> JudgeEvent(const Model& model, const std::string& identifi
 {
     const Event* const event = FindEvent(model, identifier);
     if (event == nullptr) {
+        for (const Event& each : model.events)
+            if (each.constant == identifier)
+                return Remark{Kind::kUnknownEvent, identifier + " is the constant of an identifier",
+                              "give " + each.identifier};
         const Event* const nearest = NearestEvent(model, identifier);
         return Remark{
             Kind::kUnknownEvent, "no event has the identifier " + quoting.Value(identifier),

@@ -93,6 +93,13 @@ bool SaysSomething(const Context& context, const Place& place, const std::string
     return !value.empty() && (form == nullptr || form->words.empty() || form->words.front() == value);
 }
 
+/// Whether a time of so many frames has more ticks than 64 bits hold.
+bool Wraps(std::int64_t frames, std::int64_t ticksPerFrame)
+{
+    const auto most = static_cast<double>(std::numeric_limits<std::int64_t>::max());
+    return std::abs(static_cast<double>(frames) * static_cast<double>(ticksPerFrame)) > most;
+}
+
 Remark Lacking(const Place& place, const std::string& subject, const Place& needed)
 {
     if (place.form != "time")
@@ -121,7 +128,12 @@ void CheckValue(Context& context, std::size_t element, const Place& place, const
                         name);
     if (!SaysSomething(context, place, value))
         return;
-    for (const std::string& needed : place.needs) {
+    if (place.missing == Json(value))
+        return;  // it says what its absence says
+    std::vector<std::string> companions = place.needs;
+    if (!place.countsAt.empty() && companions.empty())
+        companions.push_back(place.countsAt);
+    for (const std::string& needed : companions) {
         const std::string* const other = context.FindValue(element, needed);
         const Place* const neededPlace = FindPlace(context.model, needed);
         // What an item is nothing without is said of the item.
@@ -130,6 +142,12 @@ void CheckValue(Context& context, std::size_t element, const Place& place, const
             context.Add(element, Lacking(place, subject, *neededPlace), name);
             return;
         }
+        if (other != nullptr && place.countsAt == needed && Wraps(TimeOf(value), TicksPerFrame(*other)))
+            context.Add(element,
+                        {Kind::kTimeWraps,
+                         subject + " has more ticks than 64 bits hold, which then mean another time",
+                         "write a smaller number"},
+                        name);
     }
 }
 

@@ -85,6 +85,20 @@ Remark JudgeChild(const Context& context, const Slot& slot, const Element& paren
                      context.names.NearestElement(child.name), slot.Path());
 }
 
+/// \return The attributes that the element may have and has not, with commas between them.
+std::string AttributesNotGiven(const Slot& slot, const Element& element)
+{
+    std::string names;
+    for (const Place* attribute : slot.attributes) {
+        const std::string name(AttributeOf(attribute->path));
+        const bool isGiven = std::any_of(element.attributes.begin(), element.attributes.end(),
+                                         [&name](const auto& given) { return given.first == name; });
+        if (!isGiven)
+            names += (names.empty() ? "" : ", ") + name;
+    }
+    return names;
+}
+
 Remark JudgeAttribute(const Context& context, const Slot& slot, const Element& element,
                       const std::string& name)
 {
@@ -107,8 +121,13 @@ Remark JudgeAttribute(const Context& context, const Slot& slot, const Element& e
     std::vector<std::string_view> names;
     for (const Place* attribute : slot.attributes)
         names.push_back(AttributeOf(attribute->path));
-    return JudgeName(Kind::kUnknownAttribute, what, std::string(Nearest(names, name)), asAttribute,
-                     context.names.NearestAttribute(name), slot.Path());
+    const std::string here(Nearest(names, name));
+    Remark remark = JudgeName(Kind::kUnknownAttribute, what, here, asAttribute,
+                              context.names.NearestAttribute(name), slot.Path());
+    const std::string others = AttributesNotGiven(slot, element);
+    if (here.empty() && !others.empty())
+        remark.advice = "what " + context.quoting.Tag(element.name) + " may have here is " + others;
+    return remark;
 }
 
 /// Declarations for XML tools, which mean nothing to the host and lose nothing.

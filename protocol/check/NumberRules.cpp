@@ -51,13 +51,23 @@ Number NumberAtStart(const std::string& value)
     return number;
 }
 
-/// \return How much of the text is a number with an optional point.
+/// \return How much of the text is a number: blanks, a sign, digits with a point, an exponent.
 std::size_t LengthOfDecimal(std::string_view text)
 {
-    std::size_t length = std::min(text.find_first_not_of(kDigits), text.size());
-    if (length != 0 && text.substr(length, 1) == ".")
-        length = std::min(text.find_first_not_of(kDigits, length + 1), text.size());
-    return length;
+    const auto skip = [text](std::size_t at, std::string_view units) {
+        return std::min(text.find_first_not_of(units, at), text.size());
+    };
+    const auto isAt = [text](std::size_t at, std::string_view units) {
+        return at < text.size() && units.find(text[at]) != std::string_view::npos;
+    };
+    std::size_t at = skip(0, " \t\n\v\f\r");
+    at += isAt(at, "+-") ? 1 : 0;
+    const std::size_t whole = skip(at, kDigits);
+    const std::size_t end = isAt(whole, ".") ? skip(whole + 1, kDigits) : whole;
+    if (end - at == (end == whole ? 0U : 1U))
+        return 0;  // no digits
+    const std::size_t exponent = end + 1 + (isAt(end + 1, "+-") ? 1 : 0);
+    return isAt(end, "eE") && isAt(exponent, kDigits) ? skip(exponent, kDigits) : end;
 }
 
 /// \return How much of the text is a rate as it should be written.
@@ -71,7 +81,8 @@ std::size_t LengthOfRate(std::string_view text)
     return denominator == 0 ? length : length + 1 + denominator;
 }
 
-/// \return Ticks per frame, as the decoder reads the text.
+}  // namespace
+
 std::int64_t TicksPerFrame(const std::string& value)
 {
     UTF16String text;
@@ -82,8 +93,6 @@ std::int64_t TicksPerFrame(const std::string& value)
         u"<a><mediaPropertyInfo><frameRate>" + text + u"</frameRate></mediaPropertyInfo></a>", message);
     return message.mediaPropertyInfo.frameRate.ticksPerFrame;
 }
-
-}  // namespace
 
 std::optional<Remark> JudgeNumber(const Quoting& quoting, std::string_view form, const std::string& what,
                                   const std::string& value)
@@ -116,9 +125,9 @@ std::optional<Remark> JudgeRate(const Quoting& quoting, const std::string& what,
     const std::string trimmed = Trimmed(value);
     const std::string advice = "write such as f25 or f30000s1001";
     const std::int64_t ticks = TicksPerFrame(value);
-    if (ticks == std::numeric_limits<std::int64_t>::max() || ticks < 0)
+    if (ticks == std::numeric_limits<std::int64_t>::max())
         return Remark{Kind::kRateIsNone, what + ", which is no rate: no time at it can be used", advice};
-    if (ticks <= 1 && trimmed != "f" + std::to_string(tempora::kTicksPerSecond))
+    if (ticks >= 0 && ticks <= 1 && trimmed != "f" + std::to_string(tempora::kTicksPerSecond))
         return Remark{Kind::kRateIsNone, what + ", which reads as no rate: a frame is then one tick", advice};
     const std::size_t length = LengthOfRate(trimmed);
     if (length == trimmed.size())

@@ -17,6 +17,9 @@ std::optional<Remark> JudgeNumber(const Quoting& quoting, std::string_view form,
 std::optional<Remark> JudgeRate(const Quoting& quoting, const std::string& what, const std::string& value);
 
 /// \return What the host reads in a number of up to 64 bits with a sign, or of 32 bits in an order.
+/// \return Ticks per frame, as the host reads the text of a rate.
+std::int64_t TicksPerFrame(const std::string& value);
+
 std::int64_t TimeOf(const std::string& value);
 std::int32_t OrderOf(const std::string& value);
 

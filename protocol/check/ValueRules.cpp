@@ -97,8 +97,10 @@ std::optional<Remark> JudgeGuid(const Place& place, const std::string& what, con
     // Of items that are nothing without it the list is empty.
     const bool isLeftOut = place.malformed == Json::array();
     return Remark{Kind::kGuidIsZero,
-                  what + ", which reads as no GUID" + (isLeftOut ? ", so that the item is left out" : ""),
-                  IsGuid(Trimmed(value)) ? "write it without blanks" : "write 36 characters with hyphens"};
+                  what + ", which is no GUID" +
+                      (isLeftOut ? ", so that the item is left out" : " and reads as that of zeros"),
+                  IsGuid(Trimmed(value)) ? "write it without blanks"
+                                         : "write hexadecimal digits in groups of 8, 4, 4, 4 and 12"};
 }
 
 std::optional<Remark> JudgeMetadata(const std::string& subject, const std::string& value)

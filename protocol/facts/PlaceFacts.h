@@ -22,7 +22,7 @@ struct PlaceFact
     const char* form;  ///< A name of Forms.h, or what Place::form says of those without a value.
     /// The member that it carries, with those around it; empty for what orders, groups or measures others.
     const char* member;
-    const char* sample;  ///< A value, where it carries one.
+    const char* sample;  ///< A value, where it carries one; a GUID gets one of its own.
     const char* about;
     // Of these several may be named, separated by blanks.
     const char* also = "";         ///< Members that change with it, where their elements are there.
@@ -31,6 +31,7 @@ struct PlaceFact
     Used used = Used::kByMember;
     int most = 1;               ///< How often it stands in a notification.
     const char* hiddenBy = "";  ///< Places that the host takes in its stead where they have a value.
+    const char* second = "";    ///< What examples have in a second item.
 };
 
 /// The rows, and how many there are.

@@ -1,6 +1,7 @@
 #include "protocol/generator/Events.h"
 
 #include "assetconnector/connectors/EventCatalogue.h"
+#include "protocol/facts/CallbackFacts.h"
 #include "protocol/facts/EventFacts.h"
 #include "protocol/generator/Observer.h"
 #include "protocol/generator/Places.h"
@@ -52,6 +53,37 @@ void AddFacts(Model& model)
     }
 }
 
+/// \return When the callback is reported at all; empty: always.
+std::string ConditionOf(const std::string& callback)
+{
+    for (const CallbackFact& fact : kCallbackFacts)
+        if (fact.callback == callback)
+            return fact.when;
+    return "";
+}
+
+/// Finds out which callbacks do nothing with empty arguments, and says so of what they send.
+void ObserveConditions(const ConnectorKind& kind, Model& model)
+{
+    RecordingHost host;
+    const auto connector = kind.create(host.Dispatcher());
+    for (const CallbackCall& callback : CallbackCalls()) {
+        const std::string condition = ConditionOf(callback.name);
+        callback.run(*connector.Get(), 0);
+        const bool isReported = !host.TakeEffects().empty();
+        callback.runEmpty(*connector.Get());
+        const bool isReportedEmpty = !host.TakeEffects().empty();
+        if (isReported && isReportedEmpty == !condition.empty())
+            throw std::runtime_error(std::string("protocol/facts/CallbackFacts.h: ") + callback.name +
+                                     (isReportedEmpty ? " is reported" : " is not reported") +
+                                     " with empty arguments");
+        for (Event& event : model.events)
+            for (Sending& sending : event.sent)
+                if (sending.connector == kind.name && sending.callback == callback.name && !condition.empty())
+                    sending.when = sending.when.empty() ? condition : condition + ", and " + sending.when;
+    }
+}
+
 /// Everything that the host can report, before and after requests on which it depends what is sent.
 void ObserveCallbacks(const ConnectorKind& kind, Model& model, Observer& observer)
 {
@@ -64,10 +96,11 @@ void ObserveCallbacks(const ConnectorKind& kind, Model& model, Observer& observe
         const UTF16String* request;
         const char* when;
     };
-    const Before befores[] = {{&AC::kPlexaEventType_ImportXMP,
-                               "unless the last XMP request at this connector was `ReadXMPFromDisk`"},
-                              {&AC::kPlexaEventType_ReadXMPFromDisk,
-                               "when the last XMP request at this connector was `ReadXMPFromDisk`"}};
+    const Before befores[] = {
+        {&AC::kPlexaEventType_ImportXMP,
+         "unless of `ImportXMP` and `ReadXMPFromDisk` this connector last carried out the latter"},
+        {&AC::kPlexaEventType_ReadXMPFromDisk,
+         "when of `ImportXMP` and `ReadXMPFromDisk` this connector last carried out the latter"}};
     for (const Before& before : befores) {
         RecordingHost host;
         const auto connector = kind.create(host.Dispatcher());
@@ -116,6 +149,9 @@ Answer AnswerOf(const Model& model, const Event& request, const std::string& con
 {
     Answer answer;
     answer.sender = request.answers.empty() ? "nobody" : "host";
+    if (std::none_of(request.handling.begin(), request.handling.end(),
+                     [](const Handling& handling) { return handling.handled; }))
+        return answer;  // what answers by its name has other causes
     for (const std::string& identifier : request.answers)
         if (!FindEvent(model, identifier)->sent.empty())
             answer.sender = "other";
@@ -141,17 +177,13 @@ Answer AnswerOf(const Model& model, const Event& request, const std::string& con
     return answer;
 }
 
-/// What the library does not send itself: the header, and how it went where the name says that it does.
-std::string ExampleOfHost(const Model& model, const Event& event)
+/// What is up to the host: the header alone.
+std::string HeaderAlone(const Model& model)
 {
     Node root;
-    root.name = event.kind == "request" ? model.requestRoot : model.notificationRoot;
-    const std::string status = "Status";
-    const bool isStatus = event.kind == "notification" && event.identifier.size() > status.size() &&
-                          event.identifier.substr(event.identifier.size() - status.size()) == status;
-    for (const char* const path : {"browserID@ID", "msgID@ID", "taskID@ID", "result"})
-        if (path != std::string("result") || isStatus)
-            Put(root, path, FindPlace(model, path)->sample);
+    root.name = model.notificationRoot;
+    for (const char* const path : {"browserID@ID", "msgID@ID", "taskID@ID"})
+        Put(root, path, FindPlace(model, path)->sample);
     return root.Text();
 }
 
@@ -165,6 +197,7 @@ void AddEvents(Model& model)
         model.connectors.emplace_back(kind.name);
         ObserveRequests(kind, model, observer);
         ObserveCallbacks(kind, model, observer);
+        ObserveConditions(kind, model);
         for (const Event& event : model.events)
             if (event.kind == "notification" &&
                 kind.handles(ferrite::utility::UTF8to16(event.identifier)) !=
@@ -179,7 +212,7 @@ void AddEvents(Model& model)
         if (event.kind == "request")
             event.example = ExampleOf(model.places, event.handling).Text();
         else if (event.example.empty())
-            event.example = ExampleOfHost(model, event);
+            event.example = HeaderAlone(model);
     }
 }
 

@@ -88,6 +88,8 @@ void Observer::AddNotification(const std::string& identifier, const std::string&
     ForEachPlace(root, "", [&carried](const std::string& path, const std::string&) { carried.insert(path); });
     Event& event = EventOf(identifier);
     PutSamples(mModel.places, root, sending.decoded);
+    if (sending.header.msgID == "task")
+        root.Child("msgID").attributes = root.Child("taskID").attributes;
     if (event.example.empty())
         event.example = root.Text();
     for (Sending& known : event.sent)

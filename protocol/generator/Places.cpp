@@ -35,7 +35,15 @@ void RequireKnownForm(const PlaceFact& fact)
                              " has the form " + fact.form + ", which protocol/facts/Forms.h does not know");
 }
 
-Place FromFact(const PlaceFact& fact)
+/// \return A GUID that no other place has.
+std::string GuidOfRow(std::size_t row)
+{
+    std::string digits = std::to_string(row);
+    digits.insert(0, 12 - digits.size(), '0');
+    return "0f8b2c1e-5d3a-4b6f-9e7c-" + digits;
+}
+
+Place FromFact(const PlaceFact& fact, std::size_t row)
 {
     RequireKnownForm(fact);
     Place place;
@@ -47,7 +55,7 @@ Place FromFact(const PlaceFact& fact)
     place.needs = Words(fact.needs);
     place.hiddenBy = Words(fact.hiddenBy);
     place.writtenWith = Words(fact.writtenWith);
-    place.sample = fact.sample;
+    place.sample = place.form == "guid" ? GuidOfRow(row) : fact.sample;
     place.about = fact.about;
     std::vector<std::string> members = place.also;
     if (!place.member.empty())
@@ -62,6 +70,16 @@ Place FromFact(const PlaceFact& fact)
         place.written = fact.used != Used::kRead;
     }
     return place;
+}
+
+/// What follows from paths: the rate beside a time, the list that a nested one is like.
+void AddRelations(const std::vector<Place>& facts, Place& place)
+{
+    if (IsNested(place.path))
+        place.sameAs = ElementOf(place.path);
+    for (const Place& other : facts)
+        if (place.form == "time" && other.form == "rate" && ParentOf(other.path) == ParentOf(place.path))
+            place.countsAt = other.path;
 }
 
 /// Members that texts carry and that no row names.
@@ -294,7 +312,8 @@ void Measure(const std::vector<Place>& places, Place& place)
             throw std::runtime_error("protocol/facts/PlaceFacts.cpp: " + place.path + " is not hidden by " +
                                      other);
     }
-    if (!HoldsValue(place) || place.member.empty() || missing.count(place.member) == 0)
+    if (!HoldsValue(place) || missing.count(place.member) == 0 ||
+        !FindMember(place.member, place.path.c_str()).read)
         return;
     place.missing = missing.at(place.member);
     place.empty = with("").at(place.member);
@@ -343,7 +362,9 @@ std::vector<Place> MakePlaces()
 {
     std::vector<Place> facts;
     for (std::size_t i = 0; i < kPlaceFactCount; ++i)
-        facts.push_back(FromFact(kPlaceFacts[i]));
+        facts.push_back(FromFact(kPlaceFacts[i], i + 1));
+    for (Place& place : facts)
+        AddRelations(facts, place);
     RequireRows(facts);
     std::vector<Place> places = Arrangement(facts).Take();
     for (Place& place : places)

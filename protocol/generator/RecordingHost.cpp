@@ -83,10 +83,9 @@ RecordingHost::RecordingHost()
     const UTF16String path = SamplePath();
     Ridge::AssetMediaInfoValues known;
     known.mediaPath = path;
-    known.xmpString = boost::make_shared<std::string>("<xmpmeta title=\"A001\"/>");
+    known.xmpString = boost::make_shared<std::string>(Library::kPacket);
     mIngestLibrary.GetProject()->RegisterAssetMediaInfoList(
         {}, {boost::make_shared<ReferenceHost::MediaInfo>(known)}, false, false);
-    mIngestLibrary.SetCachedXMP(path, 0, *known.xmpString);
     mPanelEvents.SetBrowserID(kBrowserID);
     AC::AddTandemEvents();
     mRecorder.Take();

@@ -1,5 +1,6 @@
 #include "protocol/generator/RequestTrials.h"
 
+#include "protocol/facts/PlaceFacts.h"
 #include "protocol/generator/Places.h"
 
 #include <algorithm>
@@ -22,13 +23,48 @@ std::string_view ValueOf(const Place& place, RequestTrials::Variant variant)
     return place.sample;
 }
 
+/// Adds an item that comes last in the list and first by its order: where there is an order at all.
+void AddItemInFront(Node& request, std::string_view list, bool withoutOrder)
+{
+    for (Node& section : request.children)
+        if (section.name == list && !section.children.empty()) {
+            Node item = section.children.front();
+            item.attributes.clear();
+            item.Child("filePath").attributes = {{"path", "/media/card/A000.mov"}};
+            if (!withoutOrder)
+                item.attributes.emplace_back("order", "0");
+            section.children.push_back(std::move(item));
+        }
+}
+
 Node RequestOf(const std::vector<Place>& places, std::string_view without, RequestTrials::Variant variant)
 {
     Node request = Request();
     for (const Place& place : places)
         if (place.read && place.form != kEmpty && !IsWithin(place.path, without))
             Put(request, place.path, ValueOf(place, variant));
+    for (const Place& place : places)
+        if (place.form == "order")
+            AddItemInFront(request, ParentOf(place.path), IsWithin(place.path, without));
     return request;
+}
+
+/// Adds second items to lists, as the facts have them.
+void AddSecondItems(Node& request)
+{
+    for (std::size_t i = 0; i < kPlaceFactCount; ++i) {
+        const std::string_view path = kPlaceFacts[i].path;
+        if (*kPlaceFacts[i].second == '\0')
+            continue;
+        for (Node& list : request.children)
+            if (list.name == ParentOf(path)) {
+                const bool isNew = list.children.size() < 2 || list.children[1].name != ElementOf(path);
+                if (isNew)
+                    list.children.insert(list.children.begin() + 1,
+                                         Node{std::string(ElementOf(path)), {}, "", false, {}});
+                list.children[1].attributes.emplace_back(AttributeOf(path), kPlaceFacts[i].second);
+            }
+    }
 }
 
 void AddAction(const Effect& effect, std::vector<Action>& actions)
@@ -72,6 +108,7 @@ Node ExampleOf(const std::vector<Place>& places, const std::vector<Handling>& ha
         if ((isHeader || isRead) && !isHidden && place.form != kEmpty)
             Put(request, place.path, place.sample);
     }
+    AddSecondItems(request);
     return request;
 }
 

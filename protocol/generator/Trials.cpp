@@ -21,10 +21,24 @@ struct Caller<kMember>
     {
         auto arguments = std::make_tuple(Filled<std::decay_t<Parameters>>(code)...);
         Name(arguments);
-        std::apply([&target](const auto&... each) { (target.*kMember)(each...); }, arguments);
+        Call(target, arguments);
+    }
+
+    static void RunEmpty(Notifier& target)
+    {
+        std::tuple<std::decay_t<Parameters>...> arguments;
+        if constexpr (std::is_same_v<std::decay_t<decltype(std::get<0>(arguments))>, ferrite::utility::Guid>)
+            std::get<0>(arguments) = kCallTask;
+        Call(target, arguments);
     }
 
 private:
+    template <class Arguments>
+    static void Call(Notifier& target, const Arguments& arguments)
+    {
+        std::apply([&target](const auto&... each) { (target.*kMember)(each...); }, arguments);
+    }
+
     /// The first GUID is the task, a second one right behind it the message, where the callback names one.
     template <class... Values>
     static void Name(std::tuple<Values...>& arguments)
@@ -52,7 +66,7 @@ const std::vector<ConnectorKind>& ConnectorKinds()
 const std::vector<CallbackCall>& CallbackCalls()
 {
     static const std::vector<CallbackCall> kCalls{
-#define AC_CALLBACK(NAME) {#NAME, &Caller<&Notifier::NAME>::Run},
+#define AC_CALLBACK(NAME) {#NAME, &Caller<&Notifier::NAME>::Run, &Caller<&Notifier::NAME>::RunEmpty},
 #include "assetconnector/connectors/Callbacks.def"
 #undef AC_CALLBACK
     };

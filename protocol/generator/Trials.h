@@ -28,6 +28,8 @@ struct CallbackCall
     const char* name;
     /// Calls it with values in every argument. \param code Every result code.
     void (*run)(Ridge::IIngestLibraryNotifier& target, Ridge::ResultCode code);
+    /// Calls it with the task, and nothing in the other arguments.
+    void (*runEmpty)(Ridge::IIngestLibraryNotifier& target);
 };
 
 /// \return Every callback, in the order of the interface.

@@ -47,12 +47,34 @@ std::vector<std::string> Links(const Model& model, const std::vector<std::string
     return links;
 }
 
+/// \return The connectors that send the notification, each once.
+std::vector<std::string> SendersOf(const Event& event)
+{
+    std::vector<std::string> titles;
+    for (const Sending& sending : event.sent) {
+        const std::string title = ConnectorTitle(sending.connector);
+        if (std::find(titles.begin(), titles.end(), title) == titles.end())
+            titles.push_back(title);
+    }
+    return titles;
+}
+
+/// The same as Links, with the connector that sends it where it is not every one.
+std::vector<std::string> LinksWithSenders(const Model& model, const std::vector<std::string>& identifiers)
+{
+    std::vector<std::string> links;
+    for (const std::string& identifier : identifiers) {
+        const std::vector<std::string> senders = SendersOf(*FindEvent(model, identifier));
+        links.push_back(EventLink(model, identifier) + (senders.size() == model.connectors.size()
+                                                            ? ""
+                                                            : " (" + Join(senders) + " connector)"));
+    }
+    return links;
+}
+
 std::string Either(const std::vector<std::string>& items)
 {
-    std::string text;
-    for (const std::string& item : items)
-        text.append(text.empty() ? "" : " or ").append(item);
-    return text;
+    return Join(items, "", " or ");
 }
 
 std::string DescribeAnswer(const Model& model, const Event& request, const Answer& answer)
@@ -168,7 +190,7 @@ std::string AnsweredBy(const Model& model, const Event& request)
     }
     if (answers.empty())
         return DescribeAnswer(model, request, request.handling[0].answer);
-    return answers.front() == answers.back() ? answers.front() : Join(titled);
+    return answers.front() == answers.back() ? answers.front() : Join(titled, "", "; ");
 }
 
 std::string DescribeRequest(const Model& model, const Event& request)
@@ -178,13 +200,13 @@ std::string DescribeRequest(const Model& model, const Event& request)
     if (isHandled || request.handling[0].answer.sender == "callback")
         text = HandlingTable(model, request);
     if (!isHandled)
-        text += "No connector handles it: what it reads is up to the host's other parts.\n\n";
+        text += "No connector handles it.\n\n";
     if (!isHandled && !request.answers.empty())
         text += "By its name it is answered by " + Either(Links(model, request.answers)) + ".\n\n";
     if (!request.progress.empty())
-        text += "On the way or afterwards: " + Join(Links(model, request.progress)) + ".\n\n";
+        text += "On the way or afterwards: " + Join(LinksWithSenders(model, request.progress)) + ".\n\n";
     if (!request.cancel.empty())
-        text += "Ended by " + EventLink(model, request.cancel) + ", with the same `taskID` and `msgID`.\n\n";
+        text += "Ended by " + EventLink(model, request.cancel) + ".\n\n";
     return text;
 }
 
@@ -236,7 +258,7 @@ std::string DescribeNotification(const Model& model, const Event& notification)
 {
     std::string text = Follows(model, notification);
     if (notification.sent.empty())
-        return text + "This library never sends it: what it holds beside the header is up to the host.\n\n";
+        return text + "This library never sends it.\n\n";
     text += TableHead({"sent by", "because of", "`taskID`", "`msgID`", "`browserID`", "holds", "text"});
     for (const Sending& sending : notification.sent)
         text += Row({ConnectorTitle(sending.connector) + " connector", Cause(model, sending),
@@ -250,10 +272,31 @@ std::string Describe(const Model& model, const Event& event)
 {
     const std::string name(ShortName(event.identifier));
     std::string text = "#### <a id=\"" + event.kind + '-' + name + "\"></a>" + Code(name) + "\n\n";
-    text += Code(event.identifier) + ", " + Code(event.constant) + ", since " + event.since + "\n\n";
+    text += "Identifier " + Code(event.identifier) + ", in C++ " + Code(event.constant) + ", since " +
+            event.since + "\n\n";
     text += event.about + "\n\n";
     text += event.kind == "request" ? DescribeRequest(model, event) : DescribeNotification(model, event);
     return text + "```xml\n" + event.example + "```\n\n";
+}
+
+/// The causes of a notification, where connectors differ at which of them.
+std::string CausesOf(const Model& model, const Event& event)
+{
+    std::vector<std::string> titled;
+    std::vector<std::string> causes;
+    for (const std::string& connector : model.connectors) {
+        std::vector<std::string> own;
+        for (const Sending& sending : event.sent)
+            if (sending.connector == connector)
+                own.push_back(sending.callback.empty() ? EventLink(model, sending.request)
+                                                       : Code(sending.callback));
+        if (own.empty())
+            continue;
+        causes.push_back(Join(own));
+        titled.push_back(ConnectorTitle(connector) + ": " + causes.back());
+    }
+    return causes.empty() || causes.front() == causes.back() ? Join({causes.empty() ? "" : causes.front()})
+                                                             : Join(titled, "", "; ");
 }
 
 }  // namespace
@@ -275,19 +318,9 @@ std::string Overview(const Model& model)
         }
     text += '\n' + TableHead({"Notification", "", "Sent by", "Because of"});
     for (const Event& event : model.events)
-        if (event.kind == "notification") {
-            std::vector<std::string> connectors;
-            std::vector<std::string> causes;
-            for (const Sending& sending : event.sent) {
-                const std::string cause =
-                    sending.callback.empty() ? EventLink(model, sending.request) : Code(sending.callback);
-                for (const auto& [items, item] :
-                     {std::pair(&connectors, ConnectorTitle(sending.connector)), std::pair(&causes, cause)})
-                    if (std::find(items->begin(), items->end(), item) == items->end())
-                        items->push_back(item);
-            }
-            text += Row({EventLink(event), event.family, Join(connectors, "not this library"), Join(causes)});
-        }
+        if (event.kind == "notification")
+            text += Row({EventLink(event), event.family, Join(SendersOf(event), "not this library"),
+                         CausesOf(model, event)});
     return text + '\n';
 }
 

@@ -7,11 +7,11 @@ std::string Code(std::string_view text)
     return std::string("`").append(text).append("`");
 }
 
-std::string Join(const std::vector<std::string>& items, std::string_view fallback)
+std::string Join(const std::vector<std::string>& items, std::string_view fallback, std::string_view between)
 {
     std::string text;
     for (const std::string& item : items)
-        text.append(text.empty() ? "" : ", ").append(item);
+        text.append(text.empty() ? "" : between).append(item);
     return text.empty() ? std::string(fallback) : text;
 }
 

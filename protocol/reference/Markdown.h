@@ -12,8 +12,9 @@ namespace Protocol::Markdown {
 
 std::string Code(std::string_view text);
 
-/// \return The items with a comma between them; the fallback when there are none.
-std::string Join(const std::vector<std::string>& items, std::string_view fallback = "");
+/// \return The items with that between them; the fallback when there are none.
+std::string Join(const std::vector<std::string>& items, std::string_view fallback = "",
+                 std::string_view between = ", ");
 
 /// \return A link to an event of this page.
 std::string EventLink(const Event& event);

@@ -54,22 +54,22 @@ std::string FormLink(const Place& place)
 /// What else is to be known of a place.
 std::string About(const Place& place)
 {
-    const auto names = [&place](const std::vector<std::string>& paths) {
+    const auto names = [&place](const std::vector<std::string>& paths, std::string_view between = ", ") {
         std::vector<std::string> items;
         for (const std::string& path : paths)
             items.push_back(Code(path.compare(0, ParentOf(place.path).size(), ParentOf(place.path)) == 0 &&
                                          !ParentOf(place.path).empty()
                                      ? path.substr(ParentOf(place.path).size() + 1)
                                      : path));
-        return Join(items);
+        return Join(items, "", between);
     };
     std::string text = place.about;
     if (!place.needs.empty())
         text += " Needs " + names(place.needs) + '.';
     if (!place.hiddenBy.empty())
-        text += " Not read beside " + names(place.hiddenBy) + '.';
+        text += " Not read beside " + names(place.hiddenBy) + " with a value.";
     if (!place.writtenWith.empty() && place.written)
-        text += " Written only with " + names(place.writtenWith) + '.';
+        text += " Written only with " + names(place.writtenWith, " or ") + '.';
     return text;
 }
 
@@ -106,7 +106,7 @@ std::string Table(const Model& model, Accepts accepts)
 std::string Section(const Model& model, const Place& section)
 {
     std::string text = "### <a id=\"element-" + section.path + "\"></a>" + Code(section.path) + "\n\n" +
-                       section.about + "\n\n" + PlaceTableHead();
+                       About(section) + "\n\n" + PlaceTableHead();
     for (const Place& place : model.places) {
         const bool isInside =
             place.path.compare(0, section.path.size(), section.path) == 0 &&
@@ -138,7 +138,7 @@ bool HoldsValue(const Place& place)
 std::string Meaning(const Place& place, const Json& value)
 {
     if (value.is_array())
-        return value.empty() ? "left out" : "kept";
+        return value.empty() ? "left out" : value.dump().find("\"\"") == std::string::npos ? "kept" : "empty";
     if (value.is_null())
         return "no time";
     if (place.form == "guid")

@@ -50,8 +50,8 @@ TEST(Check, KnowsTheFormOfEachPlace)
         if (!place.read || form == nullptr || ElementOf(place.path) == "*")
             continue;
         EXPECT_EQ(FindingsOf(place, place.sample), 0U) << place.path;
-        if (!form->malformed.empty()) {
-            EXPECT_EQ(FindingsOf(place, form->malformed), 1U) << place.path;
+        if (!form->malformedSample.empty()) {
+            EXPECT_EQ(FindingsOf(place, form->malformedSample), 1U) << place.path;
         }
     }
 }
@@ -201,11 +201,12 @@ TEST(Check, SaysWhatHappensAndWhatToDo)
          "<percentage> is \"-99999999999\", which reads as 0: it is too large; write a smaller number"},
         {"<percentage>-</percentage>", "<percentage> is \"-\", which reads as 0; write a whole number"},
         {"<taskIDList><taskID ID='x'/></taskIDList>",
-         "\"ID\" of <taskID> is \"x\", which reads as no GUID; write 36 characters with hyphens"},
+         "\"ID\" of <taskID> is \"x\", which is no GUID and reads as that of zeros; write hexadecimal "
+         "digits in groups of 8, 4, 4, 4 and 12"},
         {"<deleteDynamicColumns><dynamicColumn ID='x'/></deleteDynamicColumns>",
-         "\"ID\" of <dynamicColumn> is \"x\", which reads as no GUID, so that the item is left out; write 36 "
-         "characters with hyphens"},
-        {"<result>Cancelled</result>",
+         "\"ID\" of <dynamicColumn> is \"x\", which is no GUID, so that the item is left out; write "
+         "hexadecimal digits in groups of 8, 4, 4, 4 and 12"},
+        {"<actionResultList><actionResult><result>Cancelled</result></actionResult></actionResultList>",
          "<result> is \"Cancelled\", and it is none of the words (one of the five, exactly); write Canceled"},
     };
     for (const auto& row : kRows) {
