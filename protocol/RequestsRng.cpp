@@ -10,9 +10,11 @@ namespace {
 constexpr const char* kAbout =
     "What panels should send: elements in any order, none that the host does not know, none twice, every "
     "value "
-    "spelled as the host reads it. The host takes more: any name of the root, unknown elements, which it "
-    "ignores, the first of several, and values that it cannot read, each of which has its outcome. Which "
-    "elements a request needs depends on the request; here each may be missing.";
+    "in the form that it should have. The host takes more: any name of the root, unknown elements, which it "
+    "ignores, the first of several, empty elements, which mostly count as missing, and values that it cannot "
+    "read, each of which has its outcome. Not told here: numbers that are too large, rates of no frames, "
+    "which "
+    "elements a request needs, which of them need each other. The program's checker tells all of this.";
 
 class Writer
 {
