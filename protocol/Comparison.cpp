@@ -35,10 +35,10 @@ public:
     {
         for (const std::string& text : before)
             if (!Holds(now, text))
-                Report(!isGain, verb + " no longer: " + text);
+                Report(!isGain, verb, " no longer: ", text);
         for (const std::string& text : now)
             if (!Holds(before, text))
-                Report(isGain, verb + " now: " + text);
+                Report(isGain, verb, " now: ", text);
     }
 
     /// A value whose every change is a break.
@@ -58,9 +58,9 @@ public:
     }
 
 private:
-    void Report(bool isAddition, std::string what)
+    void Report(bool isAddition, std::string what, const char* how, const std::string& text)
     {
-        mChanges.push_back({!isAddition, mSubject, std::move(what)});
+        mChanges.push_back({!isAddition, mSubject, what.append(how).append(text)});
     }
 
     std::string mSubject;

@@ -223,14 +223,15 @@ void CheckRequired(Context& context, std::size_t item)
             (holder == kNoElement ? IsMisspelt(context, item, within) : context.isReported[holder]))
             continue;
         const std::string attribute(AttributeOf(place->path));
-        const std::string tag = context.quoting.Tag(context.At(item).name);
-        context.Add(item,
-                    {Kind::kLeftOut,
-                     tag + " is left out: it has no " +
-                         (isOwn ? '"' + attribute + '"' : '<' + within + "> with \"" + attribute + '"') +
-                         (value == nullptr || value->empty() ? "" : " that is a GUID"),
-                     "add it"},
-                    isOwn ? '@' + attribute : "/" + within + '@' + attribute);
+        std::string path = isOwn ? std::string() : '/' + within;
+        path.append("@").append(attribute);
+        std::string what = context.quoting.Tag(context.At(item).name) + " is left out: it has no ";
+        if (!isOwn)
+            what.append("<").append(within).append("> with ");
+        what.append("\"").append(attribute).append("\"");
+        if (value != nullptr && !value->empty())
+            what += " that is a GUID";
+        context.Add(item, {Kind::kLeftOut, what, "add it"}, path);
     }
 }
 

@@ -41,7 +41,8 @@ void ForEachPlace(Node& node, const std::string& path, Visit&& visit)
 {
     const bool isProperties = ElementOf(path) == "namespace";
     for (Node& child : node.children) {
-        const std::string childPath = (path.empty() ? "" : path + '/') + (isProperties ? "*" : child.name);
+        std::string childPath = path;
+        childPath.append(path.empty() ? "" : "/").append(isProperties ? "*" : child.name);
         visit(childPath, child.text);
         for (auto& [name, value] : child.attributes)
             visit(childPath + '@' + name, value);

@@ -74,7 +74,7 @@ void Observer::AddEffect(const Effect& effect, Sending sending, const Sources& s
 {
     if (effect.operation == Recorder::kNotification)
         AddNotification(effect.arguments[0], effect.arguments[1], std::move(sending), sources);
-    if (effect.operation == Recorder::kPost)
+    else if (effect.operation == Recorder::kPost)
         AddPost(effect.arguments[0], effect.arguments[1], sending);
 }
 

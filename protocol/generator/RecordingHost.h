@@ -6,6 +6,7 @@
 #include "reference_host/Host.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Protocol::Generator {
@@ -37,7 +38,7 @@ public:
                     const Kiln::Message& message, const bool& flag);
 
     /// \return What was done since the last time.
-    std::vector<Effect> Take() { return std::move(mEffects); }
+    std::vector<Effect> Take() { return std::exchange(mEffects, {}); }
 
     static constexpr const char* kNotification = "PlexaManager::DispatchApplicationEvent";
     static constexpr const char* kPost = "Kiln::StationUtils::PostMessageToUIThread";

@@ -34,6 +34,7 @@ std::string Does(const Model& model, const Handling& handling)
 std::vector<std::string> Codes(const std::vector<std::string>& names)
 {
     std::vector<std::string> codes;
+    codes.reserve(names.size());
     for (const std::string& name : names)
         codes.push_back(Code(name));
     return codes;
@@ -42,6 +43,7 @@ std::vector<std::string> Codes(const std::vector<std::string>& names)
 std::vector<std::string> Links(const Model& model, const std::vector<std::string>& identifiers)
 {
     std::vector<std::string> links;
+    links.reserve(identifiers.size());
     for (const std::string& identifier : identifiers)
         links.push_back(EventLink(model, identifier));
     return links;

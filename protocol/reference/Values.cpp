@@ -56,6 +56,7 @@ std::string About(const Place& place)
 {
     const auto names = [&place](const std::vector<std::string>& paths, std::string_view between = ", ") {
         std::vector<std::string> items;
+        items.reserve(paths.size());
         for (const std::string& path : paths)
             items.push_back(Code(path.compare(0, ParentOf(place.path).size(), ParentOf(place.path)) == 0 &&
                                          !ParentOf(place.path).empty()
