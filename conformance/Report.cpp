@@ -132,9 +132,13 @@ void WriteTestCase(const Result& result, std::ostream& out)
     out << ">\n";
     if (result.outcome == Outcome::kNotChecked)
         out << "      <skipped message=\"" << XML(result.reason) << "\"/>\n";
-    for (const Failure& failure : result.failures)
-        out << "      <failure message=\"" << XML(Sentence(failure)) << "\">" << XML(result.about) << " "
-            << XML(result.consequence) << "</failure>\n";
+    if (result.outcome == Outcome::kFailed) {
+        std::string content;
+        for (const Failure& failure : result.failures)
+            content += Sentence(failure) + '\n';
+        out << "      <failure message=\"" << XML(result.about) << "\">"
+            << XML(content + "In production: " + result.consequence) << "</failure>\n";
+    }
     out << "    </testcase>\n";
 }
 
