@@ -43,6 +43,12 @@ struct Thrown
 {
 };
 
+/// What Context::NotChecked throws.
+struct NotCheckedException
+{
+    std::string why;
+};
+
 /// Values as people read them: texts in quotes, long ones shortened. UTF-8.
 std::string Describe(const std::string& text);
 std::string Describe(const UTF16String& text);
@@ -92,6 +98,8 @@ public:
     {
         try {
             action();
+        } catch (const NotCheckedException&) {
+            throw;
         } catch (...) {
             return Expect(false, what, "no exception", DescribeException());
         }
@@ -125,12 +133,6 @@ private:
     mutable std::mutex mMutex;
     std::vector<Failure> mFailures;
     bool mExpected = false;
-};
-
-/// What Context::NotChecked throws.
-struct NotCheckedException
-{
-    std::string why;
 };
 
 }  // namespace Conformance

@@ -112,6 +112,7 @@ void InsideDispatcher(Context& context)
         RaiseDialog(panel, "inner");
         connector->OnIngestStarted(kTask);
     });
+    const Finally clearing([&connector] { connector.Clear(); });  // before the dispatcher goes
     connector = AC::CreateIngestGlintLibraryConnector(&dispatcher);
     RaiseDialog(panel, "outer");
     ExpectLog(context, "requests of a panel, the second one raised by the dispatcher of the first one", log,
@@ -186,8 +187,8 @@ void DroppedInside(Context& context)
     Log log;
     Connector connector;
     ProbeDispatcher dispatcher([&](const UTF16String& targetBin) {
-        log.Add(UTF16to8(targetBin));
         connector.Clear();
+        log.Add(UTF16to8(targetBin));
     });
     // No other listener at the station: the connector is its last.
     for (const std::string bin : {"first", "second"}) {
@@ -195,6 +196,9 @@ void DroppedInside(Context& context)
         raise(AC::kPlexaEventType_OpenIngestDlg, DialogFor(bin));
         context.WaitUntil([&log, &bin] { return log.Has(bin); });
     }
+    const Panel panel(context);
+    RaiseDialog(panel, "last");  // behind the deliveries under way, which use the dispatcher
+    context.WaitUntil([&panel] { return !panel.GetLog().Entries().empty(); });
     context.ExpectEqual("requests to two connectors, each dropped by its dispatcher",
                         Log::Texts{"first", "second"}, log.Entries());
 }

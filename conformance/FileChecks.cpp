@@ -149,7 +149,7 @@ std::vector<Check> FileChecks()
          Empty},
         {"files.characters", "Paths hold any character.",
          "Files with umlauts in their names cannot be ingested.", Characters},
-        {"files.not-normalised", "A path with \".\", \"..\" and doubled separators names what it leads to.",
+        {"files.not-normalised", R"(A path with ".", ".." and doubled separators names what it leads to.)",
          "Files that a panel names by a longer way cannot be ingested.", NotNormalized},
         {"files.odd-paths",
          "Any text may be asked for: every separator, drive, share, relative, far too long.",

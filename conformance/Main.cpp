@@ -90,7 +90,7 @@ int Write(const Report& report, const CommandLine& line)
     return report.Count(Outcome::kFailed) == 0 ? 0 : 1;
 }
 
-int Carry(CommandLine line, const Subject& subject, const std::vector<Check>& own)
+int CarryOut(CommandLine line, const Subject& subject, const std::vector<Check>& own)
 {
     if (line.help) {
         std::cout << kHelp;
@@ -118,7 +118,7 @@ int Carry(CommandLine line, const Subject& subject, const std::vector<Check>& ow
 int Main(int argc, char** argv, const Subject& subject, const std::vector<Check>& own)
 {
     try {
-        return Carry(Parse({argv + (argc > 0 ? 1 : 0), argv + argc}), subject, own);
+        return CarryOut(Parse({argv + (argc > 0 ? 1 : 0), argv + argc}), subject, own);
     } catch (const std::logic_error& error) {
         std::cerr << error.what() << "; --help tells the options\n";
         return 2;

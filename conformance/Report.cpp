@@ -195,7 +195,7 @@ void WriteJUnit(const Report& report, std::ostream& out)
     out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n  <testsuite name=\"conformance\" "
            "tests=\""
         << report.results.size() << "\" failures=\"" << report.Count(Outcome::kFailed)
-        << "\" errors=\"0\" skipped=\"" << report.Count(Outcome::kNotChecked) << "\" time=\""
+        << R"(" errors="0" skipped=")" << report.Count(Outcome::kNotChecked) << "\" time=\""
         << Seconds(seconds) << "\">\n";
     for (const Result& result : report.results)
         WriteTestCase(result, out);

@@ -123,9 +123,10 @@ private:
         result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
         result.failures = context.Failures();
         if (!result.failures.empty())
-            result.outcome = Outcome::kFailed;
-        else if (result.reason.empty())
-            result.outcome = Outcome::kPassed;
+            result.reason.clear();  // it came far enough
+        result.outcome = !result.failures.empty() ? Outcome::kFailed
+                         : result.reason.empty()  ? Outcome::kPassed
+                                                  : Outcome::kNotChecked;
         return result;
     }
 

@@ -37,7 +37,8 @@ struct Subject
     boost::function<void()> waitForUserInterface;
 
     /// Opens a panel that gives the function each notification, in place of the one before; an empty function
-    /// closes it. What the function throws is what a panel throws.
+    /// closes it. When it returns, the one before has come back and is not called any more. What the function
+    /// throws is what a panel throws.
     boost::function<void(const PanelFunction& panel)> setPanel;
 
     /// Gives each error report to the function, too; an empty one ends that.

@@ -94,7 +94,7 @@ std::vector<Check> TextChecks()
     return {
         {"texts.default", "A key without a translation gives its default text.",
          "Users read keys, or nothing.", Default},
-        {"texts.replacements", "\"@0\" to \"@9\" in a text stay as they are.",
+        {"texts.replacements", R"("@0" to "@9" in a text stay as they are.)",
          "Users do not read which file could not be copied.", Replacements},
         {"texts.report", "An error report reaches the user, with its text and without a detail.",
          "Users wait for files that were refused.", Report},
