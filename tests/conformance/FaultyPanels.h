@@ -31,83 +31,81 @@ struct AsciiEvents : PanelEvents
     void Raise(const UTF16String& type, const UTF16String& data) { PanelEvents::Raise(type, InASCII(data)); }
 };
 
-struct RaisesUnknown : PanelEvents
+/// Counts how often each type is registered.
+class CountsTypes : public PanelEvents
 {
+public:
     using PanelEvents::PanelEvents;
+
     void AddTandemEventListener(const UTF16String& type, void* callback) override
     {
         {
-            const std::lock_guard<std::mutex> lock(mutex);
-            known.insert(type);
+            const std::lock_guard<std::mutex> lock(mMutex);
+            ++mCounts[type];
         }
         PanelEvents::AddTandemEventListener(type, callback);
     }
+    void RemoveTandemEventListener(const UTF16String& type, void* callback) override
+    {
+        {
+            const std::lock_guard<std::mutex> lock(mMutex);
+            mCounts[type] = 0;
+        }
+        PanelEvents::RemoveTandemEventListener(type, callback);
+    }
+
+protected:
+    static constexpr int kNever = -1;
+
+    /// \return kNever for a type that never was registered.
+    int CountOf(const UTF16String& type)
+    {
+        const std::lock_guard<std::mutex> lock(mMutex);
+        const auto found = mCounts.find(type);
+        return found == mCounts.end() ? kNever : found->second;
+    }
+
+private:
+    std::mutex mMutex;
+    std::map<UTF16String, int> mCounts;
+};
+
+struct RaisesUnknown : CountsTypes
+{
+    using CountsTypes::CountsTypes;
     void Raise(const UTF16String& type, const UTF16String& data)
     {
-        if (known.count(type) == 0)
+        if (CountOf(type) == kNever)
             Kiln::StationUtils::BroadcastMessage(Ridge::GetPlexaStationID(), Ridge::TandemEvent(type, data));
         PanelEvents::Raise(type, data);
     }
-    std::mutex mutex;
-    std::set<UTF16String> known;
+};
+
+struct RemovesOnce : CountsTypes
+{
+    using CountsTypes::CountsTypes;
+    void RemoveTandemEventListener(const UTF16String& type, void* callback) override
+    {
+        if (CountOf(type) <= 0)
+            throw std::logic_error("not registered");
+        CountsTypes::RemoveTandemEventListener(type, callback);
+    }
+};
+
+struct OncePerRegistration : CountsTypes
+{
+    using CountsTypes::CountsTypes;
+    void Raise(const UTF16String& type, const UTF16String& data)
+    {
+        for (int i = CountOf(type); i > 0; --i)
+            PanelEvents::Raise(type, data);
+    }
 };
 
 struct NeverRemoves : PanelEvents
 {
     using PanelEvents::PanelEvents;
     void RemoveTandemEventListener(const UTF16String& /*type*/, void* /*callback*/) override {}
-};
-
-struct RemovesOnce : PanelEvents
-{
-    using PanelEvents::PanelEvents;
-    void AddTandemEventListener(const UTF16String& type, void* callback) override
-    {
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            known.insert(type);
-        }
-        PanelEvents::AddTandemEventListener(type, callback);
-    }
-    void RemoveTandemEventListener(const UTF16String& type, void* callback) override
-    {
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            if (known.erase(type) == 0)
-                throw std::logic_error("not registered");
-        }
-        PanelEvents::RemoveTandemEventListener(type, callback);
-    }
-    std::mutex mutex;
-    std::set<UTF16String> known;
-};
-
-struct OncePerRegistration : PanelEvents
-{
-    using PanelEvents::PanelEvents;
-    void AddTandemEventListener(const UTF16String& type, void* callback) override
-    {
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            ++counts[type];
-        }
-        PanelEvents::AddTandemEventListener(type, callback);
-    }
-    void RemoveTandemEventListener(const UTF16String& type, void* callback) override
-    {
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            counts.erase(type);
-        }
-        PanelEvents::RemoveTandemEventListener(type, callback);
-    }
-    void Raise(const UTF16String& type, const UTF16String& data)
-    {
-        for (int i = counts.count(type) == 0 ? 0 : counts[type]; i > 0; --i)
-            PanelEvents::Raise(type, data);
-    }
-    std::mutex mutex;
-    std::map<UTF16String, int> counts;
 };
 
 /// Holds events until somebody waits for them.
@@ -269,21 +267,36 @@ struct NoEventsOfComponents : PanelEvents
     OneThread thread;
 };
 
+/// Does what it is told until that throws.
+class UntilItThrows
+{
+public:
+    template <class Action>
+    void Do(Action action)
+    {
+        if (mThrown)
+            return;
+        try {
+            action();
+        } catch (...) {
+            mThrown = true;
+            throw;
+        }
+    }
+    void Reset() { mThrown = false; }
+
+private:
+    std::atomic<bool> mThrown{false};
+};
+
 struct SilentAfterPanelThrew : PanelEvents
 {
     using PanelEvents::PanelEvents;
     void DispatchApplicationEvent(const std::string& type, const std::string& data) override
     {
-        if (failed)
-            return;
-        try {
-            PanelEvents::DispatchApplicationEvent(type, data);
-        } catch (...) {
-            failed = true;
-            throw;
-        }
+        dispatch.Do([&] { PanelEvents::DispatchApplicationEvent(type, data); });
     }
-    std::atomic<bool> failed{false};
+    UntilItThrows dispatch;
 };
 
 /// Until the type is removed.
@@ -292,21 +305,14 @@ struct DeafAfterDispatcherThrew : PanelEvents
     using PanelEvents::PanelEvents;
     void RemoveTandemEventListener(const UTF16String& type, void* callback) override
     {
-        failed = false;
+        raise.Reset();
         PanelEvents::RemoveTandemEventListener(type, callback);
     }
     void Raise(const UTF16String& type, const UTF16String& data)
     {
-        if (failed)
-            return;
-        try {
-            PanelEvents::Raise(type, data);
-        } catch (...) {
-            failed = true;
-            throw;
-        }
+        raise.Do([&] { PanelEvents::Raise(type, data); });
     }
-    std::atomic<bool> failed{false};
+    UntilItThrows raise;
 };
 
 }  // namespace FaultyPanels
