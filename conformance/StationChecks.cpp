@@ -10,7 +10,7 @@ namespace Conformance {
 namespace {
 
 /// How long something is kept waiting that must wait.
-constexpr std::chrono::milliseconds kPause(50);
+constexpr std::chrono::milliseconds kPause(200);
 
 void Broadcasts(Context& context)
 {
@@ -36,7 +36,7 @@ void Order(Context& context)
     // In no order of addresses.
     std::array<Receiver, 4> listeners{Receiver(LoggedAs("0", log)), Receiver(LoggedAs("1", log)),
                                       Receiver(LoggedAs("2", log)), Receiver(LoggedAs("3", log))};
-    for (const std::size_t i : {2, 0, 3, 1})
+    for (const std::size_t i : std::array<std::size_t, 4>{2, 0, 3, 1})
         listeners[i].Listen(station);
     Broadcast(station, "");
     context.ExpectEqual("listeners that subscribed in the order 2, 0, 3, 1", Log::Texts{"2", "0", "3", "1"},
