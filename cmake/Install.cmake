@@ -5,7 +5,8 @@ set(include_dir ${CMAKE_INSTALL_INCLUDEDIR}/asset-connector)
 
 set_target_properties(assetconnector_headers PROPERTIES EXPORT_NAME headers)
 set_target_properties(assetconnector_reference_host PROPERTIES EXPORT_NAME reference_host)
-install(TARGETS assetconnector assetconnector_headers assetconnector_reference_host
+set_target_properties(assetconnector_conformance PROPERTIES EXPORT_NAME conformance)
+install(TARGETS assetconnector assetconnector_headers assetconnector_reference_host assetconnector_conformance
     EXPORT AssetConnectorTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
@@ -44,6 +45,9 @@ endforeach()
 install(DIRECTORY src/assetconnector/host src/assetconnector/message DESTINATION ${include_dir}/assetconnector
     FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY reference_host DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
+foreach(header Check Main Report Run Subject)
+    install(FILES conformance/${header}.h DESTINATION ${include_dir}/conformance)
+endforeach()
 
 configure_package_config_file(cmake/AssetConnectorConfig.cmake.in
     ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake INSTALL_DESTINATION ${package_dir})

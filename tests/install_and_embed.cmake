@@ -79,3 +79,16 @@ foreach(expected "show the ingest dialog for \"Interviews\"" "OpenIngestDialogSt
         message(FATAL_ERROR "\"${expected}\" is missing in:\n${output}")
     endif()
 endforeach()
+
+# It checks itself, with the installed kit.
+run(${work}/embedding/build/conformance --tap --junit ${work}/conformance.xml)
+foreach(expected "ok [0-9]+ - stations.order\n" "ok [0-9]+ - panels.registered\n"
+        "ok [0-9]+ - panels.dispatched # SKIP the subject has no setPanel\n")
+    if(NOT output MATCHES "${expected}")
+        message(FATAL_ERROR "\"${expected}\" is missing in:\n${output}")
+    endif()
+endforeach()
+file(READ ${work}/conformance.xml report)
+if(NOT report MATCHES "</testsuites>")
+    message(FATAL_ERROR "no report in JUnit's form:\n${report}")
+endif()

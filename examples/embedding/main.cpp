@@ -1,6 +1,7 @@
 // A small host. It brings what is its own, the panel events and a dispatcher, and takes the other services
 // from the reference host, as a host may do while it grows.
 
+#include "Panels.h"
 #include "assetconnector/connectors/EventCatalogue.h"
 #include "assetconnector/connectors/IngestGlintLibraryConnector.h"
 #include "assetconnector/connectors/IngestMediaCollectionConnector.h"
@@ -9,46 +10,15 @@
 #include "assetconnector/host/ferrite/Unicode.h"
 #include "assetconnector/host/kiln/Listener.h"
 #include "assetconnector/host/kiln/StationUtils.h"
-#include "assetconnector/host/ridge/TandemEvents.h"
-#include "assetconnector/host/ridge/Utilities.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "reference_host/Host.h"
 
 #include <exception>
 #include <iostream>
-#include <set>
 
 namespace {
 
 using ferrite::utility::Guid;
-
-/// The bridge to the HTML panels. Here a panel is the standard output.
-class Panels : public Plexa::IPanelEvents
-{
-public:
-    void AddTandemEventListener(const UTF16String& type, void* /*callback*/) override { mTypes.insert(type); }
-    void RemoveTandemEventListener(const UTF16String& type, void* /*callback*/) override
-    {
-        mTypes.erase(type);
-    }
-
-    void DispatchApplicationEvent(const std::string& type, const std::string& data) override
-    {
-        std::cout << "to the panel: " << type << "\n  " << data << "\n";
-    }
-
-    std::string GetBrowserID() override { return "panel-1"; }
-
-    /// What the host's browser calls when the page raises an event.
-    void Raise(const UTF16String& type, const UTF16String& data)
-    {
-        if (mTypes.count(type) != 0)
-            Kiln::StationUtils::BroadcastMessage(Ridge::GetPlexaStationID(), Ridge::TandemEvent(type, data));
-    }
-
-private:
-    std::set<UTF16String> mTypes;
-};
 
 /// Carries out what panels ask for; here, one thing.
 class Dispatcher : public ReferenceHost::IdleDispatcher
@@ -81,7 +51,7 @@ private:
 
 void RunHost()
 {
-    Panels panels;
+    Panels panels(std::cout);
     ReferenceHost::Stations stations(ReferenceHost::Stations::Delivery::kByHand);
     ReferenceHost::IngestLibrary library;
     ReferenceHost::Files files;

@@ -1,0 +1,166 @@
+#include "assetconnector/host/ferrite/Unicode.h"
+#include "assetconnector/host/kiln/PathUtils.h"
+#include "assetconnector/host/loft/Utilities.h"
+#include "conformance/CheckTables.h"
+#include "conformance/Probes.h"
+
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+namespace Conformance {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A folder of its own with a file and a folder in it, for as long as this object lives.
+class TemporaryFolder
+{
+public:
+    /// \throws std::filesystem::filesystem_error
+    TemporaryFolder()
+    {
+        do
+            mPath = fs::temp_directory_path() / UniqueName();
+        while (!fs::create_directory(mPath));  // another process may have taken the name
+        fs::create_directory(mPath / "folder");
+        std::ofstream(mPath / "file.mov") << "media";
+        std::ofstream(mPath / fs::u8path("\u00E4 \u20AC.mov")) << "media";
+    }
+    ~TemporaryFolder()
+    {
+        std::error_code error;
+        fs::remove_all(mPath, error);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    UTF16String operator/(const UTF16String& name) const { return (mPath / name).u16string(); }
+
+private:
+    fs::path mPath;
+};
+
+void ExpectOnDisk(Context& context, const UTF16String& path, bool exists, bool isFolder)
+{
+    const std::string shown = Describe(path);
+    context.ExpectEqual("ExistsOnDisk of " + shown, exists, Kiln::PathUtils::ExistsOnDisk(path));
+    context.ExpectEqual("IsDirectory of " + shown, isFolder, Kiln::PathUtils::IsDirectory(path));
+}
+
+void ExpectExists(Context& context, const UTF16String& path)
+{
+    context.ExpectEqual("ExistsOnDisk of " + Describe(path), true, Kiln::PathUtils::ExistsOnDisk(path));
+}
+
+void File(Context& context)
+{
+    const TemporaryFolder folder;
+    ExpectOnDisk(context, folder / u"file.mov", true, false);
+}
+
+void Folder(Context& context)
+{
+    const TemporaryFolder folder;
+    ExpectOnDisk(context, folder / u"folder", true, true);
+}
+
+void Missing(Context& context)
+{
+    const TemporaryFolder folder;
+    ExpectOnDisk(context, folder / u"missing.mov", false, false);
+    ExpectOnDisk(context, folder / u"file.mov/below", false, false);
+}
+
+void Empty(Context& context)
+{
+    ExpectOnDisk(context, u"", false, false);
+}
+
+void Characters(Context& context)
+{
+    const TemporaryFolder folder;
+    ExpectExists(context, folder / u"\u00E4 \u20AC.mov");
+}
+
+void NotNormalized(Context& context)
+{
+    const TemporaryFolder folder;
+    ExpectExists(context, folder / u"folder/../file.mov");
+    ExpectExists(context, folder / u"./folder//..//file.mov");
+}
+
+void OddPathsOnDisk(Context& context)
+{
+    for (const UTF16String& path : OddPaths())
+        context.ExpectNoThrow("looking for " + Describe(path), [&context, &path] {
+            const bool exists = Kiln::PathUtils::ExistsOnDisk(path);
+            context.Expect(exists || !Kiln::PathUtils::IsDirectory(path), Describe(path),
+                           "something that exists, or no folder", "a folder that does not exist");
+        });
+}
+
+/// Expects the form of a form to be the form itself.
+void ExpectNormalForm(Context& context, const std::string& name,
+                      UTF16String (*normalize)(const UTF16String& path))
+{
+    for (const UTF16String& path : OddPaths())
+        context.ExpectNoThrow(name + " of " + Describe(path), [&] {
+            const UTF16String form = normalize(path);
+            context.ExpectEqual(name + " of " + Describe(path) + ", twice", form, normalize(form));
+        });
+}
+
+void NormalForm(Context& context)
+{
+    ExpectNormalForm(context, "ToNormalizedPath", Kiln::PathUtils::ToNormalizedPath);
+}
+
+void PanelForm(Context& context)
+{
+    ExpectNormalForm(context, "NormalizePathWithoutUNC", Loft::Utilities::NormalizePathWithoutUNC);
+}
+
+void Threads(Context& context)
+{
+    constexpr int kRounds = 50;
+    context.ExpectNoThrow("paths on other threads", [] {
+        OnTwoThreads([] {
+            for (int i = 0; i < kRounds; ++i) {
+                const UTF16String path = Kiln::PathUtils::ToNormalizedPath(u"/media/a.mov");
+                Kiln::PathUtils::ExistsOnDisk(path);
+                Kiln::PathUtils::IsDirectory(path);
+                Loft::Utilities::NormalizePathWithoutUNC(path);
+            }
+        });
+    });
+}
+
+}  // namespace
+
+std::vector<Check> FileChecks()
+{
+    return {
+        {"files.file", "A file is there and is no folder.", "Every ingest of a file is refused.", File},
+        {"files.folder", "A folder is there and is a folder.", "No folder to copy into is accepted.", Folder},
+        {"files.missing", "What is not there is not there.",
+         "The ingest of a missing file begins, and fails without a word to the user.", Missing},
+        {"files.empty", "The empty path names nothing.", "An ingest copies into whatever folder is current.",
+         Empty},
+        {"files.characters", "Paths hold any character.",
+         "Files with umlauts in their names cannot be ingested.", Characters},
+        {"files.not-normalised", R"(A path with ".", ".." and doubled separators names what it leads to.)",
+         "Files that a panel names by a longer way cannot be ingested.", NotNormalized},
+        {"files.odd-paths",
+         "Any text may be asked for: every separator, drive, share, relative, far too long.",
+         "One odd path of a panel, and its request ends without an answer.", OddPathsOnDisk},
+        {"files.normal-form", "The form of a path under which providers are registered is a form of itself.",
+         "Metadata is registered for a path and looked for under another.", NormalForm},
+        {"files.panel-form", "The form of a path that goes to panels is a form of itself.",
+         "A path changes each time when it goes to a panel and comes back.", PanelForm},
+        {"files.threads", "Paths are looked at on any thread, several at once.",
+         "Requests and callbacks of background threads fail.", Threads},
+    };
+}
+
+}  // namespace Conformance

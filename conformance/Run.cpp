@@ -1,0 +1,202 @@
+#include "conformance/Run.h"
+
+#include "assetconnector/host/Installation.h"
+#include "assetconnector/host/XMLPlatform.h"
+#include "conformance/CheckTables.h"
+#include "conformance/CountedMemory.h"
+#include "conformance/Watchdog.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <utility>
+
+namespace Conformance {
+namespace {
+
+bool Fits(const Check& check, const std::string& wanted)
+{
+    return check.name == wanted || check.name.compare(0, wanted.size() + 1, wanted + '.') == 0;
+}
+
+/// What is run, in an order in which each check stands behind those that it needs.
+class Plan
+{
+public:
+    /// \throws As Run.
+    explicit Plan(const Options& options)
+    {
+        for (const std::vector<Check>* checks : {&Checks(), &options.own})
+            for (const Check& check : *checks)
+                if (!mByName.emplace(check.name, &check).second)
+                    throw std::invalid_argument("two checks have the name " + check.name);
+        for (const std::string& wanted : options.only)
+            if (std::none_of(mByName.begin(), mByName.end(),
+                             [&wanted](const auto& entry) { return Fits(*entry.second, wanted); }))
+                throw std::invalid_argument("there is no check " + wanted);
+        for (const std::vector<Check>* checks : {&Checks(), &options.own})
+            for (const Check& check : *checks)
+                if (options.only.empty() ||
+                    std::any_of(options.only.begin(), options.only.end(),
+                                [&check](const std::string& wanted) { return Fits(check, wanted); }))
+                    Add(check);
+    }
+
+    const std::vector<const Check*>& Checked() const { return mChecked; }
+
+private:
+    void Add(const Check& check)
+    {
+        if (!mAdded.insert(check.name).second)
+            return;
+        for (const std::string& needed : check.needs) {
+            const auto found = mByName.find(needed);
+            if (found == mByName.end())
+                throw std::invalid_argument(check.name + " needs " + needed + ", which is no check");
+            Add(*found->second);
+        }
+        mChecked.push_back(&check);
+    }
+
+    std::map<std::string, const Check*> mByName;
+    std::set<std::string> mAdded;
+    std::vector<const Check*> mChecked;
+};
+
+Result ResultOf(const Check& check)
+{
+    Result result;
+    result.name = check.name;
+    result.about = check.about;
+    result.consequence = check.consequence;
+    return result;
+}
+
+/// One run of the checks of a plan.
+class Runner
+{
+public:
+    Runner(const Subject& subject, const Options& options, const CountedMemory& memory, const Plan& plan)
+        : mSubject(subject), mOptions(options), mMemory(memory), mPlan(plan)
+    {
+    }
+
+    Report Run()
+    {
+        for (const Check* check : mPlan.Checked())
+            mReport.results.push_back(RunWatched(*check));
+        return std::move(mReport);
+    }
+
+private:
+    Result RunWatched(const Check& check)
+    {
+        for (const std::string& needed : check.needs)
+            if (!HasPassed(needed)) {
+                Result result = ResultOf(check);
+                result.reason = needed + " did not pass";
+                return result;
+            }
+        std::optional<Watchdog> watchdog;
+        if (mOptions.onHang)
+            watchdog.emplace(mOptions.hangLimit, [this, &check] { mOptions.onHang(HungReport(check)); });
+        return RunOne(check);
+    }
+
+    Result RunOne(const Check& check) const
+    {
+        Result result = ResultOf(check);
+        Context context(mSubject, mOptions.limit, [this] { return mMemory.LiveBlocks(); });
+        const auto begin = std::chrono::steady_clock::now();
+        try {
+            check.function(context);
+            if (!context.Expected())
+                result.reason = "it expected nothing";
+        } catch (const NotCheckedException& exception) {
+            result.reason = exception.why;
+        } catch (...) {
+            context.Expect(false, "the whole check", "no exception", DescribeException());
+        }
+        result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+        result.failures = context.Failures();
+        if (!result.failures.empty())
+            result.reason.clear();  // it came far enough
+        result.outcome = !result.failures.empty() ? Outcome::kFailed
+                         : result.reason.empty()  ? Outcome::kPassed
+                                                  : Outcome::kNotChecked;
+        return result;
+    }
+
+    bool HasPassed(const std::string& name) const
+    {
+        return std::any_of(mReport.results.begin(), mReport.results.end(), [&name](const Result& result) {
+            return result.name == name && result.outcome == Outcome::kPassed;
+        });
+    }
+
+    /// The thread that runs the checks is in the one that hangs, and changes nothing meanwhile.
+    Report HungReport(const Check& hung) const
+    {
+        Report report = mReport;
+        const auto limit = std::chrono::duration_cast<std::chrono::seconds>(mOptions.hangLimit).count();
+        for (std::size_t i = mReport.results.size(); i < mPlan.Checked().size(); ++i) {
+            Result result = ResultOf(*mPlan.Checked()[i]);
+            if (mPlan.Checked()[i] == &hung) {
+                result.outcome = Outcome::kFailed;
+                result.seconds = static_cast<double>(limit);
+                result.failures = {
+                    {"the whole check", "an end",
+                     "none within " + std::to_string(limit) + " s: a service does not come back"}};
+            } else {
+                result.reason = hung.name + " hangs";
+            }
+            report.results.push_back(std::move(result));
+        }
+        return report;
+    }
+
+    const Subject& mSubject;
+    const Options& mOptions;
+    const CountedMemory& mMemory;
+    const Plan& mPlan;
+    Report mReport;
+};
+
+std::vector<Check> AllChecks()
+{
+    std::vector<Check> all;
+    for (const auto table : {MemoryChecks, StationChecks, PostedMessageChecks, FileChecks, TextChecks,
+                             IngestLibraryChecks, PanelEventChecks, ConnectorChecks}) {
+        std::vector<Check> checks = table();
+        std::move(checks.begin(), checks.end(), std::back_inserter(all));
+    }
+    return all;
+}
+
+}  // namespace
+
+const std::vector<Check>& Checks()
+{
+    static const std::vector<Check> all = AllChecks();
+    return all;
+}
+
+Report Run(const Subject& subject, const Options& options)
+{
+    const Plan plan(options);
+    const AC::XMLPlatform platform;
+    CountedMemory memory(subject.services.memory);
+    AC::HostServices table{subject.services.panelEvents,   subject.services.stations,
+                           subject.services.ingestLibrary, subject.services.files,
+                           subject.services.texts,         memory};
+    const AC::Installation installation(table, [&subject] {
+        if (subject.dropPosted)
+            subject.dropPosted();
+    });
+    return Runner(subject, options, memory, plan).Run();
+}
+
+}  // namespace Conformance
