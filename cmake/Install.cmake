@@ -52,6 +52,7 @@ set(public_headers
     registration/ACUtils.h
     xml/MessageLimits.h
     xml/MessageParser.h
+    xml/ParseObserver.h
     xml/XMLUtilities.h)
 foreach(header IN LISTS public_headers)
     cmake_path(GET header PARENT_PATH folder)

@@ -16,9 +16,8 @@ struct Change
 };
 
 /// \return What changed for panels from one version to another, breaks first. What only hosts see (constants,
-/// classes
-///         and payloads of station messages) and what only explains (texts, samples, examples) is left out.
-///         Any thread.
+///         classes and payloads of station messages) and what only explains (texts, samples, examples) is
+///         left out. Any thread.
 std::vector<Change> Compare(const Model& before, const Model& now);
 
 }  // namespace Protocol

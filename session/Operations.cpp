@@ -3,11 +3,11 @@
 #include "assetconnector/connectors/StationMessages.h"
 #include "assetconnector/host/ald/IAssetLibraryDispatcher.h"
 #include "assetconnector/registration/ACUtils.h"
+#include "session/Rows.h"
 #include "session/ValueReader.h"
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 
-#include <algorithm>
 #include <iterator>
 #include <tuple>
 #include <type_traits>
@@ -192,13 +192,6 @@ constexpr StationMessageClass kStationMessages[] = {
 #include "assetconnector/connectors/StationMessages.def"
 #undef AC_STATION_MESSAGE
 };
-
-template <class Rows, class Test>
-auto FindRow(const Rows& rows, Test test) -> decltype(std::begin(rows))
-{
-    const auto found = std::find_if(std::begin(rows), std::end(rows), test);
-    return found == std::end(rows) ? nullptr : found;
-}
 
 template <class Rows>
 auto FindByName(const Rows& rows, std::string_view name)

@@ -3,9 +3,9 @@
 #include "session/ConnectorKinds.h"
 #include "session/FormatError.h"
 #include "session/NotificationText.h"
+#include "session/Rows.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace Session {
@@ -42,14 +42,6 @@ std::string TextOf(const AnyJson& object, const char* member)
 {
     return object.contains(member) && object[member].is_string() ? object[member].template get<std::string>()
                                                                  : std::string();
-}
-
-template <class Rows, class Test>
-auto FindRow(const Rows& rows, Test test) -> decltype(std::begin(rows))
-{
-    const auto found =
-        std::find_if(std::begin(rows), std::end(rows), [&test](const auto& row) { return test(row.key); });
-    return found == std::end(rows) ? nullptr : found;
 }
 
 /// \throws FormatError when there is no row.
@@ -103,7 +95,7 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
     mCreating.clear();
     mSpeaker = Connectors();
     const InputRow& row =
-        Require(FindRow(kInputs, [&json](std::string_view key) { return json.contains(key); }),
+        Require(FindRow(kInputs, [&json](const InputRow& each) { return json.contains(each.key); }),
                 "this input has no form for people");
     (this->*row.show)(json, input);
     mIndent = kEffectIndent;
@@ -115,8 +107,9 @@ void ReadableReplay::OnEffect(OrderedJson& effect)
     if (ExtendsRun(TextOf(effect, "hostCall")))
         return;
     const std::string& kind = effect.begin().key();
-    const EffectRow& row = Require(FindRow(kEffects, [&kind](std::string_view key) { return key == kind; }),
-                                   "this effect has no form for people: " + kind);
+    const EffectRow& row =
+        Require(FindRow(kEffects, [&kind](const EffectRow& each) { return each.key == kind; }),
+                "this effect has no form for people: " + kind);
     (this->*row.show)(effect.front().get<std::string>(), effect);
 }
 

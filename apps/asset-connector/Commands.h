@@ -3,15 +3,16 @@
 #include <ostream>
 #include <string>
 
-/// The commands of the program. Each reads its file ("-": standard input), prints to the output and
-/// gives the exit status. What is wrong with a command's file is a line on standard error.
+/// The commands of the program. Each reads its file ("-": standard input), prints to the output and gives the
+/// exit status. What is wrong with a command's file is a line on standard error.
 namespace AssetConnector {
 
 /// The exit statuses.
 enum Status
 {
     kDone = 0,
-    kFailed = 1,  ///< The text does not decode, the record is not encoded, the effects differ, panels break.
+    kFailed = 1,  ///< The text does not decode or has findings, the record is not encoded, the effects
+                  ///< differ, panels break.
     kBad = 2,     ///< A bad command line, file, record or session.
 };
 
@@ -40,5 +41,9 @@ Status Protocol(bool json, std::ostream& output);
 
 /// Prints what changed for panels since the model that the file holds: kFailed when something broke.
 Status CompareProtocol(const std::string& file, bool json, std::ostream& output);
+
+/// Prints what a panel's text would silently lose or mean otherwise, for people or as JSON; kFailed when
+/// there is something. \param event The identifier of the request that carries it; empty: any.
+Status Check(const std::string& file, const std::string& event, bool json, std::ostream& output);
 
 }  // namespace AssetConnector

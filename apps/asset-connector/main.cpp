@@ -71,6 +71,12 @@ public:
         protocol->add_flag("--json", mJson, "Print the model that it is made of, or the changes, as JSON");
         protocol->add_option("--diff", mOld, "Print what changed for panels since this model, a file")
             ->type_name("OLD.json");
+        CLI::App* const check = AddCommand("check", "Tell what a panel's text would silently lose", [this] {
+            return AssetConnector::Check(mFile, mEvent, mJson, std::cout);
+        });
+        check->add_option("--event", mEvent, "The identifier of the request that carries the text");
+        check->add_flag("--json", mJson, "Print the findings as JSON");
+        AddFile(check);
     }
 
     int Run(int count, char** arguments)
@@ -83,7 +89,7 @@ public:
         } catch (const CLI::Error& error) {
             const bool isUnknown = count > 1 && *arguments[1] != '-' && mApp.get_subcommands().empty();
             Complain((isUnknown ? std::string("unknown command \"") + arguments[1] + '"' : error.what()) +
-                     "; usage: asset-connector decode|encode|replay|events|protocol [OPTIONS] [FILE]");
+                     "; usage: asset-connector decode|encode|check|replay|events|protocol [OPTIONS] [FILE]");
             return kBad;
         }
         try {
@@ -125,6 +131,7 @@ private:
                   "asset-connector"};
     std::string mFile = "-";
     std::string mOld;
+    std::string mEvent;
     bool mDecoded = false;
     bool mReadable = false;
     bool mCheck = false;

@@ -35,8 +35,7 @@ Node ReadNode(const std::string& text);
 bool IsNested(std::string_view path);
 
 /// Calls visit(path, value) for each element and attribute below the root, in their order; the value of an
-/// element is its text. The visitor may change it. What nested lists hold has the paths
-/// of the outermost one.
+/// element is its text. The visitor may change it. What nested lists hold has the paths of the outermost one.
 template <class Visit>
 void ForEachPlace(Node& node, const std::string& path, Visit&& visit)
 {

@@ -11,8 +11,7 @@
 namespace Protocol::Generator {
 
 /// \return Every place, from the facts and the description of the records, in the order in which
-/// notifications hold
-///         them. Needs an installed host.
+///         notifications hold them. Needs an installed host.
 /// \throws std::runtime_error with what is missing: a row, a member.
 std::vector<Place> MakePlaces();
 

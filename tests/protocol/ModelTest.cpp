@@ -132,8 +132,7 @@ bool IsAround(const std::string& path, const std::string& inner)
 }
 
 /// \return Whether a place may change with a member: it carries the member, or what changes with it, or is
-/// only
-///         written with what does; or it stands around or inside of such a place.
+///         only written with what does; or it stands around or inside of such a place.
 bool IsOf(const Place& place, const std::string& member)
 {
     const auto isIt = [&member](const std::string& name) {

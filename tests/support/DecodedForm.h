@@ -4,8 +4,8 @@
 
 #include <string_view>
 
-/// \return The notification as EncodeDecodedNotification gives it, from the text of the encoder: step
-///         by step, where the library takes one. In a text that begins a CDATA section CR is bare.
+/// \return The notification as EncodeDecodedNotification gives it, from the text of the encoder: step by
+///         step, where the library takes one. In a text that begins a CDATA section CR is bare.
 inline UTF16String DecodedForm(const UTF16String& encoded)
 {
     constexpr std::u16string_view kSection = u"&lt;![CDATA[";

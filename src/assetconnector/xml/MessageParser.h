@@ -2,6 +2,7 @@
 
 #include "assetconnector/host/Export.h"
 #include "assetconnector/host/ferrite/UTF16String.h"
+#include "assetconnector/xml/ParseObserver.h"
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
@@ -11,6 +12,7 @@
 namespace AC {
 
 class NameLimits;
+class TextPlaces;
 
 /// Where and why a text does not parse. Line and column count from 1; 0 where no place is known.
 struct ParseError
@@ -38,12 +40,13 @@ public:
     ~MessageParser() override;
 
     /// Parses the text, whatever encoding it declares; a leading byte order mark is accepted.
+    /// \param observer Is told of each element; may be null, and is not needed afterwards.
     /// \return The document, owned by this parser; null when the text does not parse.
-    /// \throws xercesc::OutOfMemoryException, std::bad_alloc.
-    xercesc::DOMDocument* Parse(const UTF16String& text);
+    /// \throws xercesc::OutOfMemoryException, std::bad_alloc, what the observer throws.
+    xercesc::DOMDocument* Parse(const UTF16String& text, ParseObserver* observer = nullptr);
 
-    /// \return What was wrong with the text, after Parse returned null. Of a text that mentions an FTP
-    ///         password the reason quotes nothing.
+    /// \return What was wrong with the text, after Parse returned null. Of a text that mentions a password,
+    ///         or holds an address with one, the reason quotes nothing.
     const ParseError& Error() const noexcept { return mError; }
 
 private:
@@ -76,6 +79,8 @@ private:
     UTF16String mRun;
     std::size_t mDepth = 0;
     std::unique_ptr<NameLimits> mNames;
+    ParseObserver* mObserver = nullptr;
+    std::unique_ptr<TextPlaces> mPlaces;  // while there is an observer
     ParseError mError;
 };
 

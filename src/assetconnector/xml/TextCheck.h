@@ -17,8 +17,8 @@ struct TextFlaw
 /// stands behind the root, and half a surrogate pair a part of an attribute's value when it ends one; of an
 /// element's attributes, of which there may be MessageLimits::kMostAttributes, it looks each up among the
 /// others before anybody is asked.
-/// \return The first that was found. In a text that is not well-formed it may stand behind the place
-///         where the scanner would end.
+/// \return The first that was found. In a text that is not well-formed it may stand behind the place where
+///         the scanner would end.
 std::optional<TextFlaw> FindFlaw(std::u16string_view text);
 
 }  // namespace AC
