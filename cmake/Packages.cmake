@@ -29,9 +29,10 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libassetconnector${soversion})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-set(symbols ${PROJECT_SOURCE_DIR}/cmake/debian/${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME}.symbols)
 set(control ${PROJECT_BINARY_DIR}/control)
-if(EXISTS ${symbols})  # not yet when its name is new
+# None yet when the name is new.
+file(GLOB symbols CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/debian/${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME}.symbols)
+if(symbols)
     configure_file(${symbols} ${control}/symbols COPYONLY)
     set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${control}/symbols)
 endif()
