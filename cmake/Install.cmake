@@ -1,23 +1,46 @@
 include(CMakePackageConfigHelpers)
 
+# Three components, of which the packages are made: runtime, program and, where nothing else is said, development.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/AssetConnector)
 set(include_dir ${CMAKE_INSTALL_INCLUDEDIR}/asset-connector)
 
+# A library with the headers of its folder, all of them or those named, for the engineers of a host.
+function(install_development_library target folder)
+    set_target_properties(${target} PROPERTIES EXPORT_NAME ${folder})
+    install(TARGETS ${target} EXPORT AssetConnectorTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    if(ARGN)
+        list(TRANSFORM ARGN PREPEND ${folder}/ OUTPUT_VARIABLE headers)
+        list(TRANSFORM headers APPEND .h)
+        install(FILES ${headers} DESTINATION ${include_dir}/${folder})
+    else()
+        install(DIRECTORY ${folder} DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
+    endif()
+endfunction()
+
 set_target_properties(assetconnector_headers PROPERTIES EXPORT_NAME headers)
-set_target_properties(assetconnector_reference_host PROPERTIES EXPORT_NAME reference_host)
-set_target_properties(assetconnector_conformance PROPERTIES EXPORT_NAME conformance)
-install(TARGETS assetconnector assetconnector_headers assetconnector_reference_host assetconnector_conformance
-    EXPORT AssetConnectorTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS assetconnector assetconnector_headers EXPORT AssetConnectorTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
+install_development_library(assetconnector_reference_host reference_host)
+install_development_library(assetconnector_conformance conformance Check Main Report Run Subject)
 install(EXPORT AssetConnectorTargets NAMESPACE AssetConnector:: DESTINATION ${package_dir})
 if(ASSETCONNECTOR_BUILD_PROGRAM)
-    file(RELATIVE_PATH to_libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-    set_target_properties(asset-connector PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
-    install(TARGETS asset-connector RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    set(zsh_dir ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+    if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+        set(zsh_dir ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+        # Where the loader does not search by itself.
+        file(RELATIVE_PATH to_libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+        set_target_properties(asset-connector PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
+    endif()
+    install(TARGETS asset-connector RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
     # For panel authors. Who builds the program alone can install all the same.
     add_dependencies(asset-connector assetconnector_panel_files)
-    install(FILES ${assetconnector_shared_files} DESTINATION ${CMAKE_INSTALL_DATADIR}/asset-connector)
+    install(FILES ${assetconnector_shared_files} DESTINATION ${CMAKE_INSTALL_DATADIR}/asset-connector
+        COMPONENT program)
+    install(FILES docs/asset-connector.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
+    install(FILES cmake/completions/asset-connector.bash RENAME asset-connector
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)
+    install(FILES cmake/completions/_asset-connector DESTINATION ${zsh_dir} COMPONENT program)
 endif()
 
 # The public headers: folders where all is public, and single headers of the others. The rest is internal.
@@ -44,10 +67,6 @@ foreach(header IN LISTS public_headers)
 endforeach()
 install(DIRECTORY src/assetconnector/host src/assetconnector/message DESTINATION ${include_dir}/assetconnector
     FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY reference_host DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
-foreach(header Check Main Report Run Subject)
-    install(FILES conformance/${header}.h DESTINATION ${include_dir}/conformance)
-endforeach()
 
 configure_package_config_file(cmake/AssetConnectorConfig.cmake.in
     ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake INSTALL_DESTINATION ${package_dir})
@@ -60,3 +79,7 @@ install(FILES ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake
 file(RELATIVE_PATH pc_to_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/asset-connector.pc.in ${PROJECT_BINARY_DIR}/asset-connector.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/asset-connector.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+if(PROJECT_IS_TOP_LEVEL AND ASSETCONNECTOR_BUILD_PROGRAM)
+    include(cmake/Packages.cmake)
+endif()

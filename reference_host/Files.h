@@ -15,7 +15,7 @@ public:
     /// \return The path without ".", ".." and doubled separators, as far as its text alone tells.
     UTF16String ToNormalizedPath(const UTF16String& path) override;
 
-    /// \return The same, without a leading "\\?\"; "\\?\UNC\server" becomes "\\server".
+    /// \return The same, without a leading `\\?\`; `\\?\UNC\server` becomes `\\server`.
     UTF16String NormalizePathWithoutUNC(const UTF16String& path) override;
 };
 

@@ -27,7 +27,7 @@ AC_API bool GetDOMDocument(AC::MessageParser& parser, const UTF16String& text,
 /// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.
 AC_API xercesc::DOMDocument* CreateDomDocument();
 
-/// \return The document's text: no declaration, no indentation; an element without content as <a/>;
+/// \return The document's text: no declaration, no indentation; an element without content as `<a/>`;
 ///         attributes in the DOM's order. A unit that XML 1.0 cannot carry becomes U+FFFD, so the text is
 ///         well-formed whatever the tree holds, and CR, and in attributes LF and TAB, become references,
 ///         so that they survive the next parse. CDATA sections are written as text; comments, processing
