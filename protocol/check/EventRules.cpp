@@ -109,9 +109,27 @@ Paths PlacesOf(const Context& context)
     return paths;
 }
 
-void CheckNeeds(Context& context, const Event& event)
+/// Which of message and task is not said, though the request passes it on or its answer repeats it.
+void CheckIdentifiers(Context& context, const Event& event, const Paths& paths)
 {
-    const Paths paths = PlacesOf(context);
+    for (const Place& place : context.model.places) {
+        const bool isIdentifier = place.member.compare(0, 7, "header.") == 0 && place.form == "guid";
+        const bool isRead =
+            std::any_of(event.handling.begin(), event.handling.end(), [&place](const Handling& handling) {
+                return std::find(handling.reads.begin(), handling.reads.end(), place.path) !=
+                       handling.reads.end();
+            });
+        const std::string element(ElementOf(place.path));
+        if (isIdentifier && isRead && paths.count(place.path) == 0)
+            context.Add(0, {Kind::kNoIdentifier,
+                            std::string(ShortName(event.identifier)) + " has no <" + element +
+                                ">: nobody can tell it, or its answer, from others",
+                            "add it"});
+    }
+}
+
+void CheckNeeds(Context& context, const Event& event, const Paths& paths)
+{
     Paths said;
     for (const Handling& handling : event.handling) {
         // Those around come first, and the last is what a text should have.
@@ -159,7 +177,9 @@ std::optional<Remark> JudgeEvent(const Model& model, const std::string& identifi
 void CheckRequest(Context& context, const Event& event)
 {
     CheckUnread(context, event);
-    CheckNeeds(context, event);
+    const Paths paths = PlacesOf(context);
+    CheckIdentifiers(context, event, paths);
+    CheckNeeds(context, event, paths);
 }
 
 }  // namespace Protocol::Checking

@@ -58,6 +58,10 @@ TEST(Check, KnowsTheFormOfEachPlace)
 
 constexpr const char* kGuid = "0f8b2c1e-5d3a-4b6f-9e7c-1a2b3c4d5e6f";
 
+/// What a request says of itself.
+constexpr const char* kIdentifiers =
+    "<msgID ID='0f8b2c1e-5d3a-4b6f-9e7c-1a2b3c4d5e6f'/><taskID ID='6a1d9e04-2b7c-4f35-8c90-d4e5f6a7b8c9'/>";
+
 TEST(Check, FindsWhatIsWrongAndNothingElse)
 {
     const std::string guid = kGuid;
@@ -220,7 +224,7 @@ TEST(Check, TellsWhatARequestNeedsAndReads)
 {
     const std::string event = "com.velmo.browser.event.";
     const std::string header =
-        "<browserID ID='p'/><msgID ID='" + std::string(kGuid) + "'/><batchID ID='" + kGuid + "'/>";
+        "<browserID ID='p'/>" + std::string(kIdentifiers) + "<batchID ID='" + kGuid + "'/>";
     const std::string list = "<assetMediaInfoList><assetMediaInfo/></assetMediaInfoList>";
     const struct
     {
@@ -229,18 +233,20 @@ TEST(Check, TellsWhatARequestNeedsAndReads)
         const char* found;
     } kRows[] = {
         {"OpenIngestDialog", header, ""},
-        {"OpenIngestDialog", list, "not-read-by-request assetMediaInfoList"},
+        {"OpenIngestDialog", "", "no-identifier, no-identifier"},
+        {"InsertDynamicColumns", "", ""},
+        {"OpenIngestDialog", header + list, "not-read-by-request assetMediaInfoList"},
         {"WriteXMPToDisk", header + list, ""},
         {"WriteXMPToDisk", header, "needed-by-request"},
         {"WriteXMPToDisk",
-         "<assetMediaInfoList><assetMediaInfo><forceLoadFromLoalDisk>false</forceLoadFromLoalDisk>"
-         "</assetMediaInfo></assetMediaInfoList>",
+         header + "<assetMediaInfoList><assetMediaInfo><forceLoadFromLoalDisk>false</forceLoadFromLoalDisk>"
+                  "</assetMediaInfo></assetMediaInfoList>",
          ""},
         {"ReadXMPFromDisk", header, "needed-by-request"},
-        {"ImportXMP", "<fileList><filePath path=''/></fileList>",
+        {"ImportXMP", header + "<fileList><filePath path=''/></fileList>",
          "needed-by-request, item-left-out fileList/filePath@path"},
-        {"TriggerSaveAsset", "<assetItemList><assetItem order='2'/><assetItem order='1'/></assetItemList>",
-         ""},
+        {"TriggerSaveAsset",
+         header + "<assetItemList><assetItem order='2'/><assetItem order='1'/></assetItemList>", ""},
         {"ExitApp", "<unknown/>", "unknown-element unknown"},
         {"exitapp", "", "unknown-event"},
         {"SelectAssets", list, "not-handled"},
@@ -305,8 +311,9 @@ TEST(Check, QuotesWhatIsHarmlessAndShort)
 TEST(Check, TakesDeepTexts)
 {
     OnSmallStack([] {
-        const std::string text = InRoot(Repeated("<assetItemList><assetItem><x/>", kDeepItems) +
-                                        Repeated("</assetItem></assetItemList>", kDeepItems));
+        const std::string text =
+            InRoot(kIdentifiers + Repeated("<assetItemList><assetItem><x/>", kDeepItems) +
+                   Repeated("</assetItem></assetItemList>", kDeepItems));
         EXPECT_EQ(Check(ThisModel(), text, "com.velmo.browser.event.TriggerSaveAsset").size(), kDeepItems);
     });
 }
