@@ -1,4 +1,5 @@
 #include "assetconnector/host/Installation.h"
+#include "conformance/CountedMemory.h"
 #include "conformance/Main.h"
 #include "examples/embedding/Panels.h"
 #include "tests/conformance/Rig.h"
@@ -123,6 +124,36 @@ TEST(Conformance, OwnChecksFailAndThrowAsTheKits)
 
 TEST(Conformance, NeedsAHostThatIsNotInstalled)
 {
+/// The last delivery may still be under way when its check has seen it.
+TEST(Conformance, WaitsForWhatIsPostedWhereNothingDropsIt)
+{
+    Rig<ThreadedStations> rig;
+    rig.subject.dropPosted.clear();
+    Conformance::Options options;
+    for (const char* name : {"stations.post", "stations.post-thread", "stations.post-after-exception"}) {
+        options.only = {name};
+        for (int i = 0; i < 20; ++i) {
+            const Conformance::Report report = Conformance::Run(rig.subject, options);
+            EXPECT_EQ(report.Count(Outcome::kPassed), report.results.size());
+            EXPECT_EQ(rig.memory.LiveBlocks(), 0U);
+        }
+    }
+}
+
+TEST(Conformance, DoesNotCountWhatAnEarlierRunLeft)
+{
+    ReferenceHost::Memory next;
+    Conformance::CountedMemory memory(next);
+    void* const left = next.Allocate(1);
+    memory.Dispose(left, 1);
+    EXPECT_EQ(memory.LiveBlocks(), 0U);
+    void* const own = memory.Allocate(1);
+    EXPECT_EQ(memory.LiveBlocks(), 1U);
+    memory.Dispose(own, 1);
+    EXPECT_EQ(memory.LiveBlocks(), 0U);
+    EXPECT_EQ(next.LiveBlocks(), 0U);
+}
+
     const Rig<ThreadedStations> rig;
     const AC::Installation installation(rig.subject.services, [] {});
     EXPECT_THROW(Conformance::Run(rig.subject), std::logic_error);
