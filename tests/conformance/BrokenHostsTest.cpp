@@ -116,7 +116,8 @@ const BrokenHost kBrokenHosts[] = {
     {"WantsExtensions", {"library.odd-paths"}, RunOn<WantsExtensions>},
     {"ProvidersOnce", {"library.providers"}, RunOn<ProvidersOnce>},
     {"WantsAssets", {"library.core"}, RunOn<WantsAssets>},
-    {"MarkersWithoutMarkup", {"library.marker"}, RunOn<MarkersWithoutMarkup>},
+    {"NoMarkers", {"library.marker"}, RunOn<NoMarkers>},
+    {"MarkersAtOneRate", {"library.marker"}, RunOn<MarkersAtOneRate>},
     {"LibraryOfOneThread", {"library.threads"}, RunOn<LibraryOfOneThread>},
 
     {"AsciiEvents", {"panels.registered"}, RunOn<AsciiEvents>},

@@ -218,12 +218,23 @@ struct WantsAssets : Library
     }
 };
 
-struct MarkersWithoutMarkup : Library
+struct MarkersAtOneRate : Library
+{
+    UTF16String MarkerToPropertyXML(const Kiln::InterfaceRef<Keel::IMarker>& marker,
+                                    tempora::FrameRate rate) override
+    {
+        if (rate == tempora::kFrameRate_Zero)
+            throw std::invalid_argument("no rate");
+        return Library::MarkerToPropertyXML(marker, rate);
+    }
+};
+
+struct NoMarkers : Library
 {
     UTF16String MarkerToPropertyXML(const Kiln::InterfaceRef<Keel::IMarker>& /*marker*/,
                                     tempora::FrameRate /*rate*/) override
     {
-        return u"comment=cut here";
+        return {};
     }
 };
 
