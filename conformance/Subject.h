@@ -13,7 +13,7 @@ namespace Conformance {
 /// Takes what reaches a panel: identifier and XML text, UTF-8.
 using PanelFunction = boost::function<void(const std::string& type, const std::string& data)>;
 
-/// Takes what the user is told of an error.
+/// Takes what the user is told of an error. Any thread; also later than the call that reports it.
 using ReportFunction = boost::function<void(const UTF16String& text, const UTF16String& detail)>;
 
 /// The host that is checked: its table of services, and what checks need beyond it. Each function may be left
