@@ -4,6 +4,7 @@
 #include "conformance/CheckTables.h"
 #include "conformance/Probes.h"
 
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -17,27 +18,47 @@ namespace fs = std::filesystem;
 class TemporaryFolder
 {
 public:
-    /// \throws std::filesystem::filesystem_error
+    /// Ends the check where it cannot be made, which is not the host's fault.
     TemporaryFolder()
     {
-        do
-            mPath = fs::temp_directory_path() / UniqueName();
-        while (!fs::create_directory(mPath));  // another process may have taken the name
-        fs::create_directory(mPath / "folder");
-        std::ofstream(mPath / "file.mov") << "media";
-        std::ofstream(mPath / fs::u8path("\u00E4 \u20AC.mov")) << "media";
+        try {
+            fs::path path;
+            do
+                path = fs::temp_directory_path() / UniqueName();
+            while (!fs::create_directory(path));
+            mPath = path;
+            fs::create_directory(mPath / "folder");
+            MakeFile("file.mov");
+            MakeFile(fs::u8path("\u00E4 \u20AC.mov"));
+        } catch (const std::exception& exception) {
+            Remove();
+            Context::NotChecked(std::string("cannot make files in the temporary directory: ") +
+                                exception.what());
+        }
     }
-    ~TemporaryFolder()
-    {
-        std::error_code error;
-        fs::remove_all(mPath, error);
-    }
+    ~TemporaryFolder() { Remove(); }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     UTF16String operator/(const UTF16String& name) const { return (mPath / name).u16string(); }
 
 private:
+    void MakeFile(const fs::path& name) const
+    {
+        std::ofstream file;
+        file.exceptions(std::ios::failbit | std::ios::badbit);
+        file.open(mPath / name);
+        file << "media";
+        file.close();
+    }
+
+    void Remove() const noexcept
+    {
+        std::error_code error;
+        if (!mPath.empty())
+            fs::remove_all(mPath, error);
+    }
+
     fs::path mPath;
 };
 
@@ -121,17 +142,29 @@ void PanelForm(Context& context)
     ExpectNormalForm(context, "NormalizePathWithoutUNC", Loft::Utilities::NormalizePathWithoutUNC);
 }
 
+/// \return What the host says of the path.
+Log::Texts LookedAt(const UTF16String& path)
+{
+    using ferrite::utility::UTF16to8;
+    return {UTF16to8(Kiln::PathUtils::ToNormalizedPath(path)),
+            UTF16to8(Loft::Utilities::NormalizePathWithoutUNC(path)),
+            Kiln::PathUtils::ExistsOnDisk(path) ? "exists" : "does not exist",
+            Kiln::PathUtils::IsDirectory(path) ? "a folder" : "no folder"};
+}
+
 void Threads(Context& context)
 {
     constexpr int kRounds = 50;
-    context.ExpectNoThrow("paths on other threads", [] {
-        OnTwoThreads([] {
-            for (int i = 0; i < kRounds; ++i) {
-                const UTF16String path = Kiln::PathUtils::ToNormalizedPath(u"/media/a.mov");
-                Kiln::PathUtils::ExistsOnDisk(path);
-                Kiln::PathUtils::IsDirectory(path);
-                Loft::Utilities::NormalizePathWithoutUNC(path);
-            }
+    const TemporaryFolder folder;
+    const UTF16String paths[] = {folder / u"file.mov", folder / u"folder"};
+    const Log::Texts expected[] = {LookedAt(paths[0]), LookedAt(paths[1])};
+    std::atomic<std::size_t> threads{0};
+    context.ExpectNoThrow("paths on other threads", [&] {
+        OnTwoThreads([&] {
+            const std::size_t mine = threads++;
+            for (int i = 0; i < kRounds; ++i)
+                context.ExpectEqual("what two threads at once are told of " + Describe(paths[mine]),
+                                    expected[mine], LookedAt(paths[mine]));
         });
     });
 }

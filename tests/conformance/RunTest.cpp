@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <iostream>
 #include <sstream>
 #include <thread>
@@ -123,8 +124,6 @@ TEST(Conformance, OwnChecksFailAndThrowAsTheKits)
     EXPECT_THROW(Conformance::Run(rig.subject, options), std::invalid_argument);
 }
 
-TEST(Conformance, NeedsAHostThatIsNotInstalled)
-{
 /// The last delivery may still be under way when its check has seen it.
 TEST(Conformance, WaitsForWhatIsPostedWhereNothingDropsIt)
 {
@@ -155,6 +154,8 @@ TEST(Conformance, DoesNotCountWhatAnEarlierRunLeft)
     EXPECT_EQ(next.LiveBlocks(), 0U);
 }
 
+TEST(Conformance, NeedsAHostThatIsNotInstalled)
+{
     const Rig<ThreadedStations> rig;
     const AC::Installation installation(rig.subject.services, [] {});
     EXPECT_THROW(Conformance::Run(rig.subject), std::logic_error);
@@ -196,6 +197,32 @@ TEST(ConformanceMain, HasAnExitStatus)
          {Names{"--what"}, Names{"--only"}, Names{"--only", "nothing"}, Names{"--limit", "0"},
           Names{"--limit", "-1"}, Names{"--only", "files", "--junit", "/no/such/folder/file.xml"}})
         EXPECT_EQ(RunMain(bad).status, 2) << bad[0];
+}
+
+TEST(ConformanceMain, CannotCheckWhereAHostIsInstalled)
+{
+    const Rig<ThreadedStations> rig;
+    const AC::Installation installation(rig.subject.services, [] {});
+    EXPECT_EQ(RunMain({}).status, 2);
+}
+
+TEST(Conformance, ATemporaryDirectoryThatCannotBeUsedFailsNothing)
+{
+    const char* const before = std::getenv("TMPDIR");
+    const std::string kept = before == nullptr ? "" : before;
+    ::setenv("TMPDIR", "/no/such/folder", 1);
+    const Rig<ThreadedStations> rig;
+    Conformance::Options options;
+    options.only = {"files.file", "files.threads"};
+    const auto results = Conformance::Run(rig.subject, options).results;
+    if (before == nullptr)
+        ::unsetenv("TMPDIR");
+    else
+        ::setenv("TMPDIR", kept.c_str(), 1);
+    for (const auto& result : results) {
+        EXPECT_EQ(result.outcome, Outcome::kNotChecked);
+        EXPECT_EQ(result.reason.find("cannot make files in the temporary directory"), 0U) << result.reason;
+    }
 }
 
 TEST(ConformanceMain, EndsTheProcessWhenACheckHangs)
