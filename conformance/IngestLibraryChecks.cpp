@@ -23,6 +23,8 @@ void MediaInfo(Context& context)
     const auto other = Create(arguments);
     ExpectValues(context, arguments, *info);
     context.ExpectEqual("two media infos of the same values are one object", false, info == other);
+    context.ExpectEqual("GetForceLoadFromLocalDisk, which nobody has set", -1,
+                        info->GetForceLoadFromLocalDisk());
     context.ExpectNoThrow("SetNeedSavePreCheck", [&info] { info->SetNeedSavePreCheck(true); });
 }
 

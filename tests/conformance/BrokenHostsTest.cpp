@@ -101,6 +101,7 @@ const BrokenHost kBrokenHosts[] = {
     {"TextsOfOneThread", {"texts.threads"}, RunOn<TextsOfOneThread>},
 
     {"SwapsTimes", {"library.media-info"}, RunOn<SwapsTimes>},
+    {"LoadsFromDisk", {"library.media-info"}, RunOn<LoadsFromDisk>},
     {"UntypedMasterClips", {"library.master-clip"}, RunOn<UntypedMasterClips>},
     {"WantsXMP", {"library.null-xmp"}, RunOn<WantsXMP>},
     {"WritesIntoPackets", {"library.shared-xmp"}, RunOn<WithProject<WritesIntoPackets>>},

@@ -24,6 +24,16 @@ struct SwapsTimes : Library
     }
 };
 
+struct LoadsFromDisk : Library
+{
+    Info CreateMediaInfo(const MediaInfoArguments& arguments) override
+    {
+        auto values = ReferenceHost::MediaInfo::ValuesOf(*Library::CreateMediaInfo(arguments));
+        values.forceLoadFromLocalDisk = 0;
+        return boost::make_shared<ReferenceHost::MediaInfo>(values);
+    }
+};
+
 struct UntypedMasterClips : Library
 {
     Info CreateMasterClipMediaInfo(const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
