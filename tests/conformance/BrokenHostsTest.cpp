@@ -89,8 +89,8 @@ const BrokenHost kBrokenHosts[] = {
     {"PathsInASCII", {"files.characters"}, RunOn<PathsInASCII>},
     {"ComparesPathTexts", {"files.not-normalised"}, RunOn<ComparesPathTexts>},
     {"ThrowsForLongNames", {"files.odd-paths"}, RunOn<ThrowsForLongNames>},
-    {"AddsSeparators", {"files.normal-form"}, RunOn<AddsSeparators>},
-    {"EscapesPaths", {"files.panel-form"}, RunOn<EscapesPaths>},
+    {"WantsWellFormedPaths", {"files.normal-form"}, RunOn<WantsWellFormedPaths>},
+    {"NumbersForms", {"files.panel-form"}, RunOn<NumbersForms>},
     {"FilesOfOneThread", {"files.threads"}, RunOn<FilesOfOneThread>},
 
     {"LocalizesToASCII", {"texts.default"}, RunOn<LocalizesToASCII>},
