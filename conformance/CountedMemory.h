@@ -22,9 +22,13 @@ public:
 
     void Dispose(void* memory, std::size_t size) noexcept override
     {
-        if (memory != nullptr)
-            --mLiveBlocks;
         mNext.Dispose(memory, size);
+        if (memory == nullptr)
+            return;
+        // Blocks that were left when an earlier object ended do not count. Nothing is used behind this.
+        std::size_t live = mLiveBlocks;
+        while (live != 0 && !mLiveBlocks.compare_exchange_weak(live, live - 1)) {
+        }
     }
 
     std::size_t LiveBlocks() const noexcept { return mLiveBlocks; }

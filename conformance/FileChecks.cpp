@@ -4,6 +4,7 @@
 #include "conformance/CheckTables.h"
 #include "conformance/Probes.h"
 
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -17,27 +18,47 @@ namespace fs = std::filesystem;
 class TemporaryFolder
 {
 public:
-    /// \throws std::filesystem::filesystem_error
+    /// Ends the check where it cannot be made, which is not the host's fault.
     TemporaryFolder()
     {
-        do
-            mPath = fs::temp_directory_path() / UniqueName();
-        while (!fs::create_directory(mPath));  // another process may have taken the name
-        fs::create_directory(mPath / "folder");
-        std::ofstream(mPath / "file.mov") << "media";
-        std::ofstream(mPath / fs::u8path("\u00E4 \u20AC.mov")) << "media";
+        try {
+            fs::path path;
+            do
+                path = fs::temp_directory_path() / UniqueName();
+            while (!fs::create_directory(path));
+            mPath = path;
+            fs::create_directory(mPath / "folder");
+            MakeFile("file.mov");
+            MakeFile(fs::u8path("\u00E4 \u20AC.mov"));
+        } catch (const std::exception& exception) {
+            Remove();
+            Context::NotChecked(std::string("cannot make files in the temporary directory: ") +
+                                exception.what());
+        }
     }
-    ~TemporaryFolder()
-    {
-        std::error_code error;
-        fs::remove_all(mPath, error);
-    }
+    ~TemporaryFolder() { Remove(); }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     UTF16String operator/(const UTF16String& name) const { return (mPath / name).u16string(); }
 
 private:
+    void MakeFile(const fs::path& name) const
+    {
+        std::ofstream file;
+        file.exceptions(std::ios::failbit | std::ios::badbit);
+        file.open(mPath / name);
+        file << "media";
+        file.close();
+    }
+
+    void Remove() const noexcept
+    {
+        std::error_code error;
+        if (!mPath.empty())
+            fs::remove_all(mPath, error);
+    }
+
     fs::path mPath;
 };
 
@@ -100,38 +121,49 @@ void OddPathsOnDisk(Context& context)
         });
 }
 
-/// Expects the form of a form to be the form itself.
-void ExpectNormalForm(Context& context, const std::string& name,
-                      UTF16String (*normalize)(const UTF16String& path))
+/// Expects a form of any path, the same when asked again.
+void ExpectForms(Context& context, const std::string& name, UTF16String (*normalize)(const UTF16String& path))
 {
     for (const UTF16String& path : OddPaths())
         context.ExpectNoThrow(name + " of " + Describe(path), [&] {
             const UTF16String form = normalize(path);
-            context.ExpectEqual(name + " of " + Describe(path) + ", twice", form, normalize(form));
+            context.ExpectEqual(name + " of " + Describe(path) + ", asked again", form, normalize(path));
         });
 }
 
 void NormalForm(Context& context)
 {
-    ExpectNormalForm(context, "ToNormalizedPath", Kiln::PathUtils::ToNormalizedPath);
+    ExpectForms(context, "ToNormalizedPath", Kiln::PathUtils::ToNormalizedPath);
 }
 
 void PanelForm(Context& context)
 {
-    ExpectNormalForm(context, "NormalizePathWithoutUNC", Loft::Utilities::NormalizePathWithoutUNC);
+    ExpectForms(context, "NormalizePathWithoutUNC", Loft::Utilities::NormalizePathWithoutUNC);
+}
+
+/// \return What the host says of the path.
+Log::Texts LookedAt(const UTF16String& path)
+{
+    using ferrite::utility::UTF16to8;
+    return {UTF16to8(Kiln::PathUtils::ToNormalizedPath(path)),
+            UTF16to8(Loft::Utilities::NormalizePathWithoutUNC(path)),
+            Kiln::PathUtils::ExistsOnDisk(path) ? "exists" : "does not exist",
+            Kiln::PathUtils::IsDirectory(path) ? "a folder" : "no folder"};
 }
 
 void Threads(Context& context)
 {
     constexpr int kRounds = 50;
-    context.ExpectNoThrow("paths on other threads", [] {
-        OnTwoThreads([] {
-            for (int i = 0; i < kRounds; ++i) {
-                const UTF16String path = Kiln::PathUtils::ToNormalizedPath(u"/media/a.mov");
-                Kiln::PathUtils::ExistsOnDisk(path);
-                Kiln::PathUtils::IsDirectory(path);
-                Loft::Utilities::NormalizePathWithoutUNC(path);
-            }
+    const TemporaryFolder folder;
+    const UTF16String paths[] = {folder / u"file.mov", folder / u"folder"};
+    const Log::Texts expected[] = {LookedAt(paths[0]), LookedAt(paths[1])};
+    std::atomic<std::size_t> threads{0};
+    context.ExpectNoThrow("paths on other threads", [&] {
+        OnTwoThreads([&] {
+            const std::size_t mine = threads++;
+            for (int i = 0; i < kRounds; ++i)
+                context.ExpectEqual("what two threads at once are told of " + Describe(paths[mine]),
+                                    expected[mine], LookedAt(paths[mine]));
         });
     });
 }
@@ -154,10 +186,10 @@ std::vector<Check> FileChecks()
         {"files.odd-paths",
          "Any text may be asked for: every separator, drive, share, relative, far too long.",
          "One odd path of a panel, and its request ends without an answer.", OddPathsOnDisk},
-        {"files.normal-form", "The form of a path under which providers are registered is a form of itself.",
-         "Metadata is registered for a path and looked for under another.", NormalForm},
-        {"files.panel-form", "The form of a path that goes to panels is a form of itself.",
-         "A path changes each time when it goes to a panel and comes back.", PanelForm},
+        {"files.normal-form", "Any path has a form under which providers are registered, the same each time.",
+         "One odd path of a panel, and media are not registered.", NormalForm},
+        {"files.panel-form", "Any path has a form that goes to panels, the same each time.",
+         "One odd path, and a panel does not get its list of files.", PanelForm},
         {"files.threads", "Paths are looked at on any thread, several at once.",
          "Requests and callbacks of background threads fail.", Threads},
     };

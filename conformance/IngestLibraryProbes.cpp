@@ -30,6 +30,14 @@ constexpr TextValue kTexts[] = {
     {"alias name", &MediaInfoArguments::aliasName, &AssetMediaInfo::GetAliasName},
 };
 
+/// Not of the host, which may give one twice.
+ferrite::utility::Guid UniqueGuid()
+{
+    static const std::uint64_t process = RandomNumber();
+    static std::atomic<std::uint64_t> count{0};
+    return {process, ++count};
+}
+
 }  // namespace
 
 UTF16String UniquePath()
@@ -41,7 +49,7 @@ MediaInfoArguments SampleArguments(const UTF16String& mediaPath)
 {
     MediaInfoArguments arguments;
     arguments.type = Ridge::AssetMediaType::kSubClip;
-    arguments.guid = {0x0123456789ABCDEF, 0xFEDCBA9876543210};
+    arguments.guid = UniqueGuid();
     arguments.mediaPath = mediaPath;
     arguments.xmp = boost::make_shared<std::string>("<x:xmpmeta>\xE2\x82\xAC</x:xmpmeta>");
     arguments.fileContent = u"<content>\u20AC</content>";

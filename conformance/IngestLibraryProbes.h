@@ -13,7 +13,7 @@ namespace Conformance {
 /// \return A path that no project knows.
 UTF16String UniquePath();
 
-/// \return Arguments of which no two texts are alike.
+/// \return Arguments of which no two texts are alike, with a GUID that no other media info has.
 Ridge::MediaInfoArguments SampleArguments(const UTF16String& mediaPath);
 
 /// Ends the check when the host makes none. \return A media info.

@@ -75,7 +75,7 @@ void List(const std::vector<Check>& checks)
         std::cout << check.name << "\n    " << check.about << "\n";
 }
 
-/// \return The exit status. \throws std::invalid_argument when the file cannot be written.
+/// \return The exit status. \throws std::runtime_error when the file cannot be written.
 int Write(const Report& report, const CommandLine& line)
 {
     (line.tap ? WriteTAP : WriteText)(report, std::cout);
@@ -85,7 +85,7 @@ int Write(const Report& report, const CommandLine& line)
         WriteJUnit(report, file);
         file.close();
         if (!file)
-            throw std::invalid_argument("cannot write " + line.junit);
+            throw std::runtime_error("cannot write " + line.junit);
     }
     return report.Count(Outcome::kFailed) == 0 ? 0 : 1;
 }
@@ -119,10 +119,14 @@ int Main(int argc, char** argv, const Subject& subject, const std::vector<Check>
 {
     try {
         return CarryOut(Parse({argv + (argc > 0 ? 1 : 0), argv + argc}), subject, own);
-    } catch (const std::logic_error& error) {
+    } catch (const std::invalid_argument& error) {
         std::cerr << error.what() << "; --help tells the options\n";
-        return 2;
+    } catch (const std::exception& exception) {
+        std::cerr << exception.what() << "\n";
+    } catch (...) {  // of the XML library, whose platform cannot be initialised
+        std::cerr << DescribeException() << "\n";
     }
+    return 2;
 }
 
 }  // namespace Conformance

@@ -11,7 +11,7 @@ namespace Conformance {
 /// output. --help tells the options.
 /// \param own The host's own checks.
 /// \return 0 when nothing failed, 1 when something did, 2 for a bad command line, a file that cannot be
-///         written, or a host that is installed already. When a check hangs, it writes the report and ends
+///         written, or a host that cannot be installed. When a check hangs, it writes the report and ends
 ///         the process with 1.
 int Main(int argc, char** argv, const Subject& subject, const std::vector<Check>& own = {});
 

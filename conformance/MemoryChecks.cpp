@@ -81,35 +81,45 @@ bool ExpectApart(Context& context, const Blocks& blocks)
     return apart;
 }
 
-void Distinct(Context& context)
+/// Expects the blocks to be apart and to keep what is written to them. \param value Of the block before the
+/// first.
+void ExpectKept(Context& context, const Blocks& blocks, unsigned char value)
 {
-    Blocks blocks = MakeBlocks();
     if (!ExpectApart(context, blocks))
         return;
-    unsigned char value = 0;
+    unsigned char written = value;
     for (const auto& block : blocks)
-        block->Fill(++value);
-    value = 0;
+        block->Fill(++written);
     for (const auto& block : blocks)
         context.Expect(block->Holds(++value), "a block of " + std::to_string(block->Size()) + " bytes",
                        "what was written", "something else");
 }
 
+void Distinct(Context& context)
+{
+    ExpectKept(context, MakeBlocks(), 0);
+}
+
 void Threads(Context& context)
 {
-    context.ExpectNoThrow("memory of other threads, given back here", [] {
-        Blocks mine = MakeBlocks();
-        std::mutex mutex;
-        Blocks theirs;
-        OnTwoThreads([&mutex, &mine, &theirs] {
+    constexpr int kRounds = 20;
+    std::mutex mutex;
+    Blocks mine = MakeBlocks();
+    ExpectKept(context, mine, 0);
+    Blocks theirs;
+    std::atomic<int> threads{0};
+    context.ExpectNoThrow("memory on other threads", [&] {
+        OnTwoThreads([&] {
+            const auto first = static_cast<unsigned char>(++threads * 100);
+            for (int i = 0; i < kRounds; ++i)
+                ExpectKept(context, MakeBlocks(), first);
             Blocks made = MakeBlocks();
-            for (const auto& block : made)
-                block->Fill(1);
             const std::lock_guard<std::mutex> lock(mutex);
             std::move(made.begin(), made.end(), std::back_inserter(theirs));
             mine.clear();
         });
     });
+    ExpectKept(context, theirs, 0);  // and given back here
 }
 
 void Exhausted(Context& context)
@@ -144,7 +154,7 @@ std::vector<Check> MemoryChecks()
          Threads,
          {"memory.distinct"}},
         {"memory.exhausted", "Allocate gives null when there is no memory; it does not throw.",
-         "A full memory leaves half-made copies behind, and the host ends where it could go on.", Exhausted},
+         "An exception comes where null is expected.", Exhausted},
     };
 }
 

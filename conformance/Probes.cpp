@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <future>
+#include <random>
 
 namespace Conformance {
 namespace {
@@ -27,6 +28,12 @@ bool Log::Has(const std::string& text) const
     return std::find(mTexts.begin(), mTexts.end(), text) != mTexts.end();
 }
 
+Log::Texts Sorted(Log::Texts texts)
+{
+    std::sort(texts.begin(), texts.end());
+    return texts;
+}
+
 void Receiver::Listen(const ferrite::utility::ImmutableString& station)
 {
     Kiln::StationUtils::AddListener(station, this);
@@ -42,10 +49,17 @@ Receiver::Handler LoggedAs(const std::string& name, Log& log)
     return [name, &log](const std::string& text) { log.Add(name + text); };
 }
 
+std::uint64_t RandomNumber()
+{
+    std::random_device random;
+    return std::uint64_t{random()} << 32U | random();
+}
+
 std::string UniqueName()
 {
+    static const std::string process = std::to_string(RandomNumber()) + '-';
     static std::atomic<int> count{0};
-    return "asset-connector-conformance-" + std::to_string(++count);
+    return "asset-connector-conformance-" + process + std::to_string(++count);
 }
 
 ferrite::utility::ImmutableString UniqueStation()
@@ -92,10 +106,10 @@ const std::vector<UTF16String>& OddPaths()
         u"D:/media\\a.mov",
         u"D:a.mov",
         u"D:",
-        u"\\\\server\\share\\a.mov",
-        u"//server/share/a.mov",
+        u"\\\\asset-connector.invalid\\share\\a.mov",
+        u"//asset-connector.invalid/share/a.mov",
         u"\\\\?\\D:\\media\\a.mov",
-        u"\\\\?\\UNC\\server\\share\\a.mov",
+        u"\\\\?\\UNC\\asset-connector.invalid\\share\\a.mov",
         u"/media/\u00E4 \u20AC \U0001F600.mov",
         u"/media/a%20b&c;d'\".mov",
         u"/media/" + UTF16String(1, u'\xD800') + u".mov",

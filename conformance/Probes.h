@@ -11,6 +11,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -43,6 +44,9 @@ private:
     mutable std::mutex mMutex;
     Texts mTexts;
 };
+
+/// \return The texts in an order of their own, for those that arrive in any.
+Log::Texts Sorted(Log::Texts texts);
 
 /// Is opened once. Any thread.
 class Gate
@@ -143,7 +147,9 @@ private:
 /// \return A handler that adds the text, with the name in front.
 Receiver::Handler LoggedAs(const std::string& name, Log& log);
 
-/// \return A name that nothing else in this process has.
+std::uint64_t RandomNumber();
+
+/// \return A name that nothing else has, in other processes neither.
 std::string UniqueName();
 
 /// \return A station of that kind.
@@ -160,7 +166,8 @@ void ExpectLog(Context& context, const std::string& what, const Log& log, const 
 /// Does the work on two threads at once and waits for both. \throws What the work throws.
 void OnTwoThreads(const boost::function<void()>& work);
 
-/// \return What panels may name: every separator, drive, share, relative, not normalised, and no path at all.
+/// \return What panels may name: every separator, drive, share of a computer that cannot be, relative, not
+/// normalised, and no path at all.
 const std::vector<UTF16String>& OddPaths();
 
 }  // namespace Conformance

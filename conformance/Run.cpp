@@ -12,6 +12,7 @@
 #include <optional>
 #include <set>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace Conformance {
@@ -165,6 +166,22 @@ private:
     Report mReport;
 };
 
+/// Lets posted messages be delivered or dropped, and those of the last delivery be destroyed: all of that
+/// uses the host and its memory, which go then.
+void EndPosted(const Subject& subject, const CountedMemory& memory, std::chrono::milliseconds limit) noexcept
+{
+    try {
+        if (subject.waitForUserInterface)
+            subject.waitForUserInterface();
+    } catch (...) {  // what a late listener throws; the rest is dropped
+    }
+    if (subject.dropPosted)
+        subject.dropPosted();
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (memory.LiveBlocks() != 0 && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
 std::vector<Check> AllChecks()
 {
     std::vector<Check> all;
@@ -192,10 +209,8 @@ Report Run(const Subject& subject, const Options& options)
     AC::HostServices table{subject.services.panelEvents,   subject.services.stations,
                            subject.services.ingestLibrary, subject.services.files,
                            subject.services.texts,         memory};
-    const AC::Installation installation(table, [&subject] {
-        if (subject.dropPosted)
-            subject.dropPosted();
-    });
+    const AC::Installation installation(
+        table, [&subject, &memory, limit = options.limit] { EndPosted(subject, memory, limit); });
     return Runner(subject, options, memory, plan).Run();
 }
 

@@ -236,20 +236,26 @@ void Threads(Context& context)
 {
     constexpr int kRounds = 50;
     std::atomic<int> delivered{0};
-    context.ExpectNoThrow("stations on other threads", [&delivered] {
+    std::atomic<int> shared{0};
+    const auto common = UniqueStation();
+    const Receiver here(common, [&shared](const std::string& /*text*/) { ++shared; });
+    context.ExpectNoThrow("stations on other threads", [&delivered, &common] {
         const auto station = UniqueStation();
-        OnTwoThreads([&delivered, &station] {
+        OnTwoThreads([&delivered, &common, &station] {
             const auto own = UniqueStation();
             for (int i = 0; i < kRounds; ++i) {
                 Receiver listener(own, [&delivered](const std::string& /*text*/) { ++delivered; });
                 listener.Listen(station);
                 Broadcast(own, "");
+                Broadcast(common, "");
                 listener.EndSubscriptions();
                 Broadcast(own, "");
             }
         });
     });
     context.ExpectEqual("deliveries to listeners of two threads", 2 * kRounds, delivered.load());
+    context.ExpectEqual("deliveries to a listener at whose station two threads broadcast", 2 * kRounds,
+                        shared.load());
 }
 
 }  // namespace
@@ -276,9 +282,11 @@ std::vector<Check> StationChecks()
         {"stations.end-other",
          "A listener that another one ends during a broadcast does not get that message any more.",
          "A connector is called right after a component dropped it: the host crashes.", EndsOther},
-        {"stations.end-waits", "EndSubscriptions waits for a delivery that is under way on another thread.",
+        {"stations.end-waits",
+         "EndSubscriptions waits for a delivery that is under way on another thread.",
          "A connector is destroyed while another thread is inside it: the host crashes, rarely and anywhere.",
-         EndWaits},
+         EndWaits,
+         {"stations.ends"}},
         {"stations.add-inside",
          "A listener may be added during a broadcast and gets what is broadcast later.",
          "A connector that is made in answer to a message stays deaf.", AddsInside},

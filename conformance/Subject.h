@@ -13,7 +13,7 @@ namespace Conformance {
 /// Takes what reaches a panel: identifier and XML text, UTF-8.
 using PanelFunction = boost::function<void(const std::string& type, const std::string& data)>;
 
-/// Takes what the user is told of an error.
+/// Takes what the user is told of an error. Any thread; also later than the call that reports it.
 using ReportFunction = boost::function<void(const UTF16String& text, const UTF16String& detail)>;
 
 /// The host that is checked: its table of services, and what checks need beyond it. Each function may be left
@@ -33,7 +33,8 @@ struct Subject
     boost::function<void(const UTF16String& type, const UTF16String& data)> raisePanelEvent;
 
     /// Returns when everything that was posted before is delivered: waits for the user-interface thread or,
-    /// where the checks run on it, delivers. What a listener throws may come back to the caller.
+    /// where the checks run on it, delivers. What a listener throws may come back to the caller. Also called
+    /// at the end of a run.
     boost::function<void()> waitForUserInterface;
 
     /// Opens a panel that gives the function each notification, in place of the one before; an empty function
@@ -56,7 +57,8 @@ struct Subject
     /// \return A marker of the host that has a property XML.
     boost::function<Kiln::InterfaceRef<Keel::IMarker>()> makeMarker;
 
-    /// Drops the station messages that are still posted, at the end. Must not throw.
+    /// Drops the station messages that are still posted, at the end; returns when the delivery under way is
+    /// over and its message destroyed. Must not throw.
     boost::function<void()> dropPosted;
 };
 

@@ -24,6 +24,16 @@ struct SwapsTimes : Library
     }
 };
 
+struct LoadsFromDisk : Library
+{
+    Info CreateMediaInfo(const MediaInfoArguments& arguments) override
+    {
+        auto values = ReferenceHost::MediaInfo::ValuesOf(*Library::CreateMediaInfo(arguments));
+        values.forceLoadFromLocalDisk = 0;
+        return boost::make_shared<ReferenceHost::MediaInfo>(values);
+    }
+};
+
 struct UntypedMasterClips : Library
 {
     Info CreateMasterClipMediaInfo(const ferrite::utility::Guid& guid, const UTF16String& mediaPath,
@@ -218,12 +228,23 @@ struct WantsAssets : Library
     }
 };
 
-struct MarkersWithoutMarkup : Library
+struct MarkersAtOneRate : Library
+{
+    UTF16String MarkerToPropertyXML(const Kiln::InterfaceRef<Keel::IMarker>& marker,
+                                    tempora::FrameRate rate) override
+    {
+        if (rate == tempora::kFrameRate_Zero)
+            throw std::invalid_argument("no rate");
+        return Library::MarkerToPropertyXML(marker, rate);
+    }
+};
+
+struct NoMarkers : Library
 {
     UTF16String MarkerToPropertyXML(const Kiln::InterfaceRef<Keel::IMarker>& /*marker*/,
                                     tempora::FrameRate /*rate*/) override
     {
-        return u"comment=cut here";
+        return {};
     }
 };
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <future>
+#include <stdexcept>
 #include <utility>
 
 FaultyQueue::Poster::~Poster()
@@ -44,6 +45,13 @@ void FaultyQueue::PostMessageToUIThread(const ferrite::utility::ImmutableString&
     if (Has(QueueFault::kLosesUnflagged) && !flag)
         return;
     if (Has(QueueFault::kDeliversAtOnceOnItsThread) && isUIThread) {
+        BroadcastMessage(station, message);
+        return;
+    }
+    const bool isForeign = !isUIThread && std::this_thread::get_id() != mMade;
+    if (Has(QueueFault::kThrowsOnForeignThreads) && isForeign)
+        throw std::logic_error("not on this thread");
+    if (Has(QueueFault::kDeliversForeignAtOnce) && isForeign) {
         BroadcastMessage(station, message);
         return;
     }

@@ -21,6 +21,8 @@ enum class QueueFault
     kKeepsDelivered,
     kThrowsAwayAfterException,
     kLosesBehindUnheard,
+    kThrowsOnForeignThreads,
+    kDeliversForeignAtOnce,
 };
 
 /// Stations with a user-interface thread that has one fault.
@@ -65,6 +67,7 @@ private:
     void RunTask(const Task& task);
 
     const QueueFault mFault;
+    const std::thread::id mMade = std::this_thread::get_id();
     std::mutex mMutex;
     std::condition_variable mChanged;
     std::list<TaskRef> mTasks;

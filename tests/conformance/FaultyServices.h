@@ -118,20 +118,24 @@ struct ThrowsForLongNames : Files
     }
 };
 
-struct AddsSeparators : Files
+struct WantsWellFormedPaths : Files
 {
-    UTF16String ToNormalizedPath(const UTF16String& path) override { return path + u'/'; }
+    UTF16String ToNormalizedPath(const UTF16String& path) override
+    {
+        if (path.find(u'\xD800') != UTF16String::npos)
+            throw std::invalid_argument("half a character");
+        return Files::ToNormalizedPath(path);
+    }
 };
 
-struct EscapesPaths : Files
+struct NumbersForms : Files
 {
     UTF16String NormalizePathWithoutUNC(const UTF16String& path) override
     {
-        UTF16String escaped;
-        for (const char16_t unit : path)
-            escaped += unit == u'%' ? UTF16String(u"%25") : UTF16String(1, unit);
-        return escaped;
+        return path.find(u'/') == UTF16String::npos ? path + UTF16String(++count, u'/')
+                                                    : Files::NormalizePathWithoutUNC(path);
     }
+    std::atomic<std::size_t> count{0};
 };
 
 struct FilesOfOneThread : Files

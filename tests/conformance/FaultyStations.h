@@ -29,18 +29,27 @@ enum class StationFault
     kLastListenerEndsStation,
 };
 
-/// Stations with one fault. Who waits delivers what is posted.
+/// Stations with one fault. Who waits delivers what is posted, unless a thread does.
 class FaultyStations : public ReferenceHost::Stations
 {
 public:
-    explicit FaultyStations(StationFault fault) : Stations(Delivery::kByHand), mFault(fault) {}
+    explicit FaultyStations(StationFault fault, Delivery delivery = Delivery::kByHand)
+        : Stations(delivery), mFault(fault), mDelivery(delivery)
+    {
+    }
 
     void AddListener(const ferrite::utility::ImmutableString& station, Kiln::Listener& listener) override;
     void EndSubscriptions(Kiln::Listener& listener) noexcept override;
     void BroadcastMessage(const ferrite::utility::ImmutableString& station,
                           const Kiln::Message& message) override;
 
-    void Wait() { DeliverPosted(); }
+    void Wait()
+    {
+        if (mDelivery == Delivery::kByHand)
+            DeliverPosted();
+        else
+            WaitUntilDelivered();
+    }
 
 private:
     using Lock = std::unique_lock<std::mutex>;
@@ -68,6 +77,7 @@ private:
     void DeliverTo(const SubscriptionRef& subscription, const Kiln::Message& message);
 
     const StationFault mFault;
+    const Delivery mDelivery;
     const std::thread::id mMade = std::this_thread::get_id();
     std::mutex mMutex;
     std::condition_variable mChanged;
@@ -84,4 +94,11 @@ template <StationFault fault>
 struct StationsThat : FaultyStations
 {
     StationsThat() : FaultyStations(fault) {}
+};
+
+/// The same with a user-interface thread.
+template <StationFault fault>
+struct ThreadedStationsThat : FaultyStations
+{
+    ThreadedStationsThat() : FaultyStations(fault, Delivery::kOwnThread) {}
 };

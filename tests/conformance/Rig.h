@@ -106,6 +106,7 @@ private:
         stations.Wait();
     }
 
+    // For panels that have a Flush both fit, and the first, without a conversion, better.
     template <class Panels>
     static auto Flush(Panels& held, int /*preferred*/) -> decltype(held.Flush())
     {

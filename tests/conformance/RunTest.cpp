@@ -1,4 +1,5 @@
 #include "assetconnector/host/Installation.h"
+#include "conformance/CountedMemory.h"
 #include "conformance/Main.h"
 #include "examples/embedding/Panels.h"
 #include "tests/conformance/Rig.h"
@@ -6,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <iostream>
 #include <sstream>
 #include <thread>
@@ -74,7 +76,8 @@ TEST(Conformance, ChecksRunOneByOneWithWhatTheyNeed)
     Conformance::Options options;
     options.only = {"panels.twice", "connectors.dropped-inside"};
     EXPECT_EQ(NamesOf(Conformance::Run(rig.subject, options)),
-              (Names{"stations.ends", "panels.twice", "stations.end-itself", "connectors.dropped-inside"}));
+              (Names{"stations.ends", "stations.end-waits", "panels.twice", "stations.end-itself",
+                     "connectors.dropped-inside"}));
     for (const Check& check : Conformance::Checks()) {
         options.only = {check.name};
         const Conformance::Report report = Conformance::Run(rig.subject, options);
@@ -121,6 +124,36 @@ TEST(Conformance, OwnChecksFailAndThrowAsTheKits)
     EXPECT_THROW(Conformance::Run(rig.subject, options), std::invalid_argument);
 }
 
+/// The last delivery may still be under way when its check has seen it.
+TEST(Conformance, WaitsForWhatIsPostedWhereNothingDropsIt)
+{
+    Rig<ThreadedStations> rig;
+    rig.subject.dropPosted.clear();
+    Conformance::Options options;
+    for (const char* name : {"stations.post", "stations.post-thread", "stations.post-after-exception"}) {
+        options.only = {name};
+        for (int i = 0; i < 20; ++i) {
+            const Conformance::Report report = Conformance::Run(rig.subject, options);
+            EXPECT_EQ(report.Count(Outcome::kPassed), report.results.size());
+            EXPECT_EQ(rig.memory.LiveBlocks(), 0U);
+        }
+    }
+}
+
+TEST(Conformance, DoesNotCountWhatAnEarlierRunLeft)
+{
+    ReferenceHost::Memory next;
+    Conformance::CountedMemory memory(next);
+    void* const left = next.Allocate(1);
+    memory.Dispose(left, 1);
+    EXPECT_EQ(memory.LiveBlocks(), 0U);
+    void* const own = memory.Allocate(1);
+    EXPECT_EQ(memory.LiveBlocks(), 1U);
+    memory.Dispose(own, 1);
+    EXPECT_EQ(memory.LiveBlocks(), 0U);
+    EXPECT_EQ(next.LiveBlocks(), 0U);
+}
+
 TEST(Conformance, NeedsAHostThatIsNotInstalled)
 {
     const Rig<ThreadedStations> rig;
@@ -164,6 +197,32 @@ TEST(ConformanceMain, HasAnExitStatus)
          {Names{"--what"}, Names{"--only"}, Names{"--only", "nothing"}, Names{"--limit", "0"},
           Names{"--limit", "-1"}, Names{"--only", "files", "--junit", "/no/such/folder/file.xml"}})
         EXPECT_EQ(RunMain(bad).status, 2) << bad[0];
+}
+
+TEST(ConformanceMain, CannotCheckWhereAHostIsInstalled)
+{
+    const Rig<ThreadedStations> rig;
+    const AC::Installation installation(rig.subject.services, [] {});
+    EXPECT_EQ(RunMain({}).status, 2);
+}
+
+TEST(Conformance, ATemporaryDirectoryThatCannotBeUsedFailsNothing)
+{
+    const char* const before = std::getenv("TMPDIR");
+    const std::string kept = before == nullptr ? "" : before;
+    ::setenv("TMPDIR", "/no/such/folder", 1);
+    const Rig<ThreadedStations> rig;
+    Conformance::Options options;
+    options.only = {"files.file", "files.threads"};
+    const auto results = Conformance::Run(rig.subject, options).results;
+    if (before == nullptr)
+        ::unsetenv("TMPDIR");
+    else
+        ::setenv("TMPDIR", kept.c_str(), 1);
+    for (const auto& result : results) {
+        EXPECT_EQ(result.outcome, Outcome::kNotChecked);
+        EXPECT_EQ(result.reason.find("cannot make files in the temporary directory"), 0U) << result.reason;
+    }
 }
 
 TEST(ConformanceMain, EndsTheProcessWhenACheckHangs)

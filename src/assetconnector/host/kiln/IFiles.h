@@ -5,7 +5,8 @@
 namespace Kiln {
 
 /// The disk and the host's two normal forms of a path. Implemented by the host, called by the library on
-/// the thread that called it, several at once. What an operation throws travels untouched.
+/// the thread that called it, several at once. Paths are what panels named: any text. What an operation
+/// throws travels untouched.
 class IFiles
 {
 public:

@@ -9,8 +9,8 @@ class Listener;
 class Message;
 
 /// Station messaging: named stations, listeners on them, messages broadcast at once or posted for the
-/// user-interface thread. Implemented by the host, called on any thread, several at once. What an
-/// operation throws travels untouched to the caller of the connector.
+/// user-interface thread. Implemented by the host, called on any thread, several at once, and from inside
+/// deliveries. What an operation throws travels untouched to the caller of the connector.
 class IStations
 {
 public:
@@ -32,7 +32,8 @@ public:
                                   const Message& message) = 0;
 
     /// Delivers the message later, on the user-interface thread, after everything posted before it. Copies
-    /// the message with Message::CreateStationCallback (or Message::Clone) before it returns.
+    /// the message with Message::CreateStationCallback (or Message::Clone) before it returns. What a listener
+    /// throws there does not keep back what was posted behind.
     /// \param flag The host's; the library says true for its own station, false for the project's.
     virtual void PostMessageToUIThread(const ferrite::utility::ImmutableString& station,
                                        const Message& message, bool flag) = 0;

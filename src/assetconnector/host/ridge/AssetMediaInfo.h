@@ -29,8 +29,9 @@ struct AssetMediaInfoValues
 };
 
 /// What the host knows of a media file. Implemented by the host, made by the two Create functions, held by
-/// shared pointer; read and changed by connectors on the thread that called them. Not locked: the host
-/// keeps other threads from an object while a call that carries it is under way.
+/// shared pointer, with which it keeps its values when the project is closed; read and changed by connectors
+/// on the thread that called them. Not locked: the host keeps other threads from an object while a call that
+/// carries it is under way.
 class AC_API AssetMediaInfo
 {
 public:
@@ -66,7 +67,7 @@ public:
     // Times, time base ("25") and NTSC flag ("TRUE", "FALSE") are texts that the library passes on as they
     // are.
 
-    /// A tri-state: -1 not set, 1 true, anything else false.
+    /// A tri-state: -1 not set, as in a new object, 1 true, anything else false.
     virtual std::int32_t GetForceLoadFromLocalDisk() const = 0;
 
     /// Whether saving must first look for a newer file on disk.

@@ -34,8 +34,8 @@ struct MediaInfoArguments
 
 /// The ingest library as far as the connectors use it: asset objects, the project registry, XMP access,
 /// metadata providers, markers. Implemented by the host, called on whatever thread called the library,
-/// several at once. What an operation throws travels untouched to the caller, and what would have come
-/// after it does not happen.
+/// several at once. Paths are what panels named: any text. What an operation throws travels untouched to the
+/// caller, and what would have come after it does not happen.
 class IIngestLibrary
 {
 public:
@@ -60,7 +60,7 @@ public:
     virtual ResultCode ReadXMPFromCache(const UTF16String& mediaPath, const XMPText& holder,
                                         UTF16String& scratch) = 0;
 
-    /// Registers what a record carries with the library's core.
+    /// Registers what a record carries with the library's core; either list may be empty.
     /// \param useLocalFile, roughCutUseLocalFile The record's flags. \param firstFlag, secondFlag Passed
     /// through from the caller of ACUtils::RegisterAssetMediaInfoToSRCore.
     virtual void RegisterAssetMediaInfoToSRCore(const AssetMediaInfoList& infos, const AssetItemList& items,
@@ -77,11 +77,11 @@ public:
     /// does not say mediaUseLocalFile.
     virtual void RegisterDBMetadataProvider() = 0;
 
-    /// \param normalizedPath From IFiles::ToNormalizedPath.
+    /// \param normalizedPath From IFiles::ToNormalizedPath; may be registered already.
     virtual void RegisterDBMetadataProviderForPath(const UTF16String& normalizedPath) = 0;
 
-    /// \param marker Not null. \return The marker's property XML with times at the given rate; empty when
-    ///        it has none.
+    /// \param marker Not null. \param rate What the record says; any, the zero rate too.
+    /// \return The marker's property XML with times at the given rate; empty when it has none.
     virtual UTF16String MarkerToPropertyXML(const Kiln::InterfaceRef<Keel::IMarker>& marker,
                                             tempora::FrameRate rate) = 0;
 };
