@@ -45,7 +45,7 @@ void ForEachPlace(Node& node, const std::string& path, Visit&& visit)
         childPath.append(path.empty() ? "" : "/").append(isProperties ? "*" : child.name);
         visit(childPath, child.text);
         for (auto& [name, value] : child.attributes)
-            visit(childPath + '@' + name, value);
+            visit(std::string(childPath).append("@").append(name), value);
         ForEachPlace(child, IsNested(childPath) ? child.name : childPath, visit);
     }
 }

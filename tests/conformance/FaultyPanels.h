@@ -145,8 +145,9 @@ struct GroupsByType : HoldsEvents
     using HoldsEvents::HoldsEvents;
     void Arrange(std::vector<Event>& held) override
     {
-        std::stable_sort(held.begin(), held.end(),
-                         [](const Event& a, const Event& b) { return a.first < b.first; });
+        for (auto group = held.begin(); group != held.end();)
+            group = std::stable_partition(
+                group, held.end(), [type = group->first](const Event& event) { return event.first == type; });
     }
 };
 
