@@ -220,11 +220,7 @@ void AfterException(Context& context)
     RequireDelivery(context);
     const auto station = UniqueStation();
     Log log;
-    const Receiver listener(station, [&log](const std::string& text) {
-        log.Add(text);
-        if (text == "bad")
-            throw Thrown();
-    });
+    const Receiver listener(station, LoggedAndThrownAt("bad", log));
     HeldDelivery held(context);
     for (const char* text : {"bad", "1", "last"})
         Post(station, text);

@@ -49,6 +49,15 @@ Receiver::Handler LoggedAs(const std::string& name, Log& log)
     return [name, &log](const std::string& text) { log.Add(name + text); };
 }
 
+Receiver::Handler LoggedAndThrownAt(const std::string& bad, Log& log)
+{
+    return [bad, &log](const std::string& text) {
+        log.Add(text);
+        if (text == bad)
+            throw Thrown();
+    };
+}
+
 std::uint64_t RandomNumber()
 {
     std::random_device random;

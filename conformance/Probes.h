@@ -147,6 +147,9 @@ private:
 /// \return A handler that adds the text, with the name in front.
 Receiver::Handler LoggedAs(const std::string& name, Log& log);
 
+/// \return A handler that adds each text, and throws Thrown behind this one.
+Receiver::Handler LoggedAndThrownAt(const std::string& bad, Log& log);
+
 std::uint64_t RandomNumber();
 
 /// \return A name that nothing else has, in other processes neither.

@@ -221,11 +221,7 @@ void AfterException(Context& context)
 {
     const auto station = UniqueStation();
     Log log;
-    const Receiver listener(station, [&log](const std::string& text) {
-        log.Add(text);
-        if (text == "bad")
-            throw Thrown();
-    });
+    const Receiver listener(station, LoggedAndThrownAt("bad", log));
     Throws(station, "bad");
     Throws(station, "good");
     context.ExpectEqual("delivered when the first message makes a listener throw", Log::Texts{"bad", "good"},

@@ -3,12 +3,12 @@
 
 #include "session/Json.h"
 #include "tests/protocol/Found.h"
+#include "tests/support/TextFile.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <set>
 #include <sstream>
 
@@ -18,13 +18,6 @@ using namespace Protocol;
 using std::filesystem::path;
 
 const path kFolder = path(TEST_DATA) / "protocol";
-
-std::string ContentOf(const path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    EXPECT_TRUE(stream) << file;
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// \return What the first line of the text says.
 std::string EventOf(const std::string& text)
@@ -43,7 +36,7 @@ TEST(CheckFiles, HasATextForEachKindThatGivesItAlone)
     for (const FindingKind& kind : FindingKinds()) {
         const std::string name(kind.name);
         ASSERT_TRUE(files.erase(name + ".xml") == 1 && files.erase(name + ".txt") == 1) << name;
-        const std::string text = ContentOf(kFolder / "check" / (name + ".xml"));
+        const std::string text = TextOf(kFolder / "check" / (name + ".xml"));
         const std::vector<Finding> findings = Check(ThisModel(), text, EventOf(text));
         ASSERT_EQ(findings.size(), 1U) << name;
         EXPECT_EQ(findings.front().kind, name);
@@ -56,8 +49,7 @@ TEST(CheckFiles, IsDocumented)
     std::string table = "| Kind | What it is |\n|---|---|\n";
     for (const FindingKind& kind : FindingKinds())
         table.append("| `").append(kind.name).append("` | ").append(kind.about).append(" |\n");
-    EXPECT_NE(ContentOf(path(TEST_DATA) / "../docs/checking.md").find(table + '\n'), std::string::npos)
-        << table;
+    EXPECT_NE(TextOf(path(TEST_DATA) / "../docs/checking.md").find(table + '\n'), std::string::npos) << table;
 }
 
 TEST(CheckFiles, FindsNothingInTheExamples)
@@ -85,7 +77,7 @@ TEST(CheckFiles, FindsInTheFilesWhatIsKnown)
             files.insert(file.path());
     for (const path& file : files) {
         if (file.extension() == ".xml")
-            add(file.filename(), Found(ContentOf(file)));
+            add(file.filename(), Found(TextOf(file)));
         std::ifstream lines(file);
         std::size_t number = 0;
         for (std::string line; file.extension() == ".jsonl" && std::getline(lines, line);) {
@@ -97,7 +89,7 @@ TEST(CheckFiles, FindsInTheFilesWhatIsKnown)
                 Found(json.at("data"), json.at("panel")));
         }
     }
-    EXPECT_EQ(found.str(), ContentOf(kFolder / "session-findings.txt"));
+    EXPECT_EQ(found.str(), TextOf(kFolder / "session-findings.txt"));
 }
 
 }  // namespace
