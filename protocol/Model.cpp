@@ -250,7 +250,8 @@ Model ParseModel(const std::string& text)
     try {
         json = Json::parse(text);
     } catch (const Json::exception& exception) {
-        throw std::runtime_error(std::string("not a protocol model: ") + exception.what());
+        const std::string reason = exception.what();  // begins with the JSON library's own name for it
+        throw std::runtime_error("not a protocol model: " + reason.substr(reason.find("] ") + 2));
     }
     Model model;
     Read(json, "the model", model);

@@ -4,6 +4,8 @@
 #include "protocol/Reference.h"
 #include "session/Json.h"
 
+#include <stdexcept>
+
 namespace AssetConnector {
 
 Status Protocol(bool json, std::ostream& output)
@@ -12,9 +14,23 @@ Status Protocol(bool json, std::ostream& output)
     return kDone;
 }
 
+namespace {
+
+::Protocol::Model ReadModel(const std::string& file)
+{
+    const std::string text = Input(file).ReadAll();
+    try {
+        return ::Protocol::ParseModel(text);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(file + ": " + error.what());
+    }
+}
+
+}  // namespace
+
 Status CompareProtocol(const std::string& file, bool json, std::ostream& output)
 {
-    const ::Protocol::Model before = ::Protocol::ParseModel(Input(file).ReadAll());
+    const ::Protocol::Model before = ReadModel(file);
     const std::vector<::Protocol::Change> changes = Compare(before, ::Protocol::ThisModel());
     Session::OrderedJson array = Session::OrderedJson::array();
     bool breaks = false;
