@@ -52,6 +52,8 @@ export class Panel {
         const request = rules.findRequest(name);
         if (request === undefined)
             throw new PanelError('invalid', `there is no request ${name}`);
+        if (typeof content !== 'object' || content === null)
+            throw new PanelError('invalid', `${request.identifier} takes an object`);
         const header = this.#headerOf(content);
         try {
             return await this.#raise(request, { ...content, header }, signal, checkedTimeout(timeout));
@@ -63,7 +65,7 @@ export class Panel {
     }
 
     #headerOf(content) {
-        const { browserID = this.browserID ?? '', msgID = newGuid(), taskID = newGuid(), ...rest } = content?.header ?? {};
+        const { browserID = this.browserID ?? '', msgID = newGuid(), taskID = newGuid(), ...rest } = content.header ?? {};
         return { browserID, msgID, taskID, ...rest };
     }
 
@@ -269,7 +271,7 @@ export class Panel {
             return true;
         const own = this.browserID;
         const namesAnother = own !== undefined && this.#kind === 'library' && browserID !== '' && browserID !== own;
-        return rules.isNews(type) && !this.#settled.has(msgID) && !namesAnother;
+        return rules.isNews(type, browserID) && !this.#settled.has(msgID) && !namesAnother;
     }
 
     #tellTasks(type, message) {

@@ -300,6 +300,8 @@ class Parser {
  * @throws {PanelError} 'garbled', with the `header` as far as it could be read.
  */
 export function parseNotification(type, text) {
+    if (typeof text !== 'string')
+        throw new PanelError('garbled', 'the notification cannot be read: it is no text');
     if (isDecoded(type, text))
         return new Parser(text, true, true).parse();
     try {

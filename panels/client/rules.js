@@ -46,11 +46,12 @@ function isSentAsAnswer(type, { connector, callback, request }) {
         at === connector && answer.notifications?.includes(type) && answer.callbacks?.includes(callback)));
 }
 
-const news = new Set(model.events.filter((event) => event.kind === 'notification' &&
-    event.sent?.some((sending) => !isSentAsAnswer(event.identifier, sending))).map((event) => event.identifier));
-
-/** @returns {boolean} Whether the library sends such a notification without a request. */
-export const isNews = (type) => news.has(type);
+/** @returns {boolean} Whether the connector that names this panel sends such a notification without a request, too. */
+export function isNews(type, browserID) {
+    const from = browserID === collectionID ? 'mediaCollection' : 'library';
+    return (events.get(type)?.sent ?? []).some((sending) =>
+        sending.connector === from && !isSentAsAnswer(type, sending));
+}
 
 const ofLibraryAlone = new Set(model.events.filter((event) => event.sent?.every(({ connector }) =>
     connector === 'library')).map((event) => event.identifier));
