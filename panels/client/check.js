@@ -4,7 +4,7 @@ import { PanelError } from './errors.js';
 import { membersOf, recordIn } from './vocabulary.js';
 import { isGuid } from './values.js';
 
-const deepest = 200;  // lists in lists: far more than work has, far less than the stack takes; and cycles end
+const deepest = 200; // lists in lists: far more than work has, far less than the stack takes; and cycles end
 
 const isWhole = (value) => typeof value === 'bigint' && BigInt.asIntN(64, value) === value;
 
@@ -25,38 +25,32 @@ function fail(where, what) {
 
 /** @throws {PanelError} 'invalid', with the member that is wrong. */
 export function check(value, type, where, depth = 0) {
-    if (depth > deepest)
-        fail(where.slice(0, 80), `more than ${deepest} lists deep`);
+    if (depth > deepest) fail(where.slice(0, 80), `more than ${deepest} lists deep`);
     if (type.startsWith('nullable:'))
         return value === null || check(value, type.slice('nullable:'.length), where, depth);
     const record = /^record:/.test(type) ? recordIn(type) : undefined;
-    if (record !== undefined)
-        return checkRecord(value, record, where, depth);
+    if (record !== undefined) return checkRecord(value, record, where, depth);
     const [, kind, inner] = /^(list|map):(.*)/.exec(type) ?? [];
-    if (kind === undefined)
-        return simple[type][1](value) || fail(where, `not ${simple[type][0]}`);
-    if (!Array.isArray(value))
-        fail(where, 'not an array');
-    value.forEach((entry, i) => (kind === 'list' ? check : checkPair)(entry, inner, `${where}[${i}]`, depth + 1));
+    if (kind === undefined) return simple[type][1](value) || fail(where, `not ${simple[type][0]}`);
+    if (!Array.isArray(value)) fail(where, 'not an array');
+    value.forEach((entry, i) =>
+        (kind === 'list' ? check : checkPair)(entry, inner, `${where}[${i}]`, depth + 1),
+    );
 }
 
 function checkPair(pair, types, where, depth) {
     const [key, ...value] = types.split(':');
-    if (!Array.isArray(pair) || pair.length !== 2)
-        fail(where, 'not a pair of a key and a value');
+    if (!Array.isArray(pair) || pair.length !== 2) fail(where, 'not a pair of a key and a value');
     check(pair[0], key, `${where}[0]`, depth);
     check(pair[1], value.join(':'), `${where}[1]`, depth);
 }
 
 function checkRecord(value, record, where, depth) {
-    if (typeof value !== 'object' || value === null)
-        fail(where, 'not an object');
+    if (typeof value !== 'object' || value === null) fail(where, 'not an object');
     for (const [name, member] of Object.entries(value)) {
         const type = membersOf(record).get(name);
         const path = where === '' ? name : `${where}.${name}`;
-        if (type === undefined)
-            fail(path, `no member of ${record}`);
-        if (member !== undefined)
-            check(member, type, path, depth);
+        if (type === undefined) fail(path, `no member of ${record}`);
+        if (member !== undefined) check(member, type, path, depth);
     }
 }

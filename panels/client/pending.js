@@ -37,7 +37,8 @@ export class Pending {
 
     #wait() {
         clearTimeout(this.#timer);
-        const late = () => this.fail('timeout', `${this.request.identifier}: nothing was heard for ${this.#timeout} ms`);
+        const late = () =>
+            this.fail('timeout', `${this.request.identifier}: nothing was heard for ${this.#timeout} ms`);
         this.#timer = setTimeout(late, this.#timeout);
     }
 
@@ -47,8 +48,7 @@ export class Pending {
 
     /** Work that goes on may take its time. */
     heardOf(type) {
-        if (this.request.progress?.includes(type))
-            this.#wait();
+        if (this.request.progress?.includes(type)) this.#wait();
     }
 
     answer(message) {

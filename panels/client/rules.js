@@ -8,8 +8,7 @@ const shortName = (identifier) => identifier.slice(identifier.lastIndexOf('.') +
 function byName(kind) {
     const names = new Map();
     for (const event of model.events)
-        if (event.kind === kind)
-            names.set(event.identifier, event).set(shortName(event.identifier), event);
+        if (event.kind === kind) names.set(event.identifier, event).set(shortName(event.identifier), event);
     return names;
 }
 
@@ -25,14 +24,15 @@ export { shortName };
 const sources = ['call', 'request', 'task', 'fresh', 'current'];
 
 /** The panel that the media collection connector names in all that it sends. */
-export const collectionID = model.events.flatMap((event) => event.sent ?? []).find(({ connector, header }) =>
-    connector === 'mediaCollection' && !sources.includes(header.browserID)).header.browserID;
+export const collectionID = model.events
+    .flatMap((event) => event.sent ?? [])
+    .find(({ connector, header }) => connector === 'mediaCollection' && !sources.includes(header.browserID))
+    .header.browserID;
 
 export const kinds = ['library', 'mediaCollection'];
 
 const answering = new Set(model.events.flatMap((event) => event.answers ?? []));
-const ending = new Set(model.events.flatMap((event) => event.ends ?? event.answers ?? []).filter((identifier) =>
-    !model.events.some((event) => event.ends !== undefined && event.answers?.includes(identifier))));
+const ending = new Set(model.events.flatMap((event) => event.ends ?? event.answers ?? []));
 
 /** @returns {boolean} Whether requests are answered by such a notification; it may come as news, too. */
 export const isAnswer = (type) => answering.has(type);
@@ -42,32 +42,48 @@ export const endsWork = (type) => ending.has(type);
 
 /** @returns {boolean} Whether a sending answers a request, by what the model says of answers. */
 function isSentAsAnswer(type, { connector, callback, request }) {
-    return request !== undefined || model.events.some((event) => (event.handling ?? []).some(({ connector: at, answer }) =>
-        at === connector && answer.notifications?.includes(type) && answer.callbacks?.includes(callback)));
+    return (
+        request !== undefined ||
+        model.events.some((event) =>
+            (event.handling ?? []).some(
+                ({ connector: at, answer }) =>
+                    at === connector &&
+                    answer.notifications?.includes(type) &&
+                    answer.callbacks?.includes(callback),
+            ),
+        )
+    );
 }
 
-/** @returns {boolean} Whether the connector that names this panel sends such a notification without a request, too. */
+/** @returns {boolean} Whether the connector that names this panel sends such a notification as news, too. */
 export function isNews(type, browserID) {
     const from = browserID === collectionID ? 'mediaCollection' : 'library';
-    return (events.get(type)?.sent ?? []).some((sending) =>
-        sending.connector === from && !isSentAsAnswer(type, sending));
+    return (events.get(type)?.sent ?? []).some(
+        (sending) => sending.connector === from && !isSentAsAnswer(type, sending),
+    );
 }
 
-const ofLibraryAlone = new Set(model.events.filter((event) => event.sent?.every(({ connector }) =>
-    connector === 'library')).map((event) => event.identifier));
+const ofLibraryAlone = new Set(
+    model.events
+        .filter((event) => event.sent?.every(({ connector }) => connector === 'library'))
+        .map((event) => event.identifier),
+);
 
 /** @returns {boolean} Whether a panel of that kind takes a notification that answers none of its requests. */
 export function takes(kind, type, browserID) {
-    return kind === 'library' ? browserID !== collectionID : browserID === collectionID || ofLibraryAlone.has(type);
+    return kind === 'library'
+        ? browserID !== collectionID
+        : browserID === collectionID || ofLibraryAlone.has(type);
 }
 
 /** @returns {boolean} Whether the host takes a layer of references off; that can depend on the connector. */
 export function isDecoded(type, text) {
     const sent = events.get(type)?.sent ?? [];
-    if (sent.every(({ decoded }) => decoded === sent[0].decoded))
-        return sent[0]?.decoded ?? false;
+    if (sent.every(({ decoded }) => decoded === sent[0].decoded)) return sent[0]?.decoded ?? false;
     const isOfCollection = /<browserID\s+ID="([^"]*)"/.exec(text)?.[1] === collectionID;
-    return sent.some(({ connector, decoded }) => (connector === 'mediaCollection') === isOfCollection && decoded === true);
+    return sent.some(
+        ({ connector, decoded }) => (connector === 'mediaCollection') === isOfCollection && decoded === true,
+    );
 }
 
 /**
@@ -79,16 +95,17 @@ export function isDecoded(type, text) {
 export function answerOf(request, kind, browserID) {
     const at = (connector) => request.handling.find((handling) => handling.connector === connector).answer;
     let answer = at(kind);
-    if (answer.sender === 'nobody')
-        return undefined;
-    if (answer.sender === 'other')
-        answer = at(kinds.find((other) => other !== kind));
+    if (answer.sender === 'nobody') return undefined;
+    if (answer.sender === 'other') answer = at(kinds.find((other) => other !== kind));
     const types = new Set(answer.notifications ?? request.answers);
     const expected = sources.includes(answer.browserID) ? browserID : answer.browserID;
-    return { types, isFor: (named) => expected === undefined ? takes(kind, '', named) : named === expected };
+    return {
+        types,
+        isFor: (named) => (expected === undefined ? takes(kind, '', named) : named === expected),
+    };
 }
 
-/** @returns {string[] | undefined} The places that a connector needs; undefined when none handles the request. */
+/** @returns {string[] | undefined} The places that a connector needs; undefined: none handles the request. */
 export function needsOf(request, kind) {
     const handled = request.handling.filter((handling) => handling.handled);
     const handling = handled.find(({ connector }) => connector === kind) ?? handled[0];

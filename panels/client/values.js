@@ -19,10 +19,11 @@ const sectionEnd = ']]>';
 const named = { '&amp;': '&', '&lt;': '<', '&gt;': '>', '&quot;': '"', '&apos;': "'" };
 const escaped = { '&': '&amp;', '<': '&lt;', '>': '&gt;', '"': '&quot;', "'": '&apos;' };
 
-const withoutReferences = (text) => text.replace(/&(?:amp|lt|gt|quot|apos);/g, (reference) => named[reference]);
+const withoutReferences = (text) =>
+    text.replace(/&(?:amp|lt|gt|quot|apos);/g, (reference) => named[reference]);
 const withReferences = (text) => text.replace(/[&<>"']/g, (character) => escaped[character]);
 
-/** @returns {string} The text with the references to characters by their numbers resolved, such as `&#xD;`. */
+/** @returns {string} The text with references by number resolved, such as `&#xD;`. */
 function withoutNumbers(text) {
     return text.replace(/&#(?:x([0-9a-fA-F]{1,6})|([0-9]{1,7}));/g, (reference, hexadecimal, decimal) => {
         const point = hexadecimal === undefined ? Number(decimal) : parseInt(hexadecimal, 16);
@@ -32,19 +33,22 @@ function withoutNumbers(text) {
 
 /** One pass over named and numbered references, so that none is read in what another one gave. */
 function resolved(text) {
-    return text.replace(/&(?:amp|lt|gt|quot|apos|#x[0-9a-fA-F]{1,6}|#[0-9]{1,7});/g, (reference) =>
-        named[reference] ?? withoutNumbers(reference));
+    return text.replace(
+        /&(?:amp|lt|gt|quot|apos|#x[0-9a-fA-F]{1,6}|#[0-9]{1,7});/g,
+        (reference) => named[reference] ?? withoutNumbers(reference),
+    );
 }
 
 function unwrapped(text) {
     const begin = text.indexOf(sectionBegin);
     const end = text.lastIndexOf(sectionEnd);
-    return begin < 0 || end < begin + sectionBegin.length ? text : text.slice(begin + sectionBegin.length, end);
+    return begin < 0 || end < begin + sectionBegin.length
+        ? text
+        : text.slice(begin + sectionBegin.length, end);
 }
 
 function packetFrom(raw, isDecoded) {
-    if (!isDecoded)
-        return unwrapped(resolved(raw));
+    if (!isDecoded) return unwrapped(resolved(raw));
     return unwrapped(raw.startsWith(sectionBegin) ? raw : withoutNumbers(raw));
 }
 
@@ -69,7 +73,7 @@ function guidFrom(text) {
 
 export const isGuid = (text) => /^[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}$/i.test(text);
 
-/** A word's number; of those that are no word, what a result that nobody knows and an unknown clip type are. */
+/** A word's number; of what is no word, that of a missing element. */
 function numberOf(slot, word) {
     const at = slot.words.indexOf(word);
     return at >= 0 ? slot.values[at] : slot.form === 'boolean' ? 0 : (slot.place.missing ?? 0);
@@ -82,31 +86,38 @@ function numberOf(slot, word) {
  * @returns {unknown} The value as records have it; of a time the frames.
  */
 export function valueFrom(slot, raw, isDecoded) {
-    if (slot.form === 'xmp')
-        return packetFrom(raw, isDecoded);
+    if (slot.form === 'xmp') return packetFrom(raw, isDecoded);
     const text = isDecoded ? withoutNumbers(raw) : resolved(raw);
     switch (slot.form) {
-        case 'xml': return withoutReferences(text);
-        case 'guid': return guidFrom(text);
-        case 'integer': case 'unsigned': case 'order': return integerFrom(text);
-        case 'time': return countFrom(text);
-        case 'rate': return rateFrom(text);
-        case 'boolean': return slot.type === 'boolean' ? text === 'true' : numberOf(slot, text);
-        default: return slot.type === 'integer' ? numberOf(slot, text) : text;
+        case 'xml':
+            return withoutReferences(text);
+        case 'guid':
+            return guidFrom(text);
+        case 'integer':
+        case 'unsigned':
+        case 'order':
+            return integerFrom(text);
+        case 'time':
+            return countFrom(text);
+        case 'rate':
+            return rateFrom(text);
+        case 'boolean':
+            return slot.type === 'boolean' ? text === 'true' : numberOf(slot, text);
+        default:
+            return slot.type === 'integer' ? numberOf(slot, text) : text;
     }
 }
 
 function gcd(a, b) {
-    while (b !== 0n)
-        [a, b] = [b, a % b];
+    while (b !== 0n) [a, b] = [b, a % b];
     return a < 0n ? -a : a;
 }
 
 function rateText(rate) {
     const common = gcd(ticksPerSecond, rate);
     const [frames, seconds] = [ticksPerSecond / common, rate / common];
-    const sign = seconds < 0n ? '-' : '';
-    return `f${sign}${frames}${seconds === 1n || seconds === -1n ? '' : `s${seconds < 0n ? -seconds : seconds}`}`;
+    const [sign, over] = seconds < 0n ? ['-', -seconds] : ['', seconds];
+    return `f${sign}${frames}${over === 1n ? '' : `s${over}`}`;
 }
 
 /**
@@ -116,19 +127,30 @@ function rateText(rate) {
  */
 export function textOf(slot, value) {
     switch (slot.form) {
-        case 'xml': return withReferences(value);
-        case 'xmp': return sectionBegin + value + sectionEnd;
-        case 'rate': return rateText(value);
-        case 'boolean': return typeof value === 'boolean' ? String(value) : slot.words[slot.values.indexOf(value)];
-        default: return slot.values === undefined ? String(value) : slot.words[slot.values.indexOf(value)];
+        case 'xml':
+            return withReferences(value);
+        case 'xmp':
+            return sectionBegin + value + sectionEnd;
+        case 'rate':
+            return rateText(value);
+        case 'boolean':
+            return typeof value === 'boolean' ? String(value) : slot.words[slot.values.indexOf(value)];
+        default:
+            return slot.values === undefined ? String(value) : slot.words[slot.values.indexOf(value)];
     }
 }
 
 /** What XML cannot carry is replaced, as the host does it. */
-const unusable = /[\0-\x08\x0b\x0c\x0e-\x1f\ufffe\uffff]|[\ud800-\udbff](?![\udc00-\udfff])|(?<![\ud800-\udbff])[\udc00-\udfff]/g;
+const unusable = new RegExp(
+    '[\\0-\\x08\\x0b\\x0c\\x0e-\\x1f\\ufffe\\uffff]' +
+        '|[\\ud800-\\udbff](?![\\udc00-\\udfff])|(?<![\\ud800-\\udbff])[\\udc00-\\udfff]',
+    'g',
+);
 
 export const encodedText = (text) =>
     text.replace(unusable, '\ufffd').replace(/[&<>\r]/g, (unit) => escaped[unit] ?? '&#xD;');
 
 export const encodedAttribute = (text) =>
-    text.replace(unusable, '\ufffd').replace(/[&<"\t\n\r]/g, (unit) => escaped[unit] ?? `&#${unit.charCodeAt(0)};`);
+    text
+        .replace(unusable, '\ufffd')
+        .replace(/[&<"\t\n\r]/g, (unit) => escaped[unit] ?? `&#${unit.charCodeAt(0)};`);

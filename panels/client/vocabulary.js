@@ -3,7 +3,11 @@
 import model from './model.js';
 
 const records = new Map(
-    model.records.map(({ name, members }) => [name, new Map(members.map((member) => [member.name, member.type]))]));
+    model.records.map(({ name, members }) => [
+        name,
+        new Map(members.map((member) => [member.name, member.type])),
+    ]),
+);
 const forms = new Map(model.forms.map((form) => [form.name, form]));
 const placesByPath = new Map(model.places.map((place) => [place.path, place]));
 
@@ -46,8 +50,7 @@ class Slot {
         this.words = forms.get(place.form).words;
         this.values = forms.get(place.form).values;
         this.targets = [];
-        if (place.member === undefined)
-            return;
+        if (place.member === undefined) return;
         // In a list that can be one of two, a value goes to the items of either.
         const list = placesByPath.get(place.path.split(/[/@]/)[0]);
         const members = list.most > 1 ? [place.member, ...(place.also ?? [])] : [place.member];
@@ -73,8 +76,7 @@ class Element {
         this.attributes = new Map();
         this.children = new Map();
         this.slot = forms.has(place.form) ? new Slot(place, scope) : undefined;
-        if (this.many && place.member !== undefined)
-            this.addList(place, scope);
+        if (this.many && place.member !== undefined) this.addList(place, scope);
     }
 
     /** Of an item: the list that it is in, and what its items are. Of two lists, the second one, too. */
@@ -99,12 +101,13 @@ function outerSteps(member, scope) {
     return steps(scope === '' ? 'Message' : recordIn(typeOf(scope)), withoutScope(member, scope));
 }
 
-/** A time that is written as a length: it ends where another one begins, of which the model says that it changes it. */
+/** A time that is written as a length begins at another one, of which the model says that it changes it. */
 function findBegins(elements) {
     for (const { slot, place } of elements.values())
         if (slot?.isCounted)
-            slot.beginsAt = [...elements.values()].find((other) =>
-                other.slot?.isCounted && (other.place.also ?? []).includes(place.member))?.slot;
+            slot.beginsAt = [...elements.values()].find(
+                (other) => other.slot?.isCounted && (other.place.also ?? []).includes(place.member),
+            )?.slot;
 }
 
 /** Of two attributes for one member, a flag beside it says which of them is meant. */
@@ -126,8 +129,11 @@ function nestedList(place) {
     const outer = byPath.get(place.sameAs);
     for (const item of outer.children.values()) {
         const nested = Object.create(item);
-        nested.lists = item.lists.map((list) =>
-            ({ ...list, member: place.member, steps: outerSteps(place.member, list.member) }));
+        nested.lists = item.lists.map((list) => ({
+            ...list,
+            member: place.member,
+            steps: outerSteps(place.member, list.member),
+        }));
         element.children.set(item.name, nested);
     }
     return element;

@@ -1,18 +1,18 @@
 // A transport to a host that speaks the frames of docs/panel-client.md over a WebSocket.
 
-const mostWaiting = 1024;  // frames, in either direction
+const mostWaiting = 1024; // frames, in either direction
 const isFinal = (code) => code === 1000 || code === 1008 || (code >= 4000 && code < 4100);
-const tryAgain = 4100;  // what this end closes with when frames do not fit together
+const tryAgain = 4100; // what this end closes with when frames do not fit together
 
 class SocketTransport {
     #options;
     #socket;
     #timer;
     #session = null;
-    #heard = 0;  // the number of the last notification
+    #heard = 0; // the number of the last notification
     #sent = 0;
-    #outbox = [];  // what the host has not confirmed
-    #early = [];  // what comes before somebody listens
+    #outbox = []; // what the host has not confirmed
+    #early = []; // what comes before somebody listens
     #isWelcome = false;
     #isOver = false;
     #failures = 0;
@@ -29,20 +29,17 @@ class SocketTransport {
     }
 
     raise(type, xml) {
-        if (this.#isOver)
-            throw new Error('the connection is closed');
+        if (this.#isOver) throw new Error('the connection is closed');
         if (this.#outbox.length >= mostWaiting)
             throw new Error(`${mostWaiting} requests wait for the connection`);
         const frame = JSON.stringify({ raise: type, xml, number: ++this.#sent });
         this.#outbox.push({ number: this.#sent, frame });
-        if (this.#isWelcome)
-            this.#socket.send(frame);
+        if (this.#isWelcome) this.#socket.send(frame);
     }
 
     hear(listener) {
         this.#listener = listener;
-        for (const pass of this.#early.splice(0))
-            pass();
+        for (const pass of this.#early.splice(0)) pass();
         return () => {
             this.#listener = () => {};
         };
@@ -77,19 +74,22 @@ class SocketTransport {
                 this.#lost(code, reason);
             }
         };
-        socket.onopen = () => socket.send(JSON.stringify(
-            { hello: { kind: this.#options.kind, session: this.#session, heard: this.#heard } }));
+        socket.onopen = () =>
+            socket.send(
+                JSON.stringify({
+                    hello: { kind: this.#options.kind, session: this.#session, heard: this.#heard },
+                }),
+            );
         socket.onmessage = ({ data }) => {
-            if (isGone || this.#isOver)
-                return;
+            if (isGone || this.#isOver) return;
             const fault = this.#take(data);
             if (fault !== undefined) {
                 socket.close(tryAgain, fault);
-                gone(tryAgain, fault);  // a socket that does not close would keep everything waiting
+                gone(tryAgain, fault); // a socket that does not close would keep everything waiting
             }
         };
         socket.onclose = ({ code, reason }) => gone(code, reason);
-        socket.onerror = () => {};  // a close follows
+        socket.onerror = () => {}; // a close follows
     }
 
     /** @returns {string | undefined} What is wrong with the frame. */
@@ -100,26 +100,20 @@ class SocketTransport {
         } catch {
             return 'a frame is no JSON';
         }
-        if (typeof frame !== 'object' || frame === null)
-            return 'a frame is no object';
-        if (frame.welcome !== undefined)
-            return this.#welcome(frame.welcome);
-        if (!this.#isWelcome)
-            return 'a frame before the welcome';
+        if (typeof frame !== 'object' || frame === null) return 'a frame is no object';
+        if (frame.welcome !== undefined) return this.#welcome(frame.welcome);
+        if (!this.#isWelcome) return 'a frame before the welcome';
         if (Number.isSafeInteger(frame.heard))
             this.#outbox = this.#outbox.filter(({ number }) => number > frame.heard);
-        if (frame.state !== undefined)
-            this.#pass(() => this.#observer?.('state', frame.state));
+        if (frame.state !== undefined) this.#pass(() => this.#observer?.('state', frame.state));
         return frame.notify === undefined ? undefined : this.#notified(frame);
     }
 
     #notified({ notify, xml, number }) {
         if (typeof notify !== 'string' || typeof xml !== 'string' || !Number.isSafeInteger(number))
             return 'a notification without type, text or number';
-        if (number <= this.#heard)
-            return undefined;  // sent again
-        if (number > this.#heard + 1)
-            return `${number} behind ${this.#heard}`;
+        if (number <= this.#heard) return undefined; // sent again
+        if (number > this.#heard + 1) return `${number} behind ${this.#heard}`;
         this.#heard = number;
         this.#failures = 0;
         this.#pass(() => this.#listener(notify, xml));
@@ -129,8 +123,7 @@ class SocketTransport {
     #welcome({ session, browserID, handles = [], resumed, number, heard }) {
         if (typeof session !== 'string' || !Number.isSafeInteger(number) || !Array.isArray(handles))
             return 'a welcome without session, number or handles';
-        if (resumed === true && number !== this.#heard)
-            return 'a welcome that resumes elsewhere';
+        if (resumed === true && number !== this.#heard) return 'a welcome that resumes elsewhere';
         const isGap = this.#session !== null && resumed !== true;
         this.#session = session;
         this.browserID = browserID;
@@ -139,36 +132,32 @@ class SocketTransport {
         this.#outbox = isGap ? [] : this.#outbox.filter((waiting) => waiting.number > (heard ?? 0));
         this.#isWelcome = true;
         this.#welcomeAt = Date.now();
-        for (const { frame } of this.#outbox)
-            this.#socket.send(frame);
+        for (const { frame } of this.#outbox) this.#socket.send(frame);
         this.#ready.resolve(this);
         this.#pass(() => this.#observer?.('open'));
-        if (isGap)
-            this.#pass(() => this.#observer?.('gap'));
+        if (isGap) this.#pass(() => this.#observer?.('gap'));
         return undefined;
     }
 
     /** Passes something on, or keeps it until somebody listens; too much of it is lost, as on the way. */
     #pass(pass) {
-        if (this.#listener !== undefined)
-            return pass();
-        if (this.#early.length >= mostWaiting)
-            this.#early = [() => this.#observer?.('gap')];
+        if (this.#listener !== undefined) return pass();
+        if (this.#early.length >= mostWaiting) this.#early = [() => this.#observer?.('gap')];
         this.#early.push(pass);
     }
 
     #lost(code, reason) {
         const { firstDelay, longestDelay, giveUpAfter } = this.#options;
-        if (isFinal(code))
-            return this.#end(reason || `closed with ${code}`);
-        if (this.#isWelcome && Date.now() - this.#welcomeAt > longestDelay)
-            this.#failures = 0;
+        if (isFinal(code)) return this.#end(reason || `closed with ${code}`);
+        if (this.#isWelcome && Date.now() - this.#welcomeAt > longestDelay) this.#failures = 0;
         this.#isWelcome = false;
-        if (this.#failures++ === 0)
-            this.#failingSince = Date.now();
-        const delay = Math.min(longestDelay, firstDelay * 2 ** (this.#failures - 1)) * (0.5 + Math.random() / 2);
+        if (this.#failures++ === 0) this.#failingSince = Date.now();
+        const delay =
+            Math.min(longestDelay, firstDelay * 2 ** (this.#failures - 1)) * (0.5 + Math.random() / 2);
         if (Date.now() + delay - this.#failingSince > giveUpAfter)
-            return this.#end(`no connection for ${Math.round(giveUpAfter / 1000)} s: ${reason || `closed with ${code}`}`);
+            return this.#end(
+                `no connection for ${Math.round(giveUpAfter / 1000)} s: ${reason || `closed with ${code}`}`,
+            );
         this.#pass(() => this.#observer?.('waiting', reason || `closed with ${code}`));
         this.#timer = setTimeout(() => this.#connect(), delay);
     }
@@ -184,13 +173,21 @@ class SocketTransport {
 /**
  * @param {string} url
  * @param {{kind?: string, socket?: (url: string) => WebSocket, firstDelay?: number, longestDelay?: number,
- *     giveUpAfter?: number}} [options] What makes a socket, and milliseconds between attempts and until there are none.
+ *     giveUpAfter?: number}} [options] What makes a socket; milliseconds between attempts and until the end.
  * @returns {Promise<SocketTransport>} Once the host has said welcome; rejected when it does not come to that.
  */
 export function connectWebSocket(url, options = {}) {
-    const { kind = 'library', socket = (address) => new WebSocket(address), firstDelay = 250, longestDelay = 8000,
-        giveUpAfter = 120000 } = options;
+    const {
+        kind = 'library',
+        socket = (address) => new WebSocket(address),
+        firstDelay = 250,
+        longestDelay = 8000,
+        giveUpAfter = 120000,
+    } = options;
     return new Promise((resolve, reject) => {
-        new SocketTransport({ url, kind, socket, firstDelay, longestDelay, giveUpAfter }, { resolve, reject });
+        new SocketTransport(
+            { url, kind, socket, firstDelay, longestDelay, giveUpAfter },
+            { resolve, reject },
+        );
     });
 }

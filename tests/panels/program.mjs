@@ -12,13 +12,14 @@ export function run(input, ...args) {
 
 /** @returns {string} JSON. */
 export function jsonOf(record) {
-    const marked = JSON.stringify(record, (_, value) => (typeof value === 'bigint' ? `\u0001${value}\u0001` : value));
+    const marked = JSON.stringify(record, (_, value) =>
+        typeof value === 'bigint' ? `\u0001${value}\u0001` : value);
     return marked.replace(/"\\u0001(-?\d+)\\u0001"/g, '$1');
 }
 
-/** @returns {object} What the program's JSON says, where numbers beyond 2^53 become a bigint, and times and rates, too. */
+/** @returns {object} What the program's JSON says, times and rates as bigint. */
 export function recordOf(json) {
-    const isBig = /("(?:startTime|endTime|duration|inPoint|customInPoint|customOutPoint|frameRate)": *)(-?\d+)/g;
+    const isBig = /("(?:startTime|endTime|duration|(?:in|customIn|customOut)Point|frameRate)": *)(-?\d+)/g;
     return JSON.parse(json.replace(isBig, '$1"\\u0001$2"'), (_, value) =>
         typeof value === 'string' && value.startsWith('\u0001') ? BigInt(value.slice(1)) : value);
 }

@@ -19,7 +19,8 @@ function everything(isLeftOut, prefix = '', depth = 0) {
         const name = place.path.slice(prefix.length).replace('*', 'scene');
         const attributes = inside(`${place.path}@`).map((attribute) =>
             ` ${attribute.path.split('@')[1]}="${escaped(attribute.sample)}"`).join('');
-        const content = place.sameAs !== undefined && depth < 3 ? everything(isLeftOut, `${place.sameAs}/`, depth + 1)
+        const content = place.sameAs !== undefined && depth < 3
+            ? everything(isLeftOut, `${place.sameAs}/`, depth + 1)
             : escaped(place.sample ?? '') + everything(isLeftOut, `${place.path}/`, depth);
         return `<${name}${attributes}>${content}</${name}>`;
     });
@@ -27,7 +28,8 @@ function everything(isLeftOut, prefix = '', depth = 0) {
 }
 
 const decoded = (text) => recordOf(run(text, 'decode'));
-const full = decoded(`<browserMessage>${everything((place) => place.hiddenBy !== undefined)}</browserMessage>`);
+const without = (isLeftOut) => decoded(`<browserMessage>${everything(isLeftOut)}</browserMessage>`);
+const full = without((place) => place.hiddenBy !== undefined);
 
 test('every request with every element means what its record says', async () => {
     const handles = model.events.filter(({ kind }) => kind === 'request').map(({ identifier }) => identifier);
@@ -46,9 +48,10 @@ test('every request with every element means what its record says', async () => 
 });
 
 test('every place of requests is built', () => {
-    const hidden = decoded(`<browserMessage>${everything((place) => place.path.endsWith('@dst'))}</browserMessage>`);
+    const hidden = without((place) => place.path.endsWith('@dst'));
     const transferItemList = [...full.transferItemList, ...hidden.transferItemList];
-    const assetMediaInfoList = [{ ...full.assetMediaInfoList[0], forceLoadFromLocalDisk: 0 }];  // read as not set
+    const [info] = full.assetMediaInfoList;
+    const assetMediaInfoList = [{ ...info, forceLoadFromLocalDisk: 0 }];  // it is read as not set
     const { places } = build({ ...full, transferItemList, assetMediaInfoList });
     const missing = model.places.filter(({ read, path }) => read && !places.has(path));
     assert.deepEqual(missing.map(({ path }) => path), []);
@@ -63,7 +66,8 @@ test('odd values arrive as they are', () => {
     }));
     const transcodeItemList = [25n, 1n, 10160640000n, 8475133867n, -7n].map((frameRate) => ({
         ...full.transcodeItemList[0], frameRate, startTime: 12345n * frameRate, duration: null }));
-    const assetMediaInfoList = odd.map((text) => ({ ...full.assetMediaInfoList[0], xmpString: text, customMetadata: text }));
+    const [info] = full.assetMediaInfoList;
+    const assetMediaInfoList = odd.map((text) => ({ ...info, xmpString: text, customMetadata: text }));
     const record = { ...full, assetItemList, transcodeItemList, assetMediaInfoList };
     const back = decoded(buildRequest(record));
     assert.deepEqual(back.assetMediaInfoList, decoded(run(jsonOf(record), 'encode')).assetMediaInfoList);
@@ -80,8 +84,9 @@ test('what no request can say is refused, with its place', () => {
         [{ batchID: 'x' }, /^batchID is not a GUID/],
         [{ newDynamicColumns: [zero] }, /^newDynamicColumns\[0\] is not a pair/],
         [{ percentage: 0.5 }, /^percentage is not an integer/],
-        [{ transcodeItemList: [{ frameRate: 10160640000n, startTime: 1n }] }, /startTime is no whole number of frames/],
-        [{ customMetadata: { minimumMetadata: { namespaces: [{ properties: [['a b', '']] }] } } }, /"a b" cannot be the name/],
+        [{ transcodeItemList: [{ frameRate: 10160640000n, startTime: 1n }] }, /startTime is no whole number/],
+        [{ customMetadata: { minimumMetadata: { namespaces: [{ properties: [['a b', '']] }] } } },
+            /"a b" cannot/],
     ])
         assert.throws(() => buildRequest(record), { code: 'invalid', message });
     const cycle = {};
