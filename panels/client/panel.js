@@ -66,9 +66,8 @@ export class Panel {
         try {
             return await this.#raise(request, { ...content, header }, signal, checkedTimeout(timeout));
         } catch (error) {
-            if (request.answers !== undefined)
-                // no cancel or the like
-                this.#failTasks(error, header.taskID);
+            // What is answered is no cancel, whose own fate says nothing of the task.
+            if (request.answers !== undefined) this.#failTasks(error, header.taskID);
             throw error;
         }
     }
@@ -90,8 +89,8 @@ export class Panel {
         if (this.#closed !== undefined) fail('disconnected', this.#closed);
         if (signal?.aborted) fail('aborted', `${request.identifier} was aborted`, signal.reason);
         const text = this.#textOf(request, message, fail);
-        const answer = rules.answerOf(request, this.#kind, this.browserID);
-        const { msgID } = message.header;
+        const { browserID, msgID } = message.header;
+        const answer = rules.answerOf(request, this.#kind, this.browserID, browserID);
         if (answer !== undefined && this.#pending.has(msgID.toLowerCase()))
             fail('invalid', `a request with the msgID ${msgID} waits for its answer already`);
         const promise =
@@ -195,9 +194,8 @@ export class Panel {
 
     /** Ends the panel: what still waits is rejected, nothing is heard any more, the transport is closed. */
     close() {
-        if (this.#closed !== undefined) return;
-        this.#end('the panel was closed');
-        for (const stop of this.#stop) stop?.();
+        if (this.#closed === undefined) this.#end('the panel was closed');
+        for (const stop of this.#stop.splice(0)) stop?.();
         this.#transport.close?.();
     }
 

@@ -89,19 +89,21 @@ export function isDecoded(type, text) {
 /**
  * @param request An event.
  * @param {string} kind Of the panel that asks.
- * @param {string | undefined} browserID What the host calls that panel, as far as it is known.
+ * @param {string | undefined} own What the host calls that panel, as far as it is known.
+ * @param {string} said The browser id in the request.
  * @returns What answers: `types`, and whether a header names the right panel; undefined when nobody does.
  */
-export function answerOf(request, kind, browserID) {
+export function answerOf(request, kind, own, said) {
     const at = (connector) => request.handling.find((handling) => handling.connector === connector).answer;
     let answer = at(kind);
     if (answer.sender === 'nobody') return undefined;
     if (answer.sender === 'other') answer = at(kinds.find((other) => other !== kind));
     const types = new Set(answer.notifications ?? request.answers);
-    const expected = sources.includes(answer.browserID) ? browserID : answer.browserID;
+    const named = new Map([['current', own], ['request', said]]);
+    const expected = named.has(answer.browserID) ? named.get(answer.browserID) : answer.browserID;
     return {
         types,
-        isFor: (named) => (expected === undefined ? takes(kind, '', named) : named === expected),
+        isFor: (browserID) => (expected === undefined ? takes(kind, '', browserID) : browserID === expected),
     };
 }
 

@@ -71,22 +71,23 @@ class SocketTransport {
         const gone = (code, reason) => {
             if (!isGone && !this.#isOver) {
                 isGone = true;
+                clearTimeout(this.#timer);
                 this.#lost(code, reason);
             }
         };
-        socket.onopen = () =>
-            socket.send(
-                JSON.stringify({
-                    hello: { kind: this.#options.kind, session: this.#session, heard: this.#heard },
-                }),
-            );
+        const leave = (fault) => {
+            socket.close(tryAgain, fault);
+            gone(tryAgain, fault); // a socket that does not close would keep everything waiting
+        };
+        this.#timer = setTimeout(() => leave('no welcome'), this.#options.longestDelay);
+        socket.onopen = () => {
+            const { kind } = this.#options;
+            socket.send(JSON.stringify({ hello: { kind, session: this.#session, heard: this.#heard } }));
+        };
         socket.onmessage = ({ data }) => {
             if (isGone || this.#isOver) return;
             const fault = this.#take(data);
-            if (fault !== undefined) {
-                socket.close(tryAgain, fault);
-                gone(tryAgain, fault); // a socket that does not close would keep everything waiting
-            }
+            if (fault !== undefined) leave(fault);
         };
         socket.onclose = ({ code, reason }) => gone(code, reason);
         socket.onerror = () => {}; // a close follows
@@ -131,6 +132,7 @@ class SocketTransport {
         this.#heard = number;
         this.#outbox = isGap ? [] : this.#outbox.filter((waiting) => waiting.number > (heard ?? 0));
         this.#isWelcome = true;
+        clearTimeout(this.#timer);
         this.#welcomeAt = Date.now();
         for (const { frame } of this.#outbox) this.#socket.send(frame);
         this.#ready.resolve(this);

@@ -154,6 +154,9 @@ test('attempts end', async () => {
     const promise = connectWebSocket('ws://host/', never.options);
     never.socket.onclose({ code: 1008, reason: 'no' });
     await assert.rejects(promise, /no connection: no/);
+    const deaf = new Host({ giveUpAfter: 60 });  // its sockets neither open nor close
+    await assert.rejects(connectWebSocket('ws://host/', deaf.options), /no connection.*: no welcome/);
+    assert.ok(deaf.sockets.length > 1 && deaf.sockets.every(({ closed }) => closed[0] === 4100));
     const socket = () => { throw new Error('bad address'); };
     await assert.rejects(connectWebSocket('', { socket }), /bad address/);
 });
