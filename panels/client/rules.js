@@ -78,12 +78,10 @@ export function takes(kind, type, browserID) {
 
 /** @returns {boolean} Whether the host takes a layer of references off; that can depend on the connector. */
 export function isDecoded(type, text) {
-    const sent = events.get(type)?.sent ?? [];
-    if (sent.every(({ decoded }) => decoded === sent[0].decoded)) return sent[0]?.decoded ?? false;
+    const decoding = (events.get(type)?.sent ?? []).filter(({ decoded }) => decoded);
+    if (decoding.length === 0) return false;
     const isOfCollection = /<browserID\s+ID="([^"]*)"/.exec(text)?.[1] === collectionID;
-    return sent.some(
-        ({ connector, decoded }) => (connector === 'mediaCollection') === isOfCollection && decoded === true,
-    );
+    return decoding.some(({ connector }) => (connector === 'mediaCollection') === isOfCollection);
 }
 
 /**

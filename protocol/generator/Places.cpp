@@ -331,7 +331,7 @@ std::vector<int> ValuesOfResults(const FormFact& form)
         values.push_back(static_cast<int>(std::stoul(code, nullptr, 16)));
         const std::string name = ferrite::utility::UTF16to8(AC::ResultName(values.back()));
         if (values.size() > words.size() || name != words[values.size() - 1])
-            throw std::runtime_error(std::string("protocol/facts/Forms.h: ").append(code).append(" is ") + name);
+            throw std::runtime_error("protocol/facts/Forms.h: a code of a result is that of " + name);
     }
     return values;
 }
