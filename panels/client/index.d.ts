@@ -1,6 +1,6 @@
 // Types of the client. What messages hold is typed by the protocol itself, which is installed one folder up.
 
-import {
+import type {
     AnswerOf,
     Answers,
     Guid,
@@ -10,7 +10,7 @@ import {
     Rate,
     Requests,
     Sparse,
-} from '../assetconnector';
+} from "../assetconnector.js";
 
 /** The last part of an identifier. */
 export type ShortName<Identifier extends string> = Identifier extends `${string}.${infer Rest}`

@@ -1,32 +1,16 @@
 // Records as the host constructs them, and members put into them.
 
 import { zeroGuid } from './guid.js';
-import { membersOf, recordIn, vocabulary } from './vocabulary.js';
+import model from './model.js';
+import { membersOf, recordIn, steps } from './vocabulary.js';
 
+/** What integers are without their element, where that is not 0. */
 const initials = new Map();
-
-/** What members are without their element, where that is something else than the usual for their type. */
-function collectInitials(element, record, isItem) {
-    for (const { slot, ...item } of [...element.attributes.values()]
-        .map((slot) => ({ slot }))
-        .concat([...element.children.values()])) {
-        const steps = slot?.targets[0]?.steps;
-        if (isItem && steps?.length === 1) initials.set(`${record}.${steps[0].name}`, initialOf(slot));
-        if (item.children !== undefined && item.place.sameAs === undefined)
-            collectInitials(
-                item,
-                item.lists?.[0].record ?? record,
-                isItem || item.lists?.[0].record !== undefined,
-            );
+for (const place of model.places)
+    for (const member of place.member === undefined ? [] : [place.member, ...(place.also ?? [])]) {
+        const { record, name, type } = steps('Message', member).at(-1);
+        if (type === 'integer') initials.set(`${record}.${name}`, place.form === 'boolean' ? -1 : place.missing);
     }
-}
-
-function initialOf(slot) {
-    if (slot.form === 'boolean' && slot.type === 'integer') return -1;
-    return slot.type === 'integer' ? slot.place.missing : undefined;
-}
-
-collectInitials(vocabulary, 'Message', false);
 
 function initial(record, { name, type }) {
     const known = initials.get(`${record}.${name}`);
@@ -48,16 +32,16 @@ export function newRecord(record) {
 }
 
 /** Puts a value where steps of a slot or a list lead; at the end of what is there when that is a list. */
-export function put(record, steps, value) {
-    for (const step of steps.slice(0, -1)) record = record[step.name] ??= newRecord(recordIn(step.type));
-    const { name, type } = steps.at(-1);
+export function put(record, path, value) {
+    for (const step of path.slice(0, -1)) record = record[step.name] ??= newRecord(recordIn(step.type));
+    const { name, type } = path.at(-1);
     if (/^(?:list|map):/.test(type)) (record[name] ??= []).push(value);
     else record[name] = type === 'nullable:object' ? { [markerText]: value } : value;
 }
 
 /** @returns {unknown} What is where steps lead; undefined without the records on the way. */
-export function get(record, steps) {
-    return steps.reduce((at, step) => at?.[step.name], record);
+export function get(record, path) {
+    return path.reduce((at, step) => at?.[step.name], record);
 }
 
 /** The one object of the host's with a value in texts, a marker, has it under this name. */

@@ -19,12 +19,12 @@ export function recordIn(type) {
     return /^(?:list:)?(?:nullable:)?record:(.*)/.exec(type)?.[1];
 }
 
-/** @returns {{name: string, type: string}[]} The members that lead from a record to one within it. */
-function steps(record, path) {
+/** @returns {{record: string, name: string, type: string}[]} The members that lead to one within a record. */
+export function steps(record, path) {
     return path.split('.').map((name) => {
-        const type = membersOf(record).get(name);
-        record = recordIn(type);
-        return { name, type };
+        const step = { record, name, type: membersOf(record).get(name) };
+        record = recordIn(step.type);
+        return step;
     });
 }
 
@@ -125,8 +125,8 @@ function findFlags(attributes) {
 
 /** A list within an item of its kind holds what the list around it holds, but is a member of that item. */
 function nestedList(place) {
-    const element = new Element(place, place.path.split('/').at(-1), scopeOf(place.path));
     const outer = byPath.get(place.sameAs);
+    const element = new Element(place, outer.name, scopeOf(place.path));
     for (const item of outer.children.values()) {
         const nested = Object.create(item);
         nested.lists = item.lists.map((list) => ({
