@@ -75,8 +75,7 @@ export const isGuid = (text) => /^[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}$/i.t
 
 /** A word's number; of what is no word, that of a missing element. */
 function numberOf(slot, word) {
-    const at = slot.words.indexOf(word);
-    return at >= 0 ? slot.values[at] : slot.form === 'boolean' ? 0 : (slot.place.missing ?? 0);
+    return slot.values[slot.words.indexOf(word)] ?? slot.place.missing ?? 0;
 }
 
 /**

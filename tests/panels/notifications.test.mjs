@@ -2,7 +2,7 @@
 
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { parseNotification, ticksPerSecond } from '../../panels/client/index.js';
+import { parseNotification, resultNames, ticksPerSecond } from '../../panels/client/index.js';
 import { isDecoded } from '../../panels/client/rules.js';
 import { jsonOf, run, session } from './program.mjs';
 
@@ -88,6 +88,10 @@ test('texts of other hosts are read as the host reads theirs', () => {
         const { header, ...record } = read(content);
         assert.deepEqual(record, expected, content);
     }
+    const copy = '<assetID ID=""/><result>Perhaps</result>';
+    assert.deepEqual(read(`<actionResultList><actionResult>${copy}</actionResult></actionResultList>`)
+        .actionResultList.map(({ result }) => resultNames.get(result)), ['ERROR']);
+    assert.equal(parseNotification(`${host}SaveAsset`, '<n><errorInfo x="1">a</errorInfo></n>').errorInfo, 'a');
     const [item] = read('<ingestItemList><ingestItem><duration>3</duration><startTime>2</startTime>' +
         '<frameRate>f24</frameRate></ingestItem></ingestItemList>').ingestItemList;
     const frame = ticksPerSecond / 24n;
