@@ -21,7 +21,6 @@ export class Task {
 
     /** For the panel: something is told of the task. */
     tell(step) {
-        if (this.#end !== undefined) return;
         const taker = this.#takers.shift();
         if (taker !== undefined) taker.resolve({ value: step, done: false });
         else if (this.#steps.push(step) > mostSteps) this.#steps.shift();

@@ -146,10 +146,15 @@ test('aborting raises the cancel with the ids of the request', async () => {
         assert.deepEqual(cancels.map((raised) => [raised.type, raised.msgID, raised.taskID]),
             cancel === undefined ? [] : [[cancel, msgID, taskID]]);
         const { error } = await promise;
-        assert.deepEqual([error.code, error.cause], ['aborted', 'enough']);
+        assert.deepEqual([error.name, error.code, error.cause], ['PanelError', 'aborted', 'enough']);
         assert.equal(error.request, `com.velmo.browser.event.${name}`);
         assert.equal((await settled(panel.request(name, content, { signal: late }))).error.code, 'aborted');
         assert.equal(host.raised.length, 1 + cancels.length, 'what was aborted before is never raised');
+        const after = new AbortController();
+        const answered = settled(panel.request(name, content, { signal: after.signal }));
+        host.say(name.replace(/(Request)?$/, 'Status'), { msgID: host.raised.at(-1).msgID });
+        after.abort();
+        assert.ok((await answered).value !== undefined && host.raised.at(-1).type === name, 'nothing to cancel');
     }
 });
 
