@@ -53,11 +53,15 @@ test('values that look like markup are told from it by the vocabulary', () => {
         const info = { fileContent: value, aliasName: value, xmpString: value, customMetadata: value };
         const texts = { errorInfo: value, result: value };
         const assetItemList = [item, { ...item, subAssetItemList: [item] }];
-        const record = { assetMediaInfoList: [info, info], assetItemList, ...texts };
+        const space = { URI: value, prefix: value, properties: [['a', value], ['b', value]] };
+        const customMetadata = { minimumMetadata: { namespaces: [space, space], keywords: [value] } };
+        const record = { assetMediaInfoList: [info, info], assetItemList, customMetadata, ...texts };
         for (const type of [`${host}SaveAsset`, `${host}TransferStatus`]) {
             const args = type.endsWith('SaveAsset') ? ['--decoded'] : [];
             const text = run(jsonOf(record), 'encode', ...args);
             const back = parseNotification(type, text);
+            assert.deepEqual(back.customMetadata.minimumMetadata.namespaces, [space, space], value);
+            assert.deepEqual(back.customMetadata.minimumMetadata.keywords, [value]);
             for (const [part, wanted] of [[back.assetItemList[1].subAssetItemList[0], item],
                 [back.assetMediaInfoList[1], info], [back, texts]])
                 for (const name of Object.keys(wanted))

@@ -174,10 +174,12 @@ test('no promise and no task hangs', async () => {
         const host = new Host();
         const panel = host.panel({ browserID: 'one', timeout: 50 });
         const taskID = newGuid();
-        const step = settled(panel.task(taskID.toUpperCase()).next());
+        const task = panel.task(taskID.toUpperCase());
+        const step = settled(task.next());
         const promise = settled(panel.request('TransferRequest', { header: { taskID } }));
         happens(host, host.raised[0], panel);
         assert.deepEqual([(await promise).error?.code, (await step).error?.code], [code, code], what);
+        assert.deepEqual((await settled(task.next())).value, { value: undefined, done: true });
         const ended = what === 'the connection closes' || what === 'the panel is closed';
         const { error } = await settled(panel.request('TransferRequest', {}, { timeout: 1 }));
         assert.equal(error.code, ended ? 'disconnected' : 'timeout', `after: ${what}`);
@@ -266,4 +268,9 @@ test('after a gap the panel asks how things stand, where the host answers that',
     await new Promise(setImmediate);
     assert.deepEqual(panel.took(), ['requestInitInfoStatus']);
     assert.deepEqual(events.map(([event]) => event), ['waiting', 'gap']);
+    const raise = () => { throw new Error('no way'); };
+    const mute = host.panel({}, { raise, handles: ['requestInitInfo'] });
+    host.observe('gap');
+    await new Promise(setImmediate);
+    assert.deepEqual(mute.problems.map(({ code }) => code), ['disconnected']);
 });

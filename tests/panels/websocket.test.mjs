@@ -119,15 +119,19 @@ test('a connection that begins anew tells that there is a gap', async () => {
 test('frames that make no sense end the connection, not the session', async () => {
     const host = new Host();
     await host.connect();
-    for (const frame of ['', '{', 'null', '[1', notify(5), { notify: 't', xml: 5, number: 1 },
-        { notify: 't', xml: '', number: '1' }, { welcome: {} },
-        { welcome: { session: 's', number: 5, resumed: true } }]) {
+    const frames = ['', '{', 'null', '[1', notify(5), { notify: 't', xml: 5, number: 1 },
+        { notify: 't', xml: '', number: '1' }, { welcome: {} }, { welcome: { session: 's', handles: [] } },
+        { welcome: { session: 's', number: 5, resumed: true } }];
+    for (const frame of frames) {
         host.send(frame);
         assert.equal(host.socket.closed?.[0], 4100, JSON.stringify(frame));
+        host.socket.onclose({ code: 4100, reason: '' });
         host.send(notify(1));
         assert.deepEqual(host.heard, [], 'nothing is taken from a connection that is over');
         await host.welcome({ resumed: true });
     }
+    await pause(30);
+    assert.equal(host.sockets.length, frames.length + 1, 'each is followed by one connection');
     host.send(notify(1));
     assert.equal(host.heard.length, 1);
 });
