@@ -95,7 +95,8 @@ test('texts of other hosts are read as the host reads theirs', () => {
     const copy = '<assetID ID=""/><result>Perhaps</result>';
     assert.deepEqual(read(`<actionResultList><actionResult>${copy}</actionResult></actionResultList>`)
         .actionResultList.map(({ result }) => resultNames.get(result)), ['ERROR']);
-    assert.equal(parseNotification(`${host}SaveAsset`, '<n><errorInfo x="1">a</errorInfo></n>').errorInfo, 'a');
+    const odd = '<n><errorInfo x="1">a</errorInfo></n>';
+    assert.equal(parseNotification(`${host}SaveAsset`, odd).errorInfo, 'a');
     const [item] = read('<ingestItemList><ingestItem><duration>3</duration><startTime>2</startTime>' +
         '<frameRate>f24</frameRate></ingestItem></ingestItemList>').ingestItemList;
     const frame = ticksPerSecond / 24n;

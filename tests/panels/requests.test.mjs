@@ -94,7 +94,8 @@ test('what no request can say is refused, with its place', () => {
     assert.throws(() => buildRequest({ assetItemList: [cycle] }), { code: 'invalid', message: /lists deep/ });
     assert.equal(buildRequest({ assetItemList: [{ inPoint: 2n }, {}] }),
         '<browserMessage><assetItemList><assetItem order="1"><startTime>2</startTime>' +
-        '<frameRate>f254016000000</frameRate></assetItem><assetItem order="2"/></assetItemList></browserMessage>');
+        '<frameRate>f254016000000</frameRate></assetItem><assetItem order="2"/></assetItemList>' +
+        '</browserMessage>');
     const nothing = buildRequest({ fileList: undefined, assetItemList: [null], filePath: 'a\0\ud800' });
     assert.equal(decoded(nothing).filePath, 'a\ufffd\ufffd');
 });
