@@ -103,13 +103,17 @@ test('texts of other hosts are read as the host reads theirs', () => {
     assert.deepEqual([item.frameRate, item.startTime, item.endTime], [frame, 2n * frame, 5n * frame]);
 });
 
+const deep = (items) => `<n>${'<assetItemList><assetItem>'.repeat(items)}` +
+    `${'</assetItem></assetItemList>'.repeat(items)}</n>`;
+
 test('garbage is refused in time that grows with it alone', () => {
     const times = 200000;
+    assert.equal(parseNotification('', deep(2047)).assetItemList.length, 1, 'as deep as the host reads');
     for (const [what, text] of Object.entries({
         nothing: '', text: 'x', tag: '<', cut: '<n><result>OK', attribute: '<n><filePath path="a',
         comment: '<n><!--', 'end tag': '<n></m>', open: '<name>'.repeat(times),
         items: `<n><assetItemList>${'<assetItem>'.repeat(times)}`,
-        deep: `<n>${'<assetItemList><assetItem>'.repeat(4000)}`,
+        deep: deep(2048),
         ends: `<n><errorInfo>${'</errorInfo>x'.repeat(times)}`,
         quotes: `<n><filePath path="${'" '.repeat(times)}`,
         'texts without end': `<n>${'<errorInfo></errorInfo>x'.repeat(times)}`,
