@@ -252,10 +252,13 @@ test('a task is followed to its end', async () => {
     const steps = (await settled(followed(slow))).value;
     assert.deepEqual([steps.length, steps[0][1], steps.at(-1)[0]], [256, 745, 'TransferStatus']);
 
-    const left = panel.task(taskID);
+    const [left, unread] = [panel.task(taskID), panel.task(taskID)];
     const waiting = settled(left.next());
     await left.return();
-    assert.deepEqual((await waiting).value, { value: undefined, done: true });
+    host.say('TransferProgress', { taskID });
+    await unread.return();
+    for (const next of [waiting, settled(left.next()), settled(unread.next())])
+        assert.deepEqual((await next).value, { value: undefined, done: true });
 });
 
 test('after a gap the panel asks how things stand, where the host answers that', async () => {
