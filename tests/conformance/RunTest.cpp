@@ -3,6 +3,7 @@
 #include "conformance/Main.h"
 #include "examples/embedding/Panels.h"
 #include "tests/conformance/Rig.h"
+#include "tests/support/System.h"
 #include "tests/support/TextFile.h"
 
 #include <gtest/gtest.h>
@@ -208,17 +209,14 @@ TEST(ConformanceMain, CannotCheckWhereAHostIsInstalled)
 
 TEST(Conformance, ATemporaryDirectoryThatCannotBeUsedFailsNothing)
 {
-    const char* const before = std::getenv("TMPDIR");
+    const char* const before = std::getenv(TestSystem::kTemporaryDirectory);
     const std::string kept = before == nullptr ? "" : before;
-    ::setenv("TMPDIR", "/no/such/folder", 1);
+    TestSystem::SetVariable(TestSystem::kTemporaryDirectory, "/no/such/folder");
     const Rig<ThreadedStations> rig;
     Conformance::Options options;
     options.only = {"files.file", "files.threads"};
     const auto results = Conformance::Run(rig.subject, options).results;
-    if (before == nullptr)
-        ::unsetenv("TMPDIR");
-    else
-        ::setenv("TMPDIR", kept.c_str(), 1);
+    TestSystem::SetVariable(TestSystem::kTemporaryDirectory, before == nullptr ? nullptr : kept.c_str());
     for (const auto& result : results) {
         EXPECT_EQ(result.outcome, Outcome::kNotChecked);
         EXPECT_EQ(result.reason.find("cannot make files in the temporary directory"), 0U) << result.reason;

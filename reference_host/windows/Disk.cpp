@@ -1,0 +1,54 @@
+#include "reference_host/Disk.h"
+
+#include <filesystem>
+#include <string>
+#include <windows.h>
+
+namespace ReferenceHost::Disk {
+namespace {
+
+/// The units go to the system as they are, also halves of characters, which names of files may hold.
+std::wstring Native(const UTF16String& path)
+{
+    return {path.begin(), path.end()};
+}
+
+/// \return The absolute form that the system does not cut at 260 units; the path itself where there is none.
+std::wstring Extended(const std::wstring& path)
+{
+    if (path.compare(0, 4, L"\\\\?\\") == 0 || path.compare(0, 4, L"\\\\.\\") == 0)
+        return path;
+    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    if (full.compare(0, 4, L"\\\\.\\") == 0)
+        return full;  // a device
+    if (full.compare(0, 2, L"\\\\") == 0)
+        return L"\\\\?\\UNC\\" + full.substr(2);
+    return full.empty() ? path : L"\\\\?\\" + full;
+}
+
+}  // namespace
+
+Kind LookAt(const UTF16String& path)
+{
+    // Neither reading nor writing, so that it does not matter who else holds the file.
+    const HANDLE handle =
+        CreateFileW(Extended(Native(path)).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return Kind::kMissing;
+    BY_HANDLE_FILE_INFORMATION information;
+    const bool isKnown = GetFileInformationByHandle(handle, &information) != 0;
+    CloseHandle(handle);
+    if (!isKnown)
+        return Kind::kMissing;
+    return (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? Kind::kFolder : Kind::kFile;
+}
+
+UTF16String Normalized(const UTF16String& path)
+{
+    const std::wstring normal = std::filesystem::path(Native(path)).lexically_normal().native();
+    return {normal.begin(), normal.end()};
+}
+
+}  // namespace ReferenceHost::Disk
