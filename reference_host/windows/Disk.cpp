@@ -47,7 +47,14 @@ Kind LookAt(const UTF16String& path)
 
 UTF16String Normalized(const UTF16String& path)
 {
-    const std::wstring normal = std::filesystem::path(Native(path)).lexically_normal().native();
+    const auto isSeparator = [&path](std::size_t at) {
+        return at < path.size() && (path[at] == u'\\' || path[at] == u'/');
+    };
+    // The C++ library knows drives, but not that two separators begin a share.
+    const bool isShare = isSeparator(0) && isSeparator(1) && !isSeparator(2);
+    std::filesystem::path rest = Native(isShare ? path.substr(2) : path);
+    rest = rest.lexically_normal().make_preferred();
+    const std::wstring normal = (isShare ? L"\\\\" : L"") + rest.native();
     return {normal.begin(), normal.end()};
 }
 

@@ -38,12 +38,13 @@ public:
         mMade.push_back(L"\\\\?\\" + Native(path));
         ASSERT_NE(CreateDirectoryW(mMade.back().c_str(), nullptr), 0) << Narrow(path);
     }
-    void MakeFile(const UTF16String& path)
+    bool MakeFile(const UTF16String& path)
     {
         mMade.push_back(L"\\\\?\\" + Native(path));
-        const HANDLE file = CreateFileW(mMade.back().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
-        ASSERT_NE(file, INVALID_HANDLE_VALUE) << Narrow(path);
+        const HANDLE file =
+            CreateFileW(mMade.back().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
         CloseHandle(file);
+        return file != INVALID_HANDLE_VALUE;
     }
 
 private:
@@ -61,10 +62,10 @@ TEST_F(DiskTest, LooksAtEveryKindOfPath)
     const UTF16String half = root + u"\\half-" + u'\xD800';
     const UTF16String longName = root + u'\\' + UTF16String(150, u'l');
     const UTF16String deep = longName + u'\\' + UTF16String(150, u'd') + u".mov";
-    folder.MakeFile(root + u"\\файл 🎬.mov");
-    folder.MakeFile(half);
+    EXPECT_TRUE(folder.MakeFile(root + u"\\файл 🎬.mov"));
+    const bool hasHalves = folder.MakeFile(half);  // not where the disk holds names in UTF-8, as under Wine
     folder.Make(longName);
-    folder.MakeFile(deep);
+    EXPECT_TRUE(folder.MakeFile(deep));
     ASSERT_GT(deep.size(), 300U);
 
     struct
@@ -80,7 +81,7 @@ TEST_F(DiskTest, LooksAtEveryKindOfPath)
         {root + u"\\.\\x\\..\\файл 🎬.mov", true, false},
         {u"\\\\?\\" + root + u"\\файл 🎬.mov", true, false},
         {u"\\\\?\\" + root, true, true},
-        {half, true, false},
+        {half, hasHalves, false},
         {longName, true, true},
         {deep, true, false},
         {u"\\\\?\\" + deep, true, false},
@@ -105,11 +106,12 @@ TEST_F(DiskTest, SeesAFileThatAnotherHolds)
 {
     const Folder folder(u"held-" + host.GetTexts().CreateUniqueGuid().AsString());
     const UTF16String path = folder.Path() + u"\\held.mov";
-    const HANDLE held = CreateFileW(Native(path).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                    FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    const HANDLE held = CreateFileW(Native(path).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                    CREATE_NEW, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
-    EXPECT_EQ(CreateFileW(Native(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr),
-              INVALID_HANDLE_VALUE);
+    EXPECT_EQ(
+        CreateFileW(Native(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr),
+        INVALID_HANDLE_VALUE);
     EXPECT_TRUE(host.GetFiles().ExistsOnDisk(path));
     CloseHandle(held);
     EXPECT_FALSE(host.GetFiles().ExistsOnDisk(path));
