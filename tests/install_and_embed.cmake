@@ -20,7 +20,7 @@ endfunction()
 set(work ${BUILD}/installation)
 file(REMOVE_RECURSE ${work})
 set(cross "")
-set(before "")
+set(suffix "")
 if(NOT TOOLCHAIN)
     run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${work}/installed)
 else()
@@ -36,7 +36,7 @@ else()
     set(ENV{PKG_CONFIG_LIBDIR} ${libraries}/../../build/windows-libraries/lib/pkgconfig)
     # Hosts have the macros of windows.h, with "min" and "max"; the library was built without.
     string(PREPEND FLAGS "-include windows.h ")
-    set(before "#include <windows.h>\n")
+    set(suffix .exe)
 endif()
 foreach(file protocol.json protocol.schema.json notifications.xsd requests.rng assetconnector.d.ts)
     file(SIZE ${work}/installed/share/asset-connector/${file} size)  # fails without it
@@ -59,19 +59,23 @@ target_link_libraries(host PRIVATE AssetConnector::reference_host AssetConnector
 ")
 build_with_package(${work}/readme)
 string(REPLACE "-include windows.h " "" FLAGS "${FLAGS}")
-run(${RUN} ${work}/readme/build/host)
+run(${RUN} ${work}/readme/build/host${suffix})
 
-# Each installed header compiles alone, with a second inclusion of itself; on Windows behind windows.h, and all of them
-# before it.
+# Each installed header compiles alone, with a second inclusion of itself; on Windows all of them before and behind
+# windows.h.
 file(GLOB_RECURSE headers RELATIVE ${work}/installed/include/asset-connector
     ${work}/installed/include/asset-connector/*.h)
 foreach(header IN LISTS headers)
     string(MAKE_C_IDENTIFIER ${header} name)
-    file(WRITE ${work}/headers/${name}.cpp "${before}#include \"${header}\"\n#include \"${header}\"\n")
-    string(APPEND all "#include \"${header}\"\n")
+    if(TOOLCHAIN)
+        file(APPEND ${work}/headers/before.cpp "#include \"${header}\"\n")
+    else()
+        file(WRITE ${work}/headers/${name}.cpp "#include \"${header}\"\n#include \"${header}\"\n")
+    endif()
 endforeach()
-if(before)
-    file(WRITE ${work}/headers/all.cpp "${all}${before}")
+if(TOOLCHAIN)
+    file(WRITE ${work}/headers/behind.cpp "#include <windows.h>\n#include \"before.cpp\"\n")
+    file(APPEND ${work}/headers/before.cpp "#include <windows.h>\n")
 endif()
 file(WRITE ${work}/headers/CMakeLists.txt "cmake_minimum_required(VERSION 3.21)
 project(Headers LANGUAGES CXX)
@@ -94,10 +98,10 @@ if(pkg_config)
         "#include \"assetconnector/connectors/EventCatalogue.h\"\nint main() { return AC::EventCatalogue().empty() ? 1 : 0; }\n")
     run(${COMPILER} -std=c++17 ${work}/events.cpp -o ${work}/events ${flags})
     cmake_path(GET pc_folder PARENT_PATH libraries)
-    run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${libraries} ${RUN} ${work}/events)
+    run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${libraries} ${RUN} ${work}/events${suffix})
 endif()
 
-run(${RUN} ${work}/embedding/build/embedding)
+run(${RUN} ${work}/embedding/build/embedding${suffix})
 foreach(expected "show the ingest dialog for \"Interviews\"" "OpenIngestDialogStatus" "StartIngest"
         "component: ingest started")
     if(NOT output MATCHES "${expected}")
@@ -106,7 +110,7 @@ foreach(expected "show the ingest dialog for \"Interviews\"" "OpenIngestDialogSt
 endforeach()
 
 # It checks itself, with the installed kit.
-run(${RUN} ${work}/embedding/build/conformance --tap --junit ${work}/conformance.xml)
+run(${RUN} ${work}/embedding/build/conformance${suffix} --tap --junit ${work}/conformance.xml)
 foreach(expected "ok [0-9]+ - stations.order\n" "ok [0-9]+ - panels.registered\n"
         "ok [0-9]+ - panels.dispatched # SKIP the subject has no setPanel\n")
     if(NOT output MATCHES "${expected}")
