@@ -14,7 +14,8 @@ function(install_development_library target folder)
         list(TRANSFORM headers APPEND .h)
         install(FILES ${headers} DESTINATION ${include_dir}/${folder})
     else()
-        install(DIRECTORY ${folder} DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
+        install(DIRECTORY ${folder} DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h"
+            PATTERN posix EXCLUDE PATTERN windows EXCLUDE PATTERN Disk.h EXCLUDE)
     endif()
 endfunction()
 

@@ -10,3 +10,5 @@ not_here("reads ELF files" linked)
 
 add_test(NAME exports COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/windows/exports $<TARGET_FILE:assetconnector>
     ${PROJECT_SOURCE_DIR}/cmake/debian/libassetconnector${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}.symbols)
+
+add_test(NAME names COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/windows/names ${PROJECT_SOURCE_DIR})
