@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,9 @@ void PrepareStreams();
 
 /// \return What follows the program's name, in UTF-8.
 std::vector<std::string> Arguments(int count, char** arguments);
+
+/// \return The path that an argument names.
+std::filesystem::path PathOf(const std::string& argument);
 
 /// \return Whether standard output is a terminal that shows colours.
 bool ShowsColours();

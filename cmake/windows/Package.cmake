@@ -1,7 +1,10 @@
 # A zip of what is installed, with the DLLs of others that library and program load and what their licences ask for.
-install(DIRECTORY ${assetconnector_libraries}/bin/ DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
-    FILES_MATCHING PATTERN "*.dll")
-install(DIRECTORY ${assetconnector_libraries}/share/licenses DESTINATION ${CMAKE_INSTALL_DATADIR} COMPONENT runtime)
+if(assetconnector_libraries)  # those of the toolchain file
+    install(DIRECTORY ${assetconnector_libraries}/bin/ DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+        FILES_MATCHING PATTERN "*.dll")
+    install(DIRECTORY ${assetconnector_libraries}/share/licenses DESTINATION ${CMAKE_INSTALL_DATADIR}
+        COMPONENT runtime)
+endif()
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/licenses/asset-connector COMPONENT runtime)
 
 set(CPACK_GENERATOR ZIP)

@@ -1,5 +1,7 @@
 #include "reference_host/Disk.h"
 
+#include "reference_host/windows/LongPath.h"
+
 #include <filesystem>
 #include <string>
 #include <windows.h>
@@ -7,15 +9,16 @@
 namespace ReferenceHost::Disk {
 namespace {
 
-/// The units go to the system as they are, also halves of characters, which names of files may hold.
 std::wstring Native(const UTF16String& path)
 {
     return {path.begin(), path.end()};
 }
 
-/// \return The absolute form that the system does not cut at 260 units; the path itself where there is none.
-std::wstring Extended(const std::wstring& path)
+}  // namespace
+
+std::wstring LongPath(const UTF16String& given)
 {
+    const std::wstring path = Native(given);
     if (path.compare(0, 4, L"\\\\?\\") == 0 || path.compare(0, 4, L"\\\\.\\") == 0)
         return path;
     std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
@@ -27,13 +30,11 @@ std::wstring Extended(const std::wstring& path)
     return full.empty() ? path : L"\\\\?\\" + full;
 }
 
-}  // namespace
-
 Kind LookAt(const UTF16String& path)
 {
     // Neither reading nor writing, so that it does not matter who else holds the file.
     const HANDLE handle =
-        CreateFileW(Extended(Native(path)).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+        CreateFileW(LongPath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                     nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
         return Kind::kMissing;

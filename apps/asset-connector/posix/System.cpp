@@ -16,6 +16,11 @@ std::vector<std::string> Arguments(int count, char** arguments)
     return {arguments + (count > 0 ? 1 : 0), arguments + count};
 }
 
+std::filesystem::path PathOf(const std::string& argument)
+{
+    return argument;
+}
+
 bool ShowsColours()
 {
     return isatty(STDOUT_FILENO) == 1;

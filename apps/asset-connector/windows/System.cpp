@@ -2,6 +2,7 @@
 
 #include "ConsoleBuffer.h"
 #include "assetconnector/host/ferrite/Unicode.h"
+#include "reference_host/windows/LongPath.h"
 
 #include <fcntl.h>
 #include <io.h>
@@ -45,6 +46,13 @@ std::vector<std::string> Arguments(int /*count*/, char** /*arguments*/)
         texts.push_back(ferrite::utility::UTF16to8(UTF16String(text.begin(), text.end())));
     }
     return texts;
+}
+
+std::filesystem::path PathOf(const std::string& argument)
+{
+    const UTF16String path = ferrite::utility::UTF8to16(argument);
+    constexpr std::size_t kCut = 248;  // where the system begins to refuse short forms
+    return path.size() < kCut ? std::wstring(path.begin(), path.end()) : ReferenceHost::Disk::LongPath(path);
 }
 
 bool ShowsColours()
