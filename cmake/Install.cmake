@@ -14,13 +14,16 @@ function(install_development_library target folder)
         list(TRANSFORM headers APPEND .h)
         install(FILES ${headers} DESTINATION ${include_dir}/${folder})
     else()
-        install(DIRECTORY ${folder} DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
+        install(DIRECTORY ${folder} DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h"
+            PATTERN posix EXCLUDE PATTERN windows EXCLUDE PATTERN Disk.h EXCLUDE)
     endif()
 endfunction()
 
 set_target_properties(assetconnector_headers PROPERTIES EXPORT_NAME headers)
 install(TARGETS assetconnector assetconnector_headers EXPORT AssetConnectorTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install_development_library(assetconnector_reference_host reference_host)
 install_development_library(assetconnector_conformance conformance Check Main Report Run Subject)
 install(EXPORT AssetConnectorTargets NAMESPACE AssetConnector:: DESTINATION ${package_dir})
@@ -38,10 +41,12 @@ if(ASSETCONNECTOR_BUILD_PROGRAM)
     install(FILES ${assetconnector_shared_files} DESTINATION ${CMAKE_INSTALL_DATADIR}/asset-connector
         COMPONENT program)
     install(DIRECTORY panels/client DESTINATION ${CMAKE_INSTALL_DATADIR}/asset-connector COMPONENT program)
-    install(FILES docs/asset-connector.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
-    install(FILES cmake/completions/asset-connector.bash RENAME asset-connector
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)
-    install(FILES cmake/completions/_asset-connector DESTINATION ${zsh_dir} COMPONENT program)
+    if(NOT WIN32)
+        install(FILES docs/asset-connector.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
+        install(FILES cmake/completions/asset-connector.bash RENAME asset-connector
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)
+        install(FILES cmake/completions/_asset-connector DESTINATION ${zsh_dir} COMPONENT program)
+    endif()
 endif()
 
 # The public headers: folders where all is public, and single headers of the others. The rest is internal.
@@ -81,6 +86,8 @@ file(RELATIVE_PATH pc_to_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_I
 configure_file(cmake/asset-connector.pc.in ${PROJECT_BINARY_DIR}/asset-connector.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/asset-connector.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-if(PROJECT_IS_TOP_LEVEL AND ASSETCONNECTOR_BUILD_PROGRAM)
+if(PROJECT_IS_TOP_LEVEL AND ASSETCONNECTOR_BUILD_PROGRAM AND WIN32)
+    include(cmake/windows/Package.cmake)
+elseif(PROJECT_IS_TOP_LEVEL AND ASSETCONNECTOR_BUILD_PROGRAM)
     include(cmake/Packages.cmake)
 endif()

@@ -1,3 +1,9 @@
+# What depends on the system stands in folders of this name.
+set(assetconnector_system posix)
+if(WIN32)
+    set(assetconnector_system windows)
+endif()
+
 # What every target of this project is compiled with.
 add_library(assetconnector_options INTERFACE)
 
@@ -5,6 +11,10 @@ target_compile_options(assetconnector_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
     # Inline statics as unique symbols would keep the library from being unloaded.
     $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+
+if(WIN32)
+    target_compile_definitions(assetconnector_options INTERFACE NOMINMAX)  # our sources; hosts may have it or not
+endif()
 
 # A comma list for -fsanitize=, such as "address,undefined" or "thread".
 set(ASSETCONNECTOR_SANITIZE "" CACHE STRING "Sanitizers to build with")

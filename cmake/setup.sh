@@ -25,6 +25,7 @@ need() {
 build_packages=(g++ cmake ninja-build libxerces-c-dev libboost-dev nlohmann-json3-dev libcli11-dev)
 test_packages=(libgtest-dev libgmock-dev libxml2-utils python3-jsonschema)
 packaging_packages=(dpkg-dev file binutils)
+windows_packages=(g++-mingw-w64-x86-64-posix wine64 wine dpkg-dev googletest)
 
 # say_at_first_step TEXT: says it once the build on standard input compiles or links something.
 say_at_first_step() {

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
@@ -81,7 +82,7 @@ int Write(const Report& report, const CommandLine& line)
     (line.tap ? WriteTAP : WriteText)(report, std::cout);
     std::cout.flush();
     if (!line.junit.empty()) {
-        std::ofstream file(line.junit);
+        std::ofstream file(std::filesystem::u8path(line.junit));
         WriteJUnit(report, file);
         file.close();
         if (!file)

@@ -8,7 +8,7 @@
 namespace Conformance {
 
 /// A whole program, to be called from a host's main: checks the host and writes the report to the standard
-/// output. --help tells the options.
+/// output. --help tells the options, which are UTF-8.
 /// \param own The host's own checks.
 /// \return 0 when nothing failed, 1 when something did, 2 for a bad command line, a file that cannot be
 ///         written, or a host that cannot be installed. When a check hangs, it writes the report and ends

@@ -11,7 +11,7 @@ namespace ReferenceHost {
 class Memory : public Kiln::IMemory
 {
 public:
-    static constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
+    static constexpr std::size_t kUnlimited = (std::numeric_limits<std::size_t>::max)();  // may be a macro
 
     void* Allocate(std::size_t size) override;
     void Dispose(void* memory, std::size_t size) noexcept override;

@@ -1,5 +1,5 @@
-# Installs the build, builds the example against what was installed, and runs it.
-# cmake -DBUILD=... -DSOURCE=... -DCOMPILER=... -DFLAGS=... -P install_and_embed.cmake
+# Installs the build, for Windows by unpacking its zip, builds the example against what was installed, and runs it.
+# cmake -DBUILD=... -DSOURCE=... -DCOMPILER=... -DFLAGS=... [-DTOOLCHAIN=... -DRUN=...] -P install_and_embed.cmake
 
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
@@ -12,13 +12,32 @@ endfunction()
 # Builds a project in a folder of its own against the installed package.
 function(build_with_package folder)
     run(${CMAKE_COMMAND} -S ${folder} -B ${folder}/build -G Ninja -DCMAKE_BUILD_TYPE=Release
-        -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_PREFIX_PATH=${work}/installed)
+        -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_PREFIX_PATH=${work}/installed
+        ${cross})
     run(${CMAKE_COMMAND} --build ${folder}/build)
 endfunction()
 
 set(work ${BUILD}/installation)
 file(REMOVE_RECURSE ${work})
-run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${work}/installed)
+set(cross "")
+set(suffix "")
+if(NOT TOOLCHAIN)
+    run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${work}/installed)
+else()
+    file(REMOVE_RECURSE ${BUILD}/package)
+    run(${CMAKE_CPACK_COMMAND} --config ${BUILD}/CPackConfig.cmake)
+    file(GLOB zip ${BUILD}/package/*.zip)
+    file(ARCHIVE_EXTRACT INPUT ${zip} DESTINATION ${work})
+    cmake_path(GET zip STEM LAST_ONLY name)
+    file(RENAME ${work}/${name} ${work}/installed)
+    set(cross -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} -DCMAKE_FIND_ROOT_PATH=${work}/installed)
+    set(ENV{AC_DLLS} ${work}/installed/bin)
+    cmake_path(GET TOOLCHAIN PARENT_PATH libraries)
+    set(ENV{PKG_CONFIG_LIBDIR} ${libraries}/../../build/windows-libraries/lib/pkgconfig)
+    # Hosts have the macros of windows.h, with "min" and "max"; the library was built without.
+    string(PREPEND FLAGS "-include windows.h ")
+    set(suffix .exe)
+endif()
 foreach(file protocol.json protocol.schema.json notifications.xsd requests.rng assetconnector.d.ts client/index.js
         client/index.d.ts)
     file(SIZE ${work}/installed/share/asset-connector/${file} size)  # fails without it
@@ -40,15 +59,26 @@ add_executable(host main.cpp)
 target_link_libraries(host PRIVATE AssetConnector::reference_host AssetConnector::assetconnector)
 ")
 build_with_package(${work}/readme)
-run(${work}/readme/build/host)
+string(REPLACE "-include windows.h " "" FLAGS "${FLAGS}")
+run(${RUN} ${work}/readme/build/host${suffix})
 
-# Each installed header compiles alone, with a second inclusion of itself.
+# Each installed header compiles alone, with a second inclusion of itself; on Windows all of them before and behind
+# windows.h.
 file(GLOB_RECURSE headers RELATIVE ${work}/installed/include/asset-connector
     ${work}/installed/include/asset-connector/*.h)
 foreach(header IN LISTS headers)
     string(MAKE_C_IDENTIFIER ${header} name)
-    file(WRITE ${work}/headers/${name}.cpp "#include \"${header}\"\n#include \"${header}\"\n")
+    if(TOOLCHAIN)
+        file(APPEND ${work}/headers/before.cpp "#include \"${header}\"\n")
+    else()
+        file(WRITE ${work}/headers/${name}.cpp "#include \"${header}\"\n#include \"${header}\"\n")
+    endif()
 endforeach()
+if(TOOLCHAIN)
+    file(WRITE ${work}/headers/behind.cpp "#include <windows.h>\n#include \"before.cpp\"\n")
+    file(APPEND ${work}/headers/before.cpp "#include <windows.h>\n")
+    file(COPY ${SOURCE}/tests/windows/GetObject.cpp DESTINATION ${work}/headers)
+endif()
 file(WRITE ${work}/headers/CMakeLists.txt "cmake_minimum_required(VERSION 3.21)
 project(Headers LANGUAGES CXX)
 find_package(AssetConnector REQUIRED)
@@ -70,10 +100,10 @@ if(pkg_config)
         "#include \"assetconnector/connectors/EventCatalogue.h\"\nint main() { return AC::EventCatalogue().empty() ? 1 : 0; }\n")
     run(${COMPILER} -std=c++17 ${work}/events.cpp -o ${work}/events ${flags})
     cmake_path(GET pc_folder PARENT_PATH libraries)
-    run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${libraries} ${work}/events)
+    run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${libraries} ${RUN} ${work}/events${suffix})
 endif()
 
-run(${work}/embedding/build/embedding)
+run(${RUN} ${work}/embedding/build/embedding${suffix})
 foreach(expected "show the ingest dialog for \"Interviews\"" "OpenIngestDialogStatus" "StartIngest"
         "component: ingest started")
     if(NOT output MATCHES "${expected}")
@@ -82,7 +112,7 @@ foreach(expected "show the ingest dialog for \"Interviews\"" "OpenIngestDialogSt
 endforeach()
 
 # It checks itself, with the installed kit.
-run(${work}/embedding/build/conformance --tap --junit ${work}/conformance.xml)
+run(${RUN} ${work}/embedding/build/conformance${suffix} --tap --junit ${work}/conformance.xml)
 foreach(expected "ok [0-9]+ - stations.order\n" "ok [0-9]+ - panels.registered\n"
         "ok [0-9]+ - panels.dispatched # SKIP the subject has no setPanel\n")
     if(NOT output MATCHES "${expected}")

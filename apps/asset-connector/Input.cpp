@@ -1,5 +1,6 @@
 #include "Input.h"
 
+#include "System.h"
 #include "session/Outline.h"
 
 #include <cerrno>
@@ -19,10 +20,11 @@ Input::Input(const std::string& file) : mName(file), mStream(&mFile)
         mStream = &std::cin;
         return;
     }
+    const std::filesystem::path path = System::PathOf(file);
     std::error_code ignored;
-    if (std::filesystem::is_directory(file, ignored))
+    if (std::filesystem::is_directory(path, ignored))
         throw std::runtime_error(file + ": is a directory");
-    mFile.open(file, std::ios::binary);
+    mFile.open(path, std::ios::binary);
     if (!mFile)
         throw std::runtime_error((file.empty() ? "\"\"" : file) + ": " + std::strerror(errno));
 }

@@ -1,18 +1,20 @@
 #include "Commands.h"
 #include "Input.h"
+#include "System.h"
 #include "assetconnector/host/XMLPlatform.h"
 
 #include <CLI/CLI.hpp>
 #include <boost/function.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 
-#include <csignal>
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <new>
-#include <poll.h>
-#include <unistd.h>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -21,20 +23,13 @@ using namespace AssetConnector;
 bool IsColoured()
 {
     const char* const noColour = std::getenv("NO_COLOR");
-    return isatty(STDOUT_FILENO) == 1 && (noColour == nullptr || *noColour == '\0');
-}
-
-/// \return Whether standard output is a pipe that nobody reads any more.
-bool ReaderIsGone()
-{
-    pollfd output{STDOUT_FILENO, POLLOUT, 0};
-    return poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0;
+    return (noColour == nullptr || *noColour == '\0') && System::ShowsColours();
 }
 
 /// Prints what is left. A reader who closed the pipe has seen enough; any other failure is one.
 Status Flush(Status status)
 {
-    if (std::cout.flush() || ReaderIsGone())
+    if (std::cout.flush() || System::ReaderIsGone())
         return status;
     Complain("standard output cannot be written");
     return kBad;
@@ -47,6 +42,7 @@ public:
     Program()
     {
         mApp.require_subcommand(1);
+        mApp.allow_windows_style_options(false);  // where "/name" may be a path
         CLI::App* const decode = AddCommand("decode", "Print the record that a panel's text decodes to",
                                             [this] { return Decode(mFile, std::cout); });
         AddFile(decode);
@@ -79,16 +75,18 @@ public:
         AddFile(check);
     }
 
-    int Run(int count, char** arguments)
+    int Run(std::vector<std::string> arguments)
     {
+        const std::string first = arguments.empty() ? "-" : arguments.front();
         try {
-            mApp.parse(count, arguments);
+            std::reverse(arguments.begin(), arguments.end());  // as it wants them
+            mApp.parse(std::move(arguments));
         } catch (const CLI::Success& help) {
             mApp.exit(help);
             return Flush(kDone);
         } catch (const CLI::Error& error) {
-            const bool isUnknown = count > 1 && *arguments[1] != '-' && mApp.get_subcommands().empty();
-            Complain((isUnknown ? std::string("unknown command \"") + arguments[1] + '"' : error.what()) +
+            const bool isUnknown = first.compare(0, 1, "-") != 0 && mApp.get_subcommands().empty();
+            Complain((isUnknown ? "unknown command \"" + first + '"' : error.what()) +
                      "; usage: asset-connector decode|encode|check|replay|events|protocol [OPTIONS] [FILE]");
             return kBad;
         }
@@ -143,7 +141,7 @@ private:
 
 int main(int count, char** arguments)
 {
-    std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
-    return Program().Run(count, arguments);
+    System::PrepareStreams();
+    return Program().Run(System::Arguments(count, arguments));
 }

@@ -24,7 +24,7 @@ void Restrict(ACMessage& message, Filler& random)
         *flag = static_cast<std::int32_t>(random.Below(2));
     message.roughCutUseLocalFile = AC::kACMessage_False;  // else sub-items are not read
     for (UTF16String& path : message.fileList)
-        path = u"/media/" + path.substr(path.size() - 1);  // its own normal form
+        path = u"media-" + path.substr(path.size() - 1);  // its own normal form on every system
     for (auto& result : message.actionResultList)
         result->result = random.Below(2) == 0 ? 0 : Ridge::kFailure;
     message.mediaPropertyInfo.frameRate = {tempora::kTicksPerSecond / 25};

@@ -76,7 +76,7 @@ struct LooksAtFoldersAlone : Files
 {
     bool ExistsOnDisk(const UTF16String& path) override
     {
-        const std::size_t separator = path.rfind(u'/');
+        const std::size_t separator = path.find_last_of(u"/\\");
         return Files::ExistsOnDisk(path) ||
                (separator != UTF16String::npos && Files::IsDirectory(path.substr(0, separator)));
     }
@@ -132,8 +132,8 @@ struct NumbersForms : Files
 {
     UTF16String NormalizePathWithoutUNC(const UTF16String& path) override
     {
-        return path.find(u'/') == UTF16String::npos ? path + UTF16String(++count, u'/')
-                                                    : Files::NormalizePathWithoutUNC(path);
+        return path.find_first_of(u"/\\") == UTF16String::npos ? path + UTF16String(++count, u'/')
+                                                               : Files::NormalizePathWithoutUNC(path);
     }
     std::atomic<std::size_t> count{0};
 };

@@ -358,7 +358,7 @@ TEST(EventCatalogue, HasASeedForEachRequestOfAConnector)
     for (std::size_t place = 0; place < AC::kRequestCount; ++place) {
         const UTF16String& identifier = *AC::EventCatalogue()[place].identifier;
         const std::string name = Narrow(identifier.substr(identifier.rfind(u'.') + 1));
-        std::ifstream seed(TEST_DATA "/../fuzz/corpus/requests/" + name);
+        std::ifstream seed(TEST_DATA "/../fuzz/corpus/requests/" + name, std::ios::binary);
         for (const auto& kind : Session::kConnectorKinds)
             EXPECT_TRUE(seed.is_open() || !kind.handles(identifier)) << name << " has none";
         if (seed.is_open()) {

@@ -1,25 +1,16 @@
 #include "assetconnector/connectors/ConnectorAccess.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "tests/support/SessionInputs.h"
+#include "tests/support/System.h"
 
 #include <xercesc/dom/DOMException.hpp>
 
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
-#include <unistd.h>
 
 namespace {
 
-std::size_t ResidentBytes()
-{
-    std::ifstream file("/proc/self/statm");
-    std::size_t size = 0;
-    std::size_t resident = 0;
-    file >> size >> resident;
-    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-}
-
+using TestSystem::ResidentBytes;
 using Soak = HostTest;
 
 /// Messages of every road through both connectors, as a long day brings them.

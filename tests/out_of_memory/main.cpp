@@ -5,6 +5,7 @@
 #include "assetconnector/codec/ACMessageEncoder.h"
 #include "assetconnector/connectors/EventCatalogue.h"
 #include "assetconnector/connectors/SendRoad.h"
+#include "assetconnector/host/Export.h"
 #include "assetconnector/host/kiln/Exceptions.h"
 #include "assetconnector/host/ridge/TandemEvents.h"
 #include "assetconnector/host/ridge/Utilities.h"
@@ -79,13 +80,13 @@ public:
 }  // namespace
 
 /// The XML library loses blocks of its own when memory runs out inside it. Ours are counted, too.
-extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions()
+extern "C" AC_API const char* __lsan_default_suppressions()
 {
     return "leak:libxerces-c";
 }
 
 // Not inlined: the compiler would take malloc and free for a mistake.
-[[gnu::noinline]] void* operator new(std::size_t size)
+AC_NOINLINE void* operator new(std::size_t size)
 {
     void* const memory = ours.Take(size);
     if (memory == nullptr)
@@ -93,22 +94,22 @@ extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppression
     return memory;
 }
 
-[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+AC_NOINLINE void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
 {
     return ours.Take(size);
 }
 
-[[gnu::noinline]] void operator delete(void* memory) noexcept
+AC_NOINLINE void operator delete(void* memory) noexcept
 {
     ours.Return(memory);
 }
 
-[[gnu::noinline]] void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
+AC_NOINLINE void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
 {
     ours.Return(memory);
 }
 
-[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept
+AC_NOINLINE void operator delete(void* memory, std::size_t /*size*/) noexcept
 {
     ours.Return(memory);
 }

@@ -32,7 +32,7 @@ TEST(CheckFiles, HasATextForEachKindThatGivesItAlone)
 {
     std::set<std::string> files;
     for (const auto& file : std::filesystem::directory_iterator(kFolder / "check"))
-        files.insert(file.path().filename());
+        files.insert(file.path().filename().string());
     for (const FindingKind& kind : FindingKinds()) {
         const std::string name(kind.name);
         ASSERT_TRUE(files.erase(name + ".xml") == 1 && files.erase(name + ".txt") == 1) << name;
@@ -77,7 +77,7 @@ TEST(CheckFiles, FindsInTheFilesWhatIsKnown)
             files.insert(file.path());
     for (const path& file : files) {
         if (file.extension() == ".xml")
-            add(file.filename(), Found(TextOf(file)));
+            add(file.filename().string(), Found(TextOf(file)));
         std::ifstream lines(file);
         std::size_t number = 0;
         for (std::string line; file.extension() == ".jsonl" && std::getline(lines, line);) {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "tests/support/HostTest.h"
+#include "tests/support/System.h"
 
 #include <cstddef>
-#include <pthread.h>
 #include <string>
 
 /// As many items within items as a text may hold, two elements each.
@@ -25,15 +25,6 @@ void OnSmallStack(Function function)
 #else
     constexpr std::size_t kStack = 1U << 20U;
 #endif
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, kStack);
-    pthread_t thread;
-    const auto run = [](void* argument) -> void* {
-        (*static_cast<Function*>(argument))();
-        return nullptr;
-    };
-    ASSERT_EQ(pthread_create(&thread, &attributes, run, &function), 0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
+    const auto run = [](void* argument) { (*static_cast<Function*>(argument))(); };
+    ASSERT_TRUE(TestSystem::RunOnStack(kStack, run, &function));
 }

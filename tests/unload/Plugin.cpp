@@ -8,7 +8,7 @@
 #include "reference_host/Host.h"
 
 /// \return How many blocks of the host's memory are left, 0 when all is well; -1 for an exception.
-extern "C" __attribute__((visibility("default"))) int UseLibrary()
+extern "C" AC_API int UseLibrary()
 {
     try {
         ReferenceHost::Host host(ReferenceHost::Stations::Delivery::kByHand);

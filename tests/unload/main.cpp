@@ -1,10 +1,23 @@
 // Loads the plugin, and with it the shared library, a hundred times: each time both must really go.
 // usage: unload_test PLUGIN LIBRARY
 
+#include "tests/support/System.h"
+
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include <cstdio>
-#include <dlfcn.h>
+
+namespace {
+
+/// \return How many blocks of the host's memory are left; -1 when the plugin cannot be used.
+int Use(const char* file)
+{
+    const TestSystem::Module plugin(file);
+    const auto use = reinterpret_cast<int (*)()>(plugin.Find("UseLibrary"));
+    return use == nullptr ? -1 : use();
+}
+
+}  // namespace
 
 int main(int argc, char** argv)
 {
@@ -12,16 +25,9 @@ int main(int argc, char** argv)
         return 2;
     xercesc::XMLPlatformUtils::Initialize();  // the XML library stays loaded
     for (int round = 0; round < 100; ++round) {
-        void* const plugin = dlopen(argv[1], RTLD_NOW | RTLD_LOCAL);
-        if (plugin == nullptr) {
-            std::fprintf(stderr, "%s\n", dlerror());
-            return 1;
-        }
-        const auto use = reinterpret_cast<int (*)()>(dlsym(plugin, "UseLibrary"));
-        const int left = use();
-        dlclose(plugin);
+        const int left = Use(argv[1]);
         for (int i = 1; i < argc; ++i) {
-            if (dlopen(argv[i], RTLD_NOW | RTLD_NOLOAD) != nullptr || left != 0) {
+            if (TestSystem::Module::IsLoaded(argv[i]) || left != 0) {
                 std::fprintf(stderr, "round %d: %s stays, %d blocks left\n", round, argv[i], left);
                 return 1;
             }

@@ -4,6 +4,7 @@
 #include "assetconnector/codec/ElementWriter.h"
 #include "assetconnector/codec/ItemOrder.h"
 #include "assetconnector/codec/ValueForms.h"
+#include "assetconnector/host/Export.h"
 #include "assetconnector/host/ferrite/ReservedCharacters.h"
 #include "assetconnector/host/ridge/AssetItem.h"
 
@@ -20,7 +21,7 @@ using Ridge::AssetItemList;
 
 /// Reads an item's own values. Not inlined into the recursion below, whose frames must stay small: a text
 /// may nest items some 2,000 deep, and a thread of the host may have 1 MiB of stack.
-[[gnu::noinline]] boost::shared_ptr<AssetItem> ReadAssetItem(const DOMElement* item)
+AC_NOINLINE boost::shared_ptr<AssetItem> ReadAssetItem(const DOMElement* item)
 {
     const ElementReader reader(item);
     const tempora::FrameRate rate = reader.Multiplier();
@@ -54,7 +55,7 @@ void ReadItems(const DOMElement* section, AssetItemList& target, bool withoutSub
 }
 
 /// Writes an item's own values; not inlined into the recursion, as above.
-[[gnu::noinline]] void EncodeAssetItem(const AssetItem& item, std::int64_t order, const ElementWriter& writer)
+AC_NOINLINE void EncodeAssetItem(const AssetItem& item, std::int64_t order, const ElementWriter& writer)
 {
     const bool hasTimes =
         item.GetInPoint() != tempora::kTime_Invalid || item.GetDuration() != tempora::kTime_Invalid;

@@ -20,84 +20,91 @@ struct ReadXMPReport;
 ///
 /// Threads: every operation may be called on any thread, several at once. A connector takes no lock: each
 /// call works on a record of its own. It may be destroyed from inside a call that it makes.
-class AC_API ConnectorFrame : public Ridge::IIngestLibraryNotifier,
-                              public IAssetConnectorPrivate,
-                              public Kiln::Listener
+class AC_API_PARTS ConnectorFrame : public Ridge::IIngestLibraryNotifier,
+                                    public IAssetConnectorPrivate,
+                                    public Kiln::Listener
 {
 public:
     ConnectorFrame(const ConnectorFrame&) = delete;
     ConnectorFrame& operator=(const ConnectorFrame&) = delete;
 
     // KilnUnknown
-    void AddRef() override;
-    void Release() override;
-    ~ConnectorFrame() override;
-    std::int32_t QueryInterface(const Guid& interfaceID, void*& out) override;
-    KilnUnknown* GetRawPointer() override;
+    AC_API void AddRef() override;
+    AC_API void Release() override;
+    AC_API ~ConnectorFrame() override;
+    AC_API std::int32_t QueryInterface(const Guid& interfaceID, void*& out) override;
+    AC_API KilnUnknown* GetRawPointer() override;
 
     // Ridge::IIngestLibraryNotifier
-    void OnIngestStarted(const Guid& task) override;
-    void OnIngestFinished(const Guid& task) override;
-    void OnIngestCancelled(const Guid& task) override;
-    void OnIngestPaused(const Ridge::GuidList& tasks) override;
-    void OnIngestResumed(const Ridge::GuidList& tasks) override;
-    void OnIngestItemsReady(const Guid& task, const Guid& batch, const Guid& taskItem,
-                            const Ridge::IngestItemList& items,
-                            const Ridge::CustomMetadata& metadata) override;
-    void OnBackupItemsReady(const Guid& task, const Guid& batch, const Ridge::IngestItemList& items,
-                            const Ridge::CustomMetadata& metadata) override;
-    void OnIngestBatchStarted(const Guid& task, const Guid& batch, const UTF16String& targetBin) override;
-    void OnIngestBatchFinished(const Guid& task, const Guid& batch) override;
-    void OnInitMiniMetadata(const Guid& task, const Guid& message,
-                            const Ridge::IngestItemList& items) override;
-    void OnTranscodeStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                           const UTF16String& error, const UTF16String& outputPath) override;
-    void OnConcatenationStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                               const UTF16String& error, const UTF16String& outputPath) override;
-    void OnTranscodeProgress(const Guid& task, const Guid& message, std::int32_t percentage) override;
-    void OnConcatenationProgress(const Guid& task, const Guid& message, std::int32_t percentage) override;
-    void OnSaveAsset(const Guid& task, const Guid& message, const Ridge::AssetMediaInfoList& infos,
-                     const boost::shared_ptr<Ridge::AssetItem>& item, bool saveFlag) override;
-    void OnTriggerSaveAssetStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                                  const UTF16String& error, const Ridge::AssetMediaInfoList& infos) override;
-    void OnFileChanged(const Guid& task, const Guid& message,
-                       const boost::shared_ptr<Ridge::AssetMediaInfo>& info, Ridge::ResultCode code) override;
-    void OnFileOffLine(const Guid& task, const Guid& message, const Ridge::PathList& paths) override;
-    void OnXMPChanged(const Guid& task, const Guid& message, const Ridge::AssetMediaInfoList& infos) override;
-    void OnMediaInfoChanged(const Guid& task, const Guid& message,
-                            const Ridge::AssetMediaInfoList& infos) override;
-    void OnImportXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code, const Guid& batch,
-                             const Guid& taskItem, const Ridge::AssetMediaInfoList& infos,
-                             const Ridge::AssetItemList& items) override;
-    void OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                           const UTF16String& mediaPath, const Guid& mediaInfo,
-                           const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
-                           const UTF16String& createTime, const UTF16String& lastModifyTime,
-                           const Guid& batch, const Guid& taskItem, const Ridge::ErrorRecordList& errors,
-                           const Kiln::InterfaceRef<KilnUnknown>& requestContext) override;
-    void OnRequestThumbnailStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                                  const UTF16String& clipPath, const Guid& asset, tempora::TickTime startTime,
-                                  const UTF16String& thumbPath, const Guid& batch,
-                                  const Guid& taskItem) override;
-    void OnTransferProgress(const Guid& task, const Guid& message, std::int32_t percentage) override;
-    void OnTransferStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                          const Ridge::TransferResultList& results) override;
-    void OnRenameStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                        const Ridge::TransferResultList& results) override;
-    void OnGetMediaPropertyInfoStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                                      const MediaPropertyInfo& info) override;
-    void OnGetTargetBinPath(const Guid& task, const Guid& message) override;
-    void OnXMPFileTimeChanged(const Guid& task, const Guid& message, Ridge::ResultCode code,
-                              const Ridge::ActionResultList& results) override;
+    AC_API void OnIngestStarted(const Guid& task) override;
+    AC_API void OnIngestFinished(const Guid& task) override;
+    AC_API void OnIngestCancelled(const Guid& task) override;
+    AC_API void OnIngestPaused(const Ridge::GuidList& tasks) override;
+    AC_API void OnIngestResumed(const Ridge::GuidList& tasks) override;
+    AC_API void OnIngestItemsReady(const Guid& task, const Guid& batch, const Guid& taskItem,
+                                   const Ridge::IngestItemList& items,
+                                   const Ridge::CustomMetadata& metadata) override;
+    AC_API void OnBackupItemsReady(const Guid& task, const Guid& batch, const Ridge::IngestItemList& items,
+                                   const Ridge::CustomMetadata& metadata) override;
+    AC_API void OnIngestBatchStarted(const Guid& task, const Guid& batch,
+                                     const UTF16String& targetBin) override;
+    AC_API void OnIngestBatchFinished(const Guid& task, const Guid& batch) override;
+    AC_API void OnInitMiniMetadata(const Guid& task, const Guid& message,
+                                   const Ridge::IngestItemList& items) override;
+    AC_API void OnTranscodeStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                  const UTF16String& error, const UTF16String& outputPath) override;
+    AC_API void OnConcatenationStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                      const UTF16String& error, const UTF16String& outputPath) override;
+    AC_API void OnTranscodeProgress(const Guid& task, const Guid& message, std::int32_t percentage) override;
+    AC_API void OnConcatenationProgress(const Guid& task, const Guid& message,
+                                        std::int32_t percentage) override;
+    AC_API void OnSaveAsset(const Guid& task, const Guid& message, const Ridge::AssetMediaInfoList& infos,
+                            const boost::shared_ptr<Ridge::AssetItem>& item, bool saveFlag) override;
+    AC_API void OnTriggerSaveAssetStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                         const UTF16String& error,
+                                         const Ridge::AssetMediaInfoList& infos) override;
+    AC_API void OnFileChanged(const Guid& task, const Guid& message,
+                              const boost::shared_ptr<Ridge::AssetMediaInfo>& info,
+                              Ridge::ResultCode code) override;
+    AC_API void OnFileOffLine(const Guid& task, const Guid& message, const Ridge::PathList& paths) override;
+    AC_API void OnXMPChanged(const Guid& task, const Guid& message,
+                             const Ridge::AssetMediaInfoList& infos) override;
+    AC_API void OnMediaInfoChanged(const Guid& task, const Guid& message,
+                                   const Ridge::AssetMediaInfoList& infos) override;
+    AC_API void OnImportXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                    const Guid& batch, const Guid& taskItem,
+                                    const Ridge::AssetMediaInfoList& infos,
+                                    const Ridge::AssetItemList& items) override;
+    AC_API void OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                  const UTF16String& mediaPath, const Guid& mediaInfo,
+                                  const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
+                                  const UTF16String& createTime, const UTF16String& lastModifyTime,
+                                  const Guid& batch, const Guid& taskItem,
+                                  const Ridge::ErrorRecordList& errors,
+                                  const Kiln::InterfaceRef<KilnUnknown>& requestContext) override;
+    AC_API void OnRequestThumbnailStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                         const UTF16String& clipPath, const Guid& asset,
+                                         tempora::TickTime startTime, const UTF16String& thumbPath,
+                                         const Guid& batch, const Guid& taskItem) override;
+    AC_API void OnTransferProgress(const Guid& task, const Guid& message, std::int32_t percentage) override;
+    AC_API void OnTransferStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                 const Ridge::TransferResultList& results) override;
+    AC_API void OnRenameStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                               const Ridge::TransferResultList& results) override;
+    AC_API void OnGetMediaPropertyInfoStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                             const MediaPropertyInfo& info) override;
+    AC_API void OnGetTargetBinPath(const Guid& task, const Guid& message) override;
+    AC_API void OnXMPFileTimeChanged(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                     const Ridge::ActionResultList& results) override;
 
     /// \return A counted reference to this connector.
-    virtual Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> GetInterfaceRef();
+    AC_API virtual Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> GetInterfaceRef();
 
     /// \return A handle that tells whether this connector still exists, and outlives it.
-    virtual Kiln::SharedReferenceBroker GetReferenceBroker();
+    AC_API virtual Kiln::SharedReferenceBroker GetReferenceBroker();
 
     // IAssetConnectorPrivate
-    void SetDispatcher(ALD::IAssetLibraryDispatcher* dispatcher) override;
+    AC_API void SetDispatcher(ALD::IAssetLibraryDispatcher* dispatcher) override;
 
 protected:
     /// \param tables Of static storage.
@@ -112,11 +119,11 @@ protected:
 private:
     friend class ConnectorFactory;
 
-    void OnStationMessage(const Kiln::Message& message) override;
+    AC_API void OnStationMessage(const Kiln::Message& message) override;
 
     /// A panel raised a request. Here it goes by the tables; a connector that gives its own requests more
     /// than that overrides it. Reads the dispatcher once and touches no member after calling it.
-    virtual void OnPanelRequest(const UTF16String& type, const UTF16String& data);
+    AC_API virtual void OnPanelRequest(const UTF16String& type, const UTF16String& data);
 
     /// Reports in the connector's own way.
     virtual void Report(const ImportXMPReport& report) = 0;

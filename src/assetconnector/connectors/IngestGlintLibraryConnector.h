@@ -10,13 +10,13 @@ namespace AC {
 
 /// The connector of the library panel. Tells the panel of everything that happens to tasks and assets and
 /// hands its requests to the dispatcher. Threads: see ConnectorFrame.
-class AC_API IngestGlintLibraryConnector final : public ConnectorFrame
+class AC_API_PARTS IngestGlintLibraryConnector final : public ConnectorFrame
 {
 public:
-    ~IngestGlintLibraryConnector() override;
+    AC_API ~IngestGlintLibraryConnector() override;
 
     /// \return Whether this connector acts on the request, or sends the notification, of the identifier.
-    static bool Handles(const UTF16String& identifier);
+    AC_API static bool Handles(const UTF16String& identifier);
 
 private:
     friend class ConnectorFactory;

@@ -9,13 +9,13 @@ namespace AC {
 /// station messages (StationMessages.h), and carries the panel's requests out or hands them to the
 /// dispatcher. Threads: see ConnectorFrame. A message is posted before the notification of the same event is
 /// sent.
-class AC_API IngestMediaCollectionConnector final : public ConnectorFrame
+class AC_API_PARTS IngestMediaCollectionConnector final : public ConnectorFrame
 {
 public:
-    ~IngestMediaCollectionConnector() override;
+    AC_API ~IngestMediaCollectionConnector() override;
 
     /// \return Whether this connector acts on the request, or sends the notification, of the identifier.
-    static bool Handles(const UTF16String& identifier);
+    AC_API static bool Handles(const UTF16String& identifier);
 
 private:
     friend class ConnectorFactory;

@@ -32,18 +32,18 @@ struct ParseError
 ///
 /// What a text may hold at most stands in MessageLimits.h. One parser, one text, one thread. It owns the
 /// document.
-class AC_API MessageParser final : public xercesc::XercesDOMParser
+class AC_API_PARTS MessageParser final : public xercesc::XercesDOMParser
 {
 public:
     /// \throws std::logic_error before the XML platform is initialised; xercesc::OutOfMemoryException.
-    MessageParser();
-    ~MessageParser() override;
+    AC_API MessageParser();
+    AC_API ~MessageParser() override;
 
     /// Parses the text, whatever encoding it declares; a leading byte order mark is accepted.
     /// \param observer Is told of each element; may be null, and is not needed afterwards.
     /// \return The document, owned by this parser; null when the text does not parse.
     /// \throws xercesc::OutOfMemoryException, std::bad_alloc, what the observer throws.
-    xercesc::DOMDocument* Parse(const UTF16String& text, ParseObserver* observer = nullptr);
+    AC_API xercesc::DOMDocument* Parse(const UTF16String& text, ParseObserver* observer = nullptr);
 
     /// \return What was wrong with the text, after Parse returned null. Of a text that mentions a password,
     ///         or holds an address with one, the reason quotes nothing.

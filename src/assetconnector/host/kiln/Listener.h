@@ -21,7 +21,8 @@ public:
     virtual ~Listener();
 
 protected:
-    /// Called by the host for each message; passes it to the handler.
+    /// Called by the host for each message; passes it to the handler. A macro of windows.h has the name
+    /// without its last letter, and leaves this one alone.
     virtual void DispatchMessageW(const Message& message);
 
     /// Handles a message, on the thread that broadcasts it, several at once. It may run as soon as

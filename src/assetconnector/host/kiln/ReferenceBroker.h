@@ -7,6 +7,9 @@
 #include <atomic>
 #include <cstdint>
 
+#pragma push_macro("GetObject")  // of windows.h, for as long as this header needs the name
+#undef GetObject
+
 namespace Kiln {
 
 /// Holds an object's reference count apart from the object, so that holders of a broker handle can tell
@@ -25,6 +28,10 @@ public:
 
     /// \return The object; null before it is bound and once it is destroyed.
     KilnUnknown* GetObject() const noexcept { return mObject.load(std::memory_order_acquire); }
+
+    /// What windows.h makes of GetObject in the code of a host.
+    KilnUnknown* GetObjectA() const noexcept { return GetObject(); }
+    KilnUnknown* GetObjectW() const noexcept { return GetObject(); }
 
     std::int32_t GetCount() const noexcept { return mCount.load(std::memory_order_relaxed); }
 
@@ -69,3 +76,5 @@ private:
 };
 
 }  // namespace Kiln
+
+#pragma pop_macro("GetObject")

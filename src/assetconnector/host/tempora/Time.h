@@ -29,7 +29,7 @@ constexpr FrameRate kFrameRate_Zero{};
 /// A count of ticks; the construction value is kTime_Invalid.
 struct TickTime
 {
-    std::int64_t ticks = std::numeric_limits<std::int64_t>::min();
+    std::int64_t ticks = (std::numeric_limits<std::int64_t>::min)();  // "min" may be a macro
 
     /// \return The frames at the given rate, truncated toward zero; at the zero rate the ticks; 0 for an
     ///         invalid time.
