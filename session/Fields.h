@@ -1,7 +1,7 @@
 #pragma once
 
-#include "session/FormatError.h"
-#include "session/Json.h"
+#include "session/format/FormatError.h"
+#include "session/format/Json.h"
 #include "session/ValueReader.h"
 
 #include <set>

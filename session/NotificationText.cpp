@@ -2,7 +2,7 @@
 
 #include "assetconnector/host/ferrite/Unicode.h"
 #include "assetconnector/xml/XMLUtilities.h"
-#include "session/Json.h"
+#include "session/format/Json.h"
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>

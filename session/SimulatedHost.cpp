@@ -36,12 +36,12 @@ boost::shared_ptr<Ridge::AssetMediaInfo> SimulatedIngestLibrary::CreateMasterCli
 
 UTF16String SimulatedIngestLibrary::CreateCustomMetadataStr(const Ridge::CustomMetadata& metadata)
 {
-    return ferrite::utility::UTF8to16(ValueWriter(Style::kSession).Write(metadata).dump());
+    return ferrite::utility::UTF8to16(SimulatedObjects::WriterFor(Style::kSession).TextOf(metadata));
 }
 
 SimulatedHost::SimulatedHost(Recorder& recorder)
     : mRecorder(recorder),
-      mInstallation({mForwardedPanelEvents, mForwardedStations, mForwardedIngestLibrary, mFiles,
+      mInstallation({mForwardedPanelEvents, mForwardedStations, mForwardedIngestLibrary, mForwardedFiles,
                      mForwardedTexts, mMemory},
                     mStations)
 {

@@ -102,6 +102,7 @@ private:
     ReferenceHost::Stations mStations{ReferenceHost::Stations::Delivery::kByHand};
     ReferenceHost::PanelEvents mPanelEvents{mStations};
 
+    ReferenceHost::ForwardingFiles<Recorder> mForwardedFiles{mFiles, mRecorder};
     ReferenceHost::ForwardingTexts<Recorder> mForwardedTexts{mTexts, mRecorder};
     ReferenceHost::ForwardingIngestLibrary<Recorder> mForwardedIngestLibrary{mIngestLibrary, mRecorder};
     ReferenceHost::ForwardingStations<Recorder> mForwardedStations{mStations, mRecorder};

@@ -2,7 +2,7 @@
 #include "assetconnector/connectors/EventCatalogue.h"
 #include "assetconnector/host/ferrite/Unicode.h"
 #include "session/ConnectorKinds.h"
-#include "session/Json.h"
+#include "session/format/Json.h"
 
 #include <algorithm>
 #include <iomanip>
