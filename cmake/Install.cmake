@@ -23,6 +23,7 @@ install(TARGETS assetconnector assetconnector_headers EXPORT AssetConnectorTarge
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
 install_development_library(assetconnector_reference_host reference_host)
 install_development_library(assetconnector_conformance conformance Check Main Report Run Subject)
+install_development_library(assetconnector_recorder recorder Recorder)
 install(EXPORT AssetConnectorTargets NAMESPACE AssetConnector:: DESTINATION ${package_dir})
 if(ASSETCONNECTOR_BUILD_PROGRAM)
     set(zsh_dir ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)

@@ -21,7 +21,7 @@ public:
 
 void Connectors::Create(std::size_t which)
 {
-    mAlive[which] = kConnectorKinds[which].create(DispatcherOf(which));
+    mAlive[which] = mFactory ? mFactory(which, DispatcherOf(which)) : kConnectorKinds[which].create(DispatcherOf(which));
 }
 
 void Connectors::Release(std::size_t which)
@@ -41,10 +41,11 @@ void Connectors::SetWithoutDispatcher(const std::set<std::size_t>& kinds)
 
 void Connectors::SetReadsFromDisk(bool fromDisk)
 {
+    RequireAlive(Find("library"), true);
     auto* const library =
-        dynamic_cast<AC::IngestGlintLibraryConnector*>(mAlive[Find("library")].Get());
+        dynamic_cast<AC::IngestGlintLibraryConnector*>(mAlive[Find("library")]->GetRawPointer());
     if (library == nullptr)
-        RequireAlive(Find("library"), true);
+        throw FormatError("the library connector is none of this library");
     // Only such a request turns it.
     const Ridge::TandemEvent read(
         AC::kPlexaEventType_ReadXMPFromDisk,

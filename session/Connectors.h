@@ -1,7 +1,7 @@
 #pragma once
 
 #include "reference_host/ForwardingDispatcher.h"
-#include "session/ConnectorKinds.h"
+#include "session/format/ConnectorKinds.h"
 #include "session/Recorder.h"
 
 #include <array>
@@ -17,8 +17,13 @@ class Connectors
 public:
     using Notifier = Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier>;
 
-    /// \param recorder Of what they do; outlives this object.
-    explicit Connectors(Recorder& recorder) : mRecorder(recorder) {}
+    /// Makes a connector of a kind.
+    using Factory = boost::function<Notifier(std::size_t which, ALD::IAssetLibraryDispatcher* dispatcher)>;
+
+    /// \param recorder Of what they do; outlives this object. \param factory Empty: the library's.
+    explicit Connectors(Recorder& recorder, Factory factory = {}) : mRecorder(recorder), mFactory(std::move(factory))
+    {
+    }
 
     /// \param which The place in kConnectorKinds.
     const Notifier& operator[](std::size_t which) const { return mAlive[which]; }
@@ -43,6 +48,7 @@ private:
     ALD::IAssetLibraryDispatcher* DispatcherOf(std::size_t which);
 
     Recorder& mRecorder;
+    const Factory mFactory;
     Recorder::DispatcherHook mDispatcherHook{mRecorder};
     ReferenceHost::ForwardingDispatcher<Recorder::DispatcherHook> mDispatcher{mDispatcherHook};
     std::set<std::size_t> mWithoutDispatcher;

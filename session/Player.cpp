@@ -34,7 +34,12 @@ const Player::InputRow Player::kInputs[] = {
     {"host", &Player::ReadHost},     {"ui", &Player::ReadUI},           {"call", &Player::ReadCall},
 };
 
-Player::Player(Style style, Recorder::Sink sink) : mRecorder(style, std::move(sink)), mHost(mRecorder) {}
+Player::Player(Style style, Recorder::Sink sink, const Between& between)
+    : mRecorder(style, std::move(sink)),
+      mHost(mRecorder, between.services),
+      mConnectors(mRecorder, between.connectors)
+{
+}
 
 BoundCall Player::Read(const Json& json)
 {

@@ -14,8 +14,15 @@ namespace Session {
 class Player
 {
 public:
-    /// \param sink Gets each effect as it happens.
-    Player(Style style, Recorder::Sink sink);
+    /// What stands between the library and the simulated host.
+    struct Between
+    {
+        SimulatedHost::Wrap services;
+        Connectors::Factory connectors;
+    };
+
+    /// \param sink Gets each effect as it happens. \param between Nothing, if it is left empty.
+    Player(Style style, Recorder::Sink sink, const Between& between = {});
 
     /// Reads an input. \return What plays it, once, before the next input is read.
     /// \throws FormatError when it cannot be played; nothing has happened then.
@@ -52,7 +59,7 @@ private:
 
     Recorder mRecorder;
     SimulatedHost mHost;
-    Connectors mConnectors{mRecorder};
+    Connectors mConnectors;
 };
 
 }  // namespace Session

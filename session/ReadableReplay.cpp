@@ -1,6 +1,6 @@
 #include "session/ReadableReplay.h"
 
-#include "session/ConnectorKinds.h"
+#include "session/format/ConnectorKinds.h"
 #include "session/format/FormatError.h"
 #include "session/NotificationText.h"
 #include "session/SimulatedObjects.h"

@@ -1,6 +1,7 @@
 #include "session/SessionCheck.h"
 
 #include "session/NotificationText.h"
+#include "session/format/Passwords.h"
 
 #include <string>
 #include <utility>

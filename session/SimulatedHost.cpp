@@ -39,12 +39,15 @@ UTF16String SimulatedIngestLibrary::CreateCustomMetadataStr(const Ridge::CustomM
     return ferrite::utility::UTF8to16(SimulatedObjects::WriterFor(Style::kSession).TextOf(metadata));
 }
 
-SimulatedHost::SimulatedHost(Recorder& recorder)
-    : mRecorder(recorder),
-      mInstallation({mForwardedPanelEvents, mForwardedStations, mForwardedIngestLibrary, mForwardedFiles,
-                     mForwardedTexts, mMemory},
-                    mStations)
+SimulatedHost::SimulatedHost(Recorder& recorder, const Wrap& wrap)
+    : mRecorder(recorder), mInstallation(wrap ? wrap(Services()) : Services(), mStations)
 {
+}
+
+AC::HostServices SimulatedHost::Services()
+{
+    return {mForwardedPanelEvents, mForwardedStations, mForwardedIngestLibrary,
+            mForwardedFiles,       mForwardedTexts,    mMemory};
 }
 
 }  // namespace Session
