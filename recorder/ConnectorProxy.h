@@ -41,8 +41,8 @@ private:
     const Kind mKind;
 };
 
-/// The connector as the host holds it: callbacks are recorded, dispatchers wrapped. Counted, any thread; keeps the
-/// connector as long as it is held.
+/// The connector as the host holds it: callbacks are recorded, dispatchers wrapped. Counted, any thread;
+/// keeps the connector as long as it is held.
 class ConnectorProxy final : public ForwardingNotifier<CallbackHook>, public AC::IAssetConnectorPrivate
 {
 public:

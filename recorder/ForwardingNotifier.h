@@ -12,7 +12,10 @@ class ForwardingNotifier : public Ridge::IIngestLibraryNotifier
 
 public:
     /// \param next Not null.
-    ForwardingNotifier(Kiln::InterfaceRef<Next> next, Hook hook) : mNext(std::move(next)), mHook(std::move(hook)) {}
+    ForwardingNotifier(Kiln::InterfaceRef<Next> next, Hook hook)
+        : mNext(std::move(next)), mHook(std::move(hook))
+    {
+    }
 
     void OnIngestStarted(const Guid& task) override { Pass("OnIngestStarted", &Next::OnIngestStarted, task); }
     void OnIngestFinished(const Guid& task) override
@@ -31,11 +34,14 @@ public:
     {
         Pass("OnIngestResumed", &Next::OnIngestResumed, tasks);
     }
-    void OnIngestItemsReady(const Guid& task, const Guid& batch, const Guid& taskItem, const Ridge::IngestItemList& items, const Ridge::CustomMetadata& metadata) override
+    void OnIngestItemsReady(const Guid& task, const Guid& batch, const Guid& taskItem,
+                            const Ridge::IngestItemList& items,
+                            const Ridge::CustomMetadata& metadata) override
     {
         Pass("OnIngestItemsReady", &Next::OnIngestItemsReady, task, batch, taskItem, items, metadata);
     }
-    void OnBackupItemsReady(const Guid& task, const Guid& batch, const Ridge::IngestItemList& items, const Ridge::CustomMetadata& metadata) override
+    void OnBackupItemsReady(const Guid& task, const Guid& batch, const Ridge::IngestItemList& items,
+                            const Ridge::CustomMetadata& metadata) override
     {
         Pass("OnBackupItemsReady", &Next::OnBackupItemsReady, task, batch, items, metadata);
     }
@@ -47,15 +53,18 @@ public:
     {
         Pass("OnIngestBatchFinished", &Next::OnIngestBatchFinished, task, batch);
     }
-    void OnInitMiniMetadata(const Guid& task, const Guid& message, const Ridge::IngestItemList& items) override
+    void OnInitMiniMetadata(const Guid& task, const Guid& message,
+                            const Ridge::IngestItemList& items) override
     {
         Pass("OnInitMiniMetadata", &Next::OnInitMiniMetadata, task, message, items);
     }
-    void OnTranscodeStatus(const Guid& task, const Guid& message, Ridge::ResultCode code, const UTF16String& error, const UTF16String& outputPath) override
+    void OnTranscodeStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                           const UTF16String& error, const UTF16String& outputPath) override
     {
         Pass("OnTranscodeStatus", &Next::OnTranscodeStatus, task, message, code, error, outputPath);
     }
-    void OnConcatenationStatus(const Guid& task, const Guid& message, Ridge::ResultCode code, const UTF16String& error, const UTF16String& outputPath) override
+    void OnConcatenationStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                               const UTF16String& error, const UTF16String& outputPath) override
     {
         Pass("OnConcatenationStatus", &Next::OnConcatenationStatus, task, message, code, error, outputPath);
     }
@@ -67,15 +76,18 @@ public:
     {
         Pass("OnConcatenationProgress", &Next::OnConcatenationProgress, task, message, percentage);
     }
-    void OnSaveAsset(const Guid& task, const Guid& message, const Ridge::AssetMediaInfoList& infos, const boost::shared_ptr<Ridge::AssetItem>& item, bool saveFlag) override
+    void OnSaveAsset(const Guid& task, const Guid& message, const Ridge::AssetMediaInfoList& infos,
+                     const boost::shared_ptr<Ridge::AssetItem>& item, bool saveFlag) override
     {
         Pass("OnSaveAsset", &Next::OnSaveAsset, task, message, infos, item, saveFlag);
     }
-    void OnTriggerSaveAssetStatus(const Guid& task, const Guid& message, Ridge::ResultCode code, const UTF16String& error, const Ridge::AssetMediaInfoList& infos) override
+    void OnTriggerSaveAssetStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                  const UTF16String& error, const Ridge::AssetMediaInfoList& infos) override
     {
         Pass("OnTriggerSaveAssetStatus", &Next::OnTriggerSaveAssetStatus, task, message, code, error, infos);
     }
-    void OnFileChanged(const Guid& task, const Guid& message, const boost::shared_ptr<Ridge::AssetMediaInfo>& info, Ridge::ResultCode code) override
+    void OnFileChanged(const Guid& task, const Guid& message,
+                       const boost::shared_ptr<Ridge::AssetMediaInfo>& info, Ridge::ResultCode code) override
     {
         Pass("OnFileChanged", &Next::OnFileChanged, task, message, info, code);
     }
@@ -87,35 +99,52 @@ public:
     {
         Pass("OnXMPChanged", &Next::OnXMPChanged, task, message, infos);
     }
-    void OnMediaInfoChanged(const Guid& task, const Guid& message, const Ridge::AssetMediaInfoList& infos) override
+    void OnMediaInfoChanged(const Guid& task, const Guid& message,
+                            const Ridge::AssetMediaInfoList& infos) override
     {
         Pass("OnMediaInfoChanged", &Next::OnMediaInfoChanged, task, message, infos);
     }
-    void OnImportXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code, const Guid& batch, const Guid& taskItem, const Ridge::AssetMediaInfoList& infos, const Ridge::AssetItemList& items) override
+    void OnImportXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code, const Guid& batch,
+                             const Guid& taskItem, const Ridge::AssetMediaInfoList& infos,
+                             const Ridge::AssetItemList& items) override
     {
-        Pass("OnImportXMPFinished", &Next::OnImportXMPFinished, task, message, code, batch, taskItem, infos, items);
+        Pass("OnImportXMPFinished", &Next::OnImportXMPFinished, task, message, code, batch, taskItem, infos,
+             items);
     }
-    void OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code, const UTF16String& mediaPath, const Guid& mediaInfo, const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp, const UTF16String& createTime, const UTF16String& lastModifyTime, const Guid& batch, const Guid& taskItem, const Ridge::ErrorRecordList& errors, const Kiln::InterfaceRef<KilnUnknown>& requestContext) override
+    void OnReadXMPFinished(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                           const UTF16String& mediaPath, const Guid& mediaInfo,
+                           const Ridge::CustomMetadata& metadata, const Ridge::XMPText& xmp,
+                           const UTF16String& createTime, const UTF16String& lastModifyTime,
+                           const Guid& batch, const Guid& taskItem, const Ridge::ErrorRecordList& errors,
+                           const Kiln::InterfaceRef<KilnUnknown>& requestContext) override
     {
-        Pass("OnReadXMPFinished", &Next::OnReadXMPFinished, task, message, code, mediaPath, mediaInfo, metadata, xmp, createTime, lastModifyTime, batch, taskItem, errors, requestContext);
+        Pass("OnReadXMPFinished", &Next::OnReadXMPFinished, task, message, code, mediaPath, mediaInfo,
+             metadata, xmp, createTime, lastModifyTime, batch, taskItem, errors, requestContext);
     }
-    void OnRequestThumbnailStatus(const Guid& task, const Guid& message, Ridge::ResultCode code, const UTF16String& clipPath, const Guid& asset, tempora::TickTime startTime, const UTF16String& thumbPath, const Guid& batch, const Guid& taskItem) override
+    void OnRequestThumbnailStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                  const UTF16String& clipPath, const Guid& asset, tempora::TickTime startTime,
+                                  const UTF16String& thumbPath, const Guid& batch,
+                                  const Guid& taskItem) override
     {
-        Pass("OnRequestThumbnailStatus", &Next::OnRequestThumbnailStatus, task, message, code, clipPath, asset, startTime, thumbPath, batch, taskItem);
+        Pass("OnRequestThumbnailStatus", &Next::OnRequestThumbnailStatus, task, message, code, clipPath,
+             asset, startTime, thumbPath, batch, taskItem);
     }
     void OnTransferProgress(const Guid& task, const Guid& message, std::int32_t percentage) override
     {
         Pass("OnTransferProgress", &Next::OnTransferProgress, task, message, percentage);
     }
-    void OnTransferStatus(const Guid& task, const Guid& message, Ridge::ResultCode code, const Ridge::TransferResultList& results) override
+    void OnTransferStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                          const Ridge::TransferResultList& results) override
     {
         Pass("OnTransferStatus", &Next::OnTransferStatus, task, message, code, results);
     }
-    void OnRenameStatus(const Guid& task, const Guid& message, Ridge::ResultCode code, const Ridge::TransferResultList& results) override
+    void OnRenameStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                        const Ridge::TransferResultList& results) override
     {
         Pass("OnRenameStatus", &Next::OnRenameStatus, task, message, code, results);
     }
-    void OnGetMediaPropertyInfoStatus(const Guid& task, const Guid& message, Ridge::ResultCode code, const AC::MediaPropertyInfo& info) override
+    void OnGetMediaPropertyInfoStatus(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                                      const AC::MediaPropertyInfo& info) override
     {
         Pass("OnGetMediaPropertyInfoStatus", &Next::OnGetMediaPropertyInfoStatus, task, message, code, info);
     }
@@ -123,7 +152,8 @@ public:
     {
         Pass("OnGetTargetBinPath", &Next::OnGetTargetBinPath, task, message);
     }
-    void OnXMPFileTimeChanged(const Guid& task, const Guid& message, Ridge::ResultCode code, const Ridge::ActionResultList& results) override
+    void OnXMPFileTimeChanged(const Guid& task, const Guid& message, Ridge::ResultCode code,
+                              const Ridge::ActionResultList& results) override
     {
         Pass("OnXMPFileTimeChanged", &Next::OnXMPFileTimeChanged, task, message, code, results);
     }
@@ -135,7 +165,8 @@ private:
     template <class... Parameters, class... Arguments>
     void Pass(const char* callback, void (Next::*call)(Parameters...), const Arguments&... arguments)
     {
-        mHook.Around(callback, [&] { (mNext.Get()->*call)(arguments...); }, arguments...);
+        mHook.Around(
+            callback, [&] { (mNext.Get()->*call)(arguments...); }, arguments...);
     }
 
     const Kiln::InterfaceRef<Next> mNext;

@@ -12,33 +12,34 @@ using ferrite::utility::Guid;
 bool IsUsual(const boost::shared_ptr<Ridge::AssetMediaInfo>& info, const Ridge::MediaInfoArguments& arguments)
 {
     return info != nullptr &&
-           AC::Comparison::Same(AC::Comparison::ValuesOf(*info),
-                                Ridge::AssetMediaInfoValues{
-                                    arguments.type, arguments.guid, arguments.mediaPath, arguments.xmp,
-                                    arguments.fileContent, arguments.customMetadata, arguments.createTime,
-                                    arguments.lastModifyTime, arguments.rateTimeBase, arguments.rateNtsc,
-                                    arguments.aliasName, -1, false});
+           AC::Comparison::Same(
+               AC::Comparison::ValuesOf(*info),
+               Ridge::AssetMediaInfoValues{
+                   arguments.type, arguments.guid, arguments.mediaPath, arguments.xmp, arguments.fileContent,
+                   arguments.customMetadata, arguments.createTime, arguments.lastModifyTime,
+                   arguments.rateTimeBase, arguments.rateNtsc, arguments.aliasName, -1, false});
 }
 
-bool IsUsual(const boost::shared_ptr<Ridge::AssetMediaInfo>& info, const Guid& guid, const UTF16String& mediaPath,
-             const UTF16String& fileName, const Ridge::XMPText& xmp, const UTF16String& customMetadata,
-             const UTF16String& createTime, const UTF16String& lastModifyTime,
-             const UTF16String& /*reservedText*/)
+bool IsUsual(const boost::shared_ptr<Ridge::AssetMediaInfo>& info, const Guid& guid,
+             const UTF16String& mediaPath, const UTF16String& fileName, const Ridge::XMPText& xmp,
+             const UTF16String& customMetadata, const UTF16String& createTime,
+             const UTF16String& lastModifyTime, const UTF16String& /*reservedText*/)
 {
-    return info != nullptr && AC::Comparison::Same(AC::Comparison::ValuesOf(*info),
-                                                   Ridge::AssetMediaInfoValues{Ridge::AssetMediaType::kMasterClip,
-                                                                               guid,
-                                                                               mediaPath,
-                                                                               xmp,
-                                                                               {},
-                                                                               customMetadata,
-                                                                               createTime,
-                                                                               lastModifyTime,
-                                                                               {},
-                                                                               {},
-                                                                               fileName,
-                                                                               -1,
-                                                                               false});
+    return info != nullptr &&
+           AC::Comparison::Same(AC::Comparison::ValuesOf(*info),
+                                Ridge::AssetMediaInfoValues{Ridge::AssetMediaType::kMasterClip,
+                                                            guid,
+                                                            mediaPath,
+                                                            xmp,
+                                                            {},
+                                                            customMetadata,
+                                                            createTime,
+                                                            lastModifyTime,
+                                                            {},
+                                                            {},
+                                                            fileName,
+                                                            -1,
+                                                            false});
 }
 
 void Hook::Count(Input* input, const char* operation)
@@ -57,7 +58,8 @@ void Hook::Count(Input* input, const char* operation)
 }
 
 void Hook::CacheAnswered(Input& input, const char* operation, Ridge::ResultCode result,
-                         const UTF16String& mediaPath, const std::string& before, const std::string& after) const
+                         const UTF16String& mediaPath, const std::string& before,
+                         const std::string& after) const
 {
     Session::JsonText answer;
     answer.BeginObject();
@@ -68,8 +70,8 @@ void Hook::CacheAnswered(Input& input, const char* operation, Ridge::ResultCode 
         answer.String(after);
     }
     answer.EndObject();
-    input.answers.push_back(
-        {operation, Writer().Values().TextOfArguments(mediaPath), answer.Take(), result == -1 && after == before});
+    input.answers.push_back({operation, Writer().Values().TextOfArguments(mediaPath), answer.Take(),
+                             result == -1 && after == before});
 }
 
 void Hook::TurnReading(Input& input, Kind kind, const char* operation)

@@ -10,18 +10,19 @@
 
 namespace Recording {
 
-/// Whether the host of a replay gives the same of itself: media infos that store what they are made of, an open
-/// project. Of everything else, nobody knows.
+/// Whether the host of a replay gives the same of itself: media infos that store what they are made of, an
+/// open project. Of everything else, nobody knows.
 template <class Answer, class... Arguments>
 bool IsUsual(const Answer& /*answer*/, const Arguments&... /*arguments*/)
 {
     return false;
 }
-bool IsUsual(const boost::shared_ptr<Ridge::AssetMediaInfo>& info, const Ridge::MediaInfoArguments& arguments);
+bool IsUsual(const boost::shared_ptr<Ridge::AssetMediaInfo>& info,
+             const Ridge::MediaInfoArguments& arguments);
 bool IsUsual(const boost::shared_ptr<Ridge::AssetMediaInfo>& info, const ferrite::utility::Guid& guid,
              const UTF16String& mediaPath, const UTF16String& fileName, const Ridge::XMPText& xmp,
-             const UTF16String& customMetadata, const UTF16String& createTime, const UTF16String& lastModifyTime,
-             const UTF16String& reservedText);
+             const UTF16String& customMetadata, const UTF16String& createTime,
+             const UTF16String& lastModifyTime, const UTF16String& reservedText);
 inline bool IsUsual(const boost::shared_ptr<Ridge::SRProject>& project)
 {
     return project != nullptr;
@@ -31,8 +32,9 @@ inline bool IsUsual(const bool& answer, const UTF16String& /*path*/)
     return !answer;
 }
 
-/// What forwarders of services and dispatchers call: takes down the call as an effect of the innermost input of the
-/// thread, passes it on, and takes down what came back. Any thread. Nothing but what the host throws comes out.
+/// What forwarders of services and dispatchers call: takes down the call as an effect of the innermost input
+/// of the thread, passes it on, and takes down what came back. Any thread. Nothing but what the host throws
+/// comes out.
 class Hook
 {
 public:
@@ -67,7 +69,8 @@ public:
         mJournal.Guard(input, [&] { before = *holder; });
         const Ridge::ResultCode result = Through(input, operation, next);
         if (input != nullptr)
-            mJournal.Guard(input, [&] { CacheAnswered(*input, operation, result, mediaPath, before.value(), *holder); });
+            mJournal.Guard(
+                input, [&] { CacheAnswered(*input, operation, result, mediaPath, before.value(), *holder); });
         return result;
     }
 
@@ -102,7 +105,8 @@ public:
             return next();
         } catch (...) {
             if (input != nullptr)
-                mJournal.Guard(input, [&] { input->thrown.emplace(operation, Session::TextOfCurrentException()); });
+                mJournal.Guard(input,
+                               [&] { input->thrown.emplace(operation, Session::TextOfCurrentException()); });
             throw;
         }
     }
@@ -118,7 +122,8 @@ private:
     {
         Effect(input, [&](Session::JsonText& out) { Writer().HostCall(out, operation, arguments...); });
     }
-    void Called(Input* input, const char* /*operation*/, const std::string& notification, const std::string& data)
+    void Called(Input* input, const char* /*operation*/, const std::string& notification,
+                const std::string& data)
     {
         Effect(input, [&](Session::JsonText& out) { Writer().Notification(out, notification, data); });
     }
@@ -131,8 +136,8 @@ private:
             answer.Bool(result != nullptr);
         else
             Writer().Values().Write(result, answer);
-        input.answers.push_back({operation, Session::TextOfQuestion(Writer().Values(), arguments...), answer.Take(),
-                                 IsUsual(result, arguments...)});
+        input.answers.push_back({operation, Session::TextOfQuestion(Writer().Values(), arguments...),
+                                 answer.Take(), IsUsual(result, arguments...)});
     }
     static void Answered(Input& input, const char* /*operation*/, const std::string& browserID)
     {
@@ -142,8 +147,9 @@ private:
     {
         input.guids.push_back(guid);
     }
-    void CacheAnswered(Input& input, const char* operation, Ridge::ResultCode result, const UTF16String& mediaPath,
-                       const std::string& before, const std::string& after) const;
+    void CacheAnswered(Input& input, const char* operation, Ridge::ResultCode result,
+                       const UTF16String& mediaPath, const std::string& before,
+                       const std::string& after) const;
 
     /// Of the library connector, these calls show that the request was not empty.
     static void TurnReading(Input& input, Kind kind, const char* operation);

@@ -36,8 +36,8 @@ struct Change
     std::optional<bool> readsFromDisk;  ///< The library connector.
 };
 
-/// Something done to the library, with everything that came of it. Belongs to the thread on which it happens until it
-/// is finished, then to the writer.
+/// Something done to the library, with everything that came of it. Belongs to the thread on which it happens
+/// until it is finished, then to the writer.
 struct Input
 {
     enum class Type
@@ -61,7 +61,7 @@ struct Input
     std::vector<Answer> answers;
     std::vector<std::string> browserIDs;
     std::vector<ferrite::utility::Guid> guids;
-    std::vector<std::pair<const char*, std::uint32_t>> calls;  ///< How often each operation was called.
+    std::vector<std::pair<const char*, std::uint32_t>> calls;   ///< How often each operation was called.
     std::optional<std::pair<const char*, std::string>> thrown;  ///< By the last call of an operation.
     bool endedByException = false;
 
@@ -71,7 +71,7 @@ struct Input
     // While it is not finished:
     bool isRunning = false;
     bool isFinished = false;
-    bool isSeries = false;  ///< Goes on with the next registration of a request; anything else ends it.
+    bool isSeries = false;      ///< Goes on with the next registration of a request; anything else ends it.
     bool isPassedOver = false;  ///< Later ones were written before it.
     const void* message = nullptr;
     std::string station;

@@ -170,7 +170,8 @@ void Journal::EndDelivery(const InputPtr& input, std::size_t expected) noexcept
     }
 }
 
-Journal::InputPtr Journal::Rejoin(Kind kind, const Kiln::Message& message, const std::string& station) noexcept
+Journal::InputPtr Journal::Rejoin(Kind kind, const Kiln::Message& message,
+                                  const std::string& station) noexcept
 {
     try {
         const std::lock_guard<std::mutex> lock(mMutex);

@@ -36,8 +36,8 @@ private:
     std::set<std::string> mTold;
 };
 
-/// The inputs that are under way, and those that are finished and wait for the writer. Every function may be called on
-/// any thread; none throws: what cannot be taken down is lost, and counted.
+/// The inputs that are under way, and those that are finished and wait for the writer. Every function may be
+/// called on any thread; none throws: what cannot be taken down is lost, and counted.
 class Journal
 {
 public:

@@ -20,20 +20,27 @@ namespace {
 using Session::OrderedJson;
 
 /// Texts that are no names but mean something to the library or come from it.
-constexpr const char* kFixedWords[] = {
-    "true", "false", "masterClip", "subClip", "roughCut", "rcSubClip", "unKnown", "Copy", "NoCopy", "Verify",
-    "NoVerify", "MD5", "Overwrite", "ftp", "panel",
-    // Syntax of XML.
-    "amp", "lt", "gt", "quot", "apos", "CDATA", "DOCTYPE", "ENTITY", "SYSTEM", "PUBLIC", "xml", "version",
-    "encoding", "standalone", "UTF",
-    // Members of records, where a host writes a block as text.
-    "namespaces", "properties"};
+constexpr const char* kFixedWords[] = {"true", "false", "masterClip", "subClip", "roughCut", "rcSubClip",
+                                       "unKnown", "Copy", "NoCopy", "Verify", "NoVerify", "MD5", "Overwrite",
+                                       "ftp", "panel",
+                                       // Syntax of XML.
+                                       "amp", "lt", "gt", "quot", "apos", "CDATA", "DOCTYPE", "ENTITY",
+                                       "SYSTEM", "PUBLIC", "xml", "version", "encoding", "standalone", "UTF",
+                                       // Members of records, where a host writes a block as text.
+                                       "namespaces", "properties"};
 
-const UTF16String* const kConstants[] = {
-    &AC::kACMessage_ResultOK,           &AC::kACMessage_ResultFailure,      &AC::kACMessage_ResultIgnore,
-    &AC::kACMessage_ResultUserCanceled, &AC::kACMessage_ResultAccessDenied, &AC::kACMessage_ResultDirty,
-    &AC::kACMessage_ResultUndirty,      &AC::kACMessage_TypeInfo,           &AC::kACMessage_TypeWarn,
-    &AC::kMessageRoot,                  &AC::kNotificationRoot,             &AC::kNativeBrowserID};
+const UTF16String* const kConstants[] = {&AC::kACMessage_ResultOK,
+                                         &AC::kACMessage_ResultFailure,
+                                         &AC::kACMessage_ResultIgnore,
+                                         &AC::kACMessage_ResultUserCanceled,
+                                         &AC::kACMessage_ResultAccessDenied,
+                                         &AC::kACMessage_ResultDirty,
+                                         &AC::kACMessage_ResultUndirty,
+                                         &AC::kACMessage_TypeInfo,
+                                         &AC::kACMessage_TypeWarn,
+                                         &AC::kMessageRoot,
+                                         &AC::kNotificationRoot,
+                                         &AC::kNativeBrowserID};
 
 constexpr std::u16string_view kNames[] = {
 #define AC_NAME(CONSTANT, TEXT) TEXT,
@@ -96,15 +103,16 @@ std::string WithoutReferencesToLetters(std::string xml)
 {
     std::string plain;
     std::size_t at = 0;
-    for (std::size_t reference = xml.find("&#"); reference != std::string::npos; reference = xml.find("&#", at)) {
+    for (std::size_t reference = xml.find("&#"); reference != std::string::npos;
+         reference = xml.find("&#", at)) {
         plain.append(xml, at, reference - at);
         at = reference;
         const bool isHex = xml.compare(reference, 3, "&#x") == 0;
         const char* const digits = xml.data() + reference + (isHex ? 3 : 2);
         std::uint32_t code = 0;
         const auto read = std::from_chars(digits, xml.data() + xml.size(), code, isHex ? 16 : 10);
-        const bool isLetter = read.ec == std::errc() && read.ptr != xml.data() + xml.size() && *read.ptr == ';' &&
-                              code <= 0x10FFFFU &&
+        const bool isLetter = read.ec == std::errc() && read.ptr != xml.data() + xml.size() &&
+                              *read.ptr == ';' && code <= 0x10FFFFU &&
                               (code >= 0x80U || IsOfWord(static_cast<char>(code)));
         if (isLetter) {
             UTF16String letter;
@@ -124,7 +132,8 @@ std::string WithoutReferencesToLetters(std::string xml)
 /// \return Whether the operation's arguments are names of the library's own.
 bool NamesConstants(std::string_view operation)
 {
-    return operation == "Kiln::StationUtils::AddListener" || operation == "PlexaManager::AddTandemEventListener" ||
+    return operation == "Kiln::StationUtils::AddListener" ||
+           operation == "PlexaManager::AddTandemEventListener" ||
            operation == "PlexaManager::RemoveTandemEventListener";
 }
 

@@ -9,10 +9,10 @@
 
 namespace Recording {
 
-/// Takes out of lines of a session what a recording should not hold: passwords always; and, if it is asked to, what
-/// texts say: each word becomes another, the same by the same mask. Since the library takes texts apart and puts them
-/// together at punctuation alone, what it makes of masked texts is what it made, masked: the lines replay. Words of the
-/// protocol, numbers and GUIDs stay. Used by one thread.
+/// Takes out of lines of a session what a recording should not hold: passwords always; and, if it is asked
+/// to, what texts say: each word becomes another, the same by the same mask. Since the library takes texts
+/// apart and puts them together at punctuation alone, what it makes of masked texts is what it made, masked:
+/// the lines replay. Words of the protocol, numbers and GUIDs stay. Used by one thread.
 class Masking
 {
 public:

@@ -8,8 +8,8 @@
 
 namespace Recording {
 
-/// Stands in front of the host's panel events, and knows AC::AddTandemEvents and AC::RemoveTandemEvents by what they
-/// call: every request of the catalogue, in its order, outside of any input.
+/// Stands in front of the host's panel events, and knows AC::AddTandemEvents and AC::RemoveTandemEvents by
+/// what they call: every request of the catalogue, in its order, outside of any input.
 class PanelEvents final : public ReferenceHost::ForwardingPanelEvents<Hook>
 {
 public:

@@ -27,7 +27,10 @@ public:
     {
     }
 
-    bool Wraps(Kind kind, const ALD::IAssetLibraryDispatcher* next) const { return mKind == kind && mNext == next; }
+    bool Wraps(Kind kind, const ALD::IAssetLibraryDispatcher* next) const
+    {
+        return mKind == kind && mNext == next;
+    }
     ALD::IAssetLibraryDispatcher* Get() { return &mForwarder; }
 
 private:
@@ -62,10 +65,7 @@ public:
         mThread.join();
     }
 
-    AC::HostServices Services()
-    {
-        return {mPanelEvents, mStations, mIngestLibrary, mFiles, mTexts, mMemory};
-    }
+    AC::HostServices Services() { return {mPanelEvents, mStations, mIngestLibrary, mFiles, mTexts, mMemory}; }
 
     Notifier Create(Kind kind, ALD::IAssetLibraryDispatcher* dispatcher)
     {
@@ -129,10 +129,11 @@ public:
 private:
     Notifier Proxy(Kind kind, const Notifier& connector)
     {
-        return ConnectorProxy::Make(connector, CallbackHook(mJournal, kind),
-                                    [this, kind](const Notifier& real, ALD::IAssetLibraryDispatcher* dispatcher) {
-                                        SetDispatcher(kind, real, dispatcher);
-                                    });
+        return ConnectorProxy::Make(
+            connector, CallbackHook(mJournal, kind),
+            [this, kind](const Notifier& real, ALD::IAssetLibraryDispatcher* dispatcher) {
+                SetDispatcher(kind, real, dispatcher);
+            });
     }
 
     void SetDispatcher(Kind kind, const Notifier& connector, ALD::IAssetLibraryDispatcher* dispatcher)

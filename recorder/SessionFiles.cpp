@@ -60,7 +60,8 @@ bool SessionFiles::BeginNext()
     mFile.clear();
     mFile.open(path, std::ios::binary | std::ios::trunc);
     if (!mFile.is_open()) {
-        mTroubles.Tell("file", "cannot write " + path.u8string() + ": nothing is recorded until it can be written");
+        mTroubles.Tell("file",
+                       "cannot write " + path.u8string() + ": nothing is recorded until it can be written");
         return false;
     }
     ++mNumber;
@@ -88,8 +89,9 @@ bool SessionFiles::Write(const std::string& lines)
 void SessionFiles::Fail()
 {
     mFile.close();
-    mTroubles.Tell("disk", "cannot write on to " + Current().u8string() +
-                               ": the disk is full or gone; what happens is lost until it can be written again");
+    mTroubles.Tell("disk",
+                   "cannot write on to " + Current().u8string() +
+                       ": the disk is full or gone; what happens is lost until it can be written again");
     std::error_code ignored;  // half a line makes a file that nobody can replay
     std::filesystem::resize_file(Current(), mBytes, ignored);
     const std::lock_guard<std::mutex> lock(mMutex);

@@ -12,8 +12,8 @@
 
 namespace Recording {
 
-/// The files of a recording: numbered, changed by size, the oldest removed. What cannot be written is dropped, and a
-/// new file tried a second later. Used by the writer's thread, but for Current.
+/// The files of a recording: numbered, changed by size, the oldest removed. What cannot be written is
+/// dropped, and a new file tried a second later. Used by the writer's thread, but for Current.
 class SessionFiles
 {
 public:

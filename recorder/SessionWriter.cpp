@@ -116,7 +116,8 @@ void SessionWriter::BeginFile()
     mTold.hasDispatcher.fill(true);
     mMasking = std::make_unique<Masking>(mMasksContents);
 
-    std::string start = "# A recording of a host and asset-connector. Replay it: asset-connector replay FILE\n";
+    std::string start =
+        "# A recording of a host and asset-connector. Replay it: asset-connector replay FILE\n";
     if (mLost != 0)
         start += "# " + std::to_string(mLost) + " lines before this file were lost\n";
     mLost = 0;
@@ -156,9 +157,9 @@ std::string SessionWriter::HostLine(const Input& input)
         host.EndArray();
     }
     if (input.thrown) {
-        const auto calls =
-            std::find_if(input.calls.begin(), input.calls.end(),
-                         [&input](const auto& each) { return each.first == input.thrown->first; });
+        const auto calls = std::find_if(input.calls.begin(), input.calls.end(), [&input](const auto& each) {
+            return each.first == input.thrown->first;
+        });
         host.Name("throwsAt");
         host.BeginArray();
         host.BeginArray();

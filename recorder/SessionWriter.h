@@ -12,8 +12,8 @@
 
 namespace Recording {
 
-/// Makes session files of inputs: what the host answered comes before each as a "host" line, and every file begins with
-/// the state that it needs. Used by the writer's thread alone.
+/// Makes session files of inputs: what the host answered comes before each as a "host" line, and every file
+/// begins with the state that it needs. Used by the writer's thread alone.
 class SessionWriter
 {
 public:

@@ -151,8 +151,9 @@ void Stations::AddListener(const ImmutableString& station, Kiln::Listener& liste
     }
     if (proxy == nullptr) {
         if (kind != kKindCount)
-            mTroubles.Tell("connector",
-                           "a connector is not recorded: there is one of its kind, or it was not made by the recorder");
+            mTroubles.Tell(
+                "connector",
+                "a connector is not recorded: there is one of its kind, or it was not made by the recorder");
         return mNext.AddListener(station, listener);
     }
     Input* const input = mHook.GetJournal().Innermost();
@@ -202,9 +203,8 @@ void Stations::EndSubscriptions(Kiln::Listener& listener) noexcept
 Kind Stations::KindOfRecorded(const Kiln::Listener& listener)
 {
     const std::lock_guard<std::mutex> lock(mMutex);
-    const auto found = std::find_if(mRecorded.begin(), mRecorded.end(), [&listener](const Recorded& each) {
-        return each.listener == &listener;
-    });
+    const auto found = std::find_if(mRecorded.begin(), mRecorded.end(),
+                                    [&listener](const Recorded& each) { return each.listener == &listener; });
     return static_cast<Kind>(found - mRecorded.begin());
 }
 
@@ -218,15 +218,16 @@ std::size_t Stations::CountListeners(const std::string& station)
     return count;
 }
 
-void Stations::Reach(Kind kind, const std::string& station, Kiln::Listener& listener, const Kiln::Message& message)
+void Stations::Reach(Kind kind, const std::string& station, Kiln::Listener& listener,
+                     const Kiln::Message& message)
 {
     const char* const name = NameOf(message);
     if (name == nullptr)
         return Deliver(listener, message);
     Journal& journal = mHook.GetJournal();
-    const Journal::InputPtr input = journal.BeginDelivery(
-        kind, message, station,
-        [&](JsonText& out) { WriteMessage(out, station, name, message, mRegistered); });
+    const Journal::InputPtr input = journal.BeginDelivery(kind, message, station, [&](JsonText& out) {
+        WriteMessage(out, station, name, message, mRegistered);
+    });
     if (input != nullptr && message.MessageTypeID() == Ridge::TandemEvent::TypeID())
         input->request = &static_cast<const Ridge::TandemEvent&>(message).GetType();
     const std::size_t expected = CountListeners(station);
@@ -242,9 +243,8 @@ void Stations::Reach(Kind kind, const std::string& station, Kiln::Listener& list
 void Stations::BroadcastMessage(const ImmutableString& station, const Kiln::Message& message)
 {
     if (const auto* const row = Session::FindStationMessageClass(message))
-        mHook.GetJournal().Add(Input::Type::kDelivery, [&](JsonText& out) {
-            mHook.Writer().Delivery(out, *row, station, message);
-        });
+        mHook.GetJournal().Add(Input::Type::kDelivery,
+                               [&](JsonText& out) { mHook.Writer().Delivery(out, *row, station, message); });
     mNext.BroadcastMessage(station, message);
 }
 

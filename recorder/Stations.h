@@ -13,8 +13,8 @@
 
 namespace Recording {
 
-/// Stands in front of the host's stations. A connector that subscribes is subscribed by proxies, one for each station,
-/// which see what reaches it; the host's own listeners are subscribed as they are.
+/// Stands in front of the host's stations. A connector that subscribes is subscribed by proxies, one for each
+/// station, which see what reaches it; the host's own listeners are subscribed as they are.
 class Stations final : public Kiln::IStations
 {
 public:
@@ -24,12 +24,13 @@ public:
 
     void AddListener(const ferrite::utility::ImmutableString& station, Kiln::Listener& listener) override;
     void EndSubscriptions(Kiln::Listener& listener) noexcept override;
-    void BroadcastMessage(const ferrite::utility::ImmutableString& station, const Kiln::Message& message) override;
+    void BroadcastMessage(const ferrite::utility::ImmutableString& station,
+                          const Kiln::Message& message) override;
     void PostMessageToUIThread(const ferrite::utility::ImmutableString& station, const Kiln::Message& message,
                                bool flag) override;
 
-    /// From now on, until the connector is destroyed, one that subscribes on this thread is recorded as of that kind.
-    /// \return False when one of the kind is recorded already.
+    /// From now on, until the connector is destroyed, one that subscribes on this thread is recorded as of
+    /// that kind. \return False when one of the kind is recorded already.
     bool BeginConnector(Kind kind);
     /// It is made. \param made False when its factory threw.
     void EndConnector(Kind kind, bool made);
@@ -51,7 +52,8 @@ private:
         std::vector<std::shared_ptr<Proxy>> proxies;
     };
 
-    /// \return The connector of that kind which the thread makes, and whose listener it is; null for any other.
+    /// \return The connector of that kind which the thread makes, and whose listener it is; null for any
+    /// other.
     Recorded* Making(Kind kind, const Kiln::Listener& listener);
     std::size_t CountListeners(const std::string& station);
     void Reach(Kind kind, const std::string& station, Kiln::Listener& listener, const Kiln::Message& message);

@@ -21,7 +21,8 @@ public:
 
 void Connectors::Create(std::size_t which)
 {
-    mAlive[which] = mFactory ? mFactory(which, DispatcherOf(which)) : kConnectorKinds[which].create(DispatcherOf(which));
+    mAlive[which] =
+        mFactory ? mFactory(which, DispatcherOf(which)) : kConnectorKinds[which].create(DispatcherOf(which));
 }
 
 void Connectors::Release(std::size_t which)
@@ -50,8 +51,9 @@ void Connectors::SetReadsFromDisk(bool fromDisk)
     const Ridge::TandemEvent read(
         AC::kPlexaEventType_ReadXMPFromDisk,
         u"<browserMessage><assetMediaInfoList><assetMediaInfo/></assetMediaInfoList></browserMessage>");
-    const Ridge::TandemEvent import(AC::kPlexaEventType_ImportXMP,
-                                    u"<browserMessage><fileList><filePath path=\"a\"/></fileList></browserMessage>");
+    const Ridge::TandemEvent import(
+        AC::kPlexaEventType_ImportXMP,
+        u"<browserMessage><fileList><filePath path=\"a\"/></fileList></browserMessage>");
     mRecorder.SetMuted(true);
     Delivery::To(*library, fromDisk ? read : import);
     mRecorder.SetMuted(false);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "reference_host/ForwardingDispatcher.h"
-#include "session/format/ConnectorKinds.h"
 #include "session/Recorder.h"
+#include "session/format/ConnectorKinds.h"
 
 #include <array>
 #include <cstddef>
@@ -21,7 +21,8 @@ public:
     using Factory = boost::function<Notifier(std::size_t which, ALD::IAssetLibraryDispatcher* dispatcher)>;
 
     /// \param recorder Of what they do; outlives this object. \param factory Empty: the library's.
-    explicit Connectors(Recorder& recorder, Factory factory = {}) : mRecorder(recorder), mFactory(std::move(factory))
+    explicit Connectors(Recorder& recorder, Factory factory = {})
+        : mRecorder(recorder), mFactory(std::move(factory))
     {
     }
 
@@ -34,8 +35,8 @@ public:
     /// \param kinds From now on these have no dispatcher, and no others, those that live included.
     void SetWithoutDispatcher(const std::set<std::size_t>& kinds);
 
-    /// Lets the library connector behave as if its last request about XMP had been to read from disk, or to import,
-    /// without an effect. \throws FormatError when there is no such connector.
+    /// Lets the library connector behave as if its last request about XMP had been to read from disk, or to
+    /// import, without an effect. \throws FormatError when there is no such connector.
     void SetReadsFromDisk(bool fromDisk);
 
     /// \return The place in kConnectorKinds. \throws FormatError for an unknown name.

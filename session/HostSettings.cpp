@@ -43,13 +43,16 @@ SimulatedFiles::Kind ReadKind(const Json& json)
 
 Setting ReadBrowserID(const Json& json, const Stage& stage)
 {
-    return [&host = stage.host, id = ValueReader::Read<std::string>(json)] { host.GetPanelEvents().SetBrowserID(id); };
+    return [&host = stage.host, id = ValueReader::Read<std::string>(json)] {
+        host.GetPanelEvents().SetBrowserID(id);
+    };
 }
 
 Setting ReadPaths(const Json& json, const Stage& stage)
 {
-    return
-        [&host = stage.host, disk = ReadByPath<SimulatedFiles::Kind>(json, ReadKind)] { host.GetFiles().SetDisk(disk); };
+    return [&host = stage.host, disk = ReadByPath<SimulatedFiles::Kind>(json, ReadKind)] {
+        host.GetFiles().SetDisk(disk);
+    };
 }
 
 Setting ReadXMPCache(const Json& json, const Stage& stage)
@@ -77,7 +80,9 @@ Setting ReadXMPPaths(const Json& json, const Stage& stage)
 
 Setting ReadGuids(const Json& json, const Stage& stage)
 {
-    return [&host = stage.host, guids = ValueReader::Read<Ridge::GuidList>(json)] { host.GetTexts().SetGuids(guids); };
+    return [&host = stage.host, guids = ValueReader::Read<Ridge::GuidList>(json)] {
+        host.GetTexts().SetGuids(guids);
+    };
 }
 
 Setting ReadCreateFails(const Json& json, const Stage& stage)
@@ -105,8 +110,9 @@ bool CanThrow(const std::string& operation)
 
 Setting ReadThrows(const Json& json, const Stage& stage)
 {
-    return
-        [&host = stage.host, operations = ReadOperations(json, CanThrow)] { host.GetRecorder().SetThrowing(operations); };
+    return [&host = stage.host, operations = ReadOperations(json, CanThrow)] {
+        host.GetRecorder().SetThrowing(operations);
+    };
 }
 
 Setting ReadQuiet(const Json& json, const Stage& stage)
@@ -115,8 +121,9 @@ Setting ReadQuiet(const Json& json, const Stage& stage)
         const Operation* const row = FindHostOperation(name);
         return row != nullptr && row->isHostCall;
     };
-    return
-        [&host = stage.host, operations = ReadOperations(json, isHostCall)] { host.GetRecorder().SetQuiet(operations); };
+    return [&host = stage.host, operations = ReadOperations(json, isHostCall)] {
+        host.GetRecorder().SetQuiet(operations);
+    };
 }
 
 Setting ReadAnswers(const Json& json, const Stage& stage)
@@ -162,12 +169,18 @@ struct Key
 };
 
 constexpr Key kKeys[] = {
-    {"browserID", &ReadBrowserID}, {"paths", &ReadPaths},
-    {"xmpCache", &ReadXMPCache},   {"project", &ReadProject},
-    {"xmpPaths", &ReadXMPPaths},   {"guids", &ReadGuids},
-    {"throws", &ReadThrows},       {"createFails", &ReadCreateFails},
-    {"quiet", &ReadQuiet},         {"answers", &ReadAnswers},
-    {"throwsAt", &ReadThrowsAt},   {"withoutDispatcher", &ReadWithoutDispatcher},
+    {"browserID", &ReadBrowserID},
+    {"paths", &ReadPaths},
+    {"xmpCache", &ReadXMPCache},
+    {"project", &ReadProject},
+    {"xmpPaths", &ReadXMPPaths},
+    {"guids", &ReadGuids},
+    {"throws", &ReadThrows},
+    {"createFails", &ReadCreateFails},
+    {"quiet", &ReadQuiet},
+    {"answers", &ReadAnswers},
+    {"throwsAt", &ReadThrowsAt},
+    {"withoutDispatcher", &ReadWithoutDispatcher},
     {"readsFromDisk", &ReadReadsFromDisk},
 };
 

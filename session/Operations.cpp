@@ -2,8 +2,8 @@
 
 #include "assetconnector/host/ald/IAssetLibraryDispatcher.h"
 #include "assetconnector/registration/ACUtils.h"
-#include "session/format/Rows.h"
 #include "session/ValueReader.h"
+#include "session/format/Rows.h"
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 

@@ -2,10 +2,10 @@
 
 #include "session/Connectors.h"
 #include "session/Fields.h"
-#include "session/format/Json.h"
 #include "session/Operations.h"
 #include "session/Recorder.h"
 #include "session/SimulatedHost.h"
+#include "session/format/Json.h"
 
 namespace Session {
 

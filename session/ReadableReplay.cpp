@@ -1,9 +1,9 @@
 #include "session/ReadableReplay.h"
 
-#include "session/format/ConnectorKinds.h"
-#include "session/format/FormatError.h"
 #include "session/NotificationText.h"
 #include "session/SimulatedObjects.h"
+#include "session/format/ConnectorKinds.h"
+#include "session/format/FormatError.h"
 #include "session/format/Rows.h"
 
 #include <algorithm>

@@ -22,8 +22,9 @@
 
 namespace Session {
 
-/// Takes down what the library does, as effects in session format, in the order in which it happens, lets operations
-/// throw and answers for the host where a session says so. The hook of the host's forwarders. One thread.
+/// Takes down what the library does, as effects in session format, in the order in which it happens, lets
+/// operations throw and answers for the host where a session says so. The hook of the host's forwarders. One
+/// thread.
 class Recorder
 {
 public:

@@ -12,7 +12,8 @@ namespace {
 
 constexpr const char* kNoEffect = "no effect";
 
-/// Calls visit for the value and everything in it, with the name of the member or an empty one. Does not recurse.
+/// Calls visit for the value and everything in it, with the name of the member or an empty one. Does not
+/// recurse.
 template <class Visit>
 void ForEachValue(Json& root, Visit visit)
 {
@@ -32,7 +33,8 @@ void LeaveOutWhatIsNotTold(Json& expected, Json& actual)
 {
     static constexpr const char* kNotTold = "needSavePreCheck";
     bool isTold = false;
-    ForEachValue(expected, [&isTold](const std::string& name, Json& /*value*/) { isTold |= name == kNotTold; });
+    ForEachValue(expected,
+                 [&isTold](const std::string& name, Json& /*value*/) { isTold |= name == kNotTold; });
     if (!isTold)
         ForEachValue(actual, [](const std::string& /*name*/, Json& value) {
             if (value.is_object())

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "session/format/Json.h"
 #include "session/Operations.h"
+#include "session/format/Json.h"
 #include "session/format/ValueWriter.h"
 
 #include <cstddef>

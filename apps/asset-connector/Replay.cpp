@@ -28,7 +28,8 @@ Status Check(Input& input, std::ostream& output)
     const Status status = Play(input, Style::kSession, check);
     if (status == kDone && check.LostAt()) {
         output << input.Name() << ": line " << *check.LostAt()
-               << ": lines were lost here; up to this line the effects are the same, nothing behind it was compared\n";
+               << ": lines were lost here; up to this line the effects are the same, nothing behind it was "
+                  "compared\n";
         return kFailed;
     }
     if (status != kDone || !check.FirstDifference())

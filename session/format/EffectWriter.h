@@ -40,8 +40,8 @@ public:
         Member(out, "flag", flag);
         EndMessage(out, row, message);
     }
-    void Delivery(JsonText& out, const StationMessageClass& row, const ferrite::utility::ImmutableString& station,
-                  const Kiln::Message& message) const
+    void Delivery(JsonText& out, const StationMessageClass& row,
+                  const ferrite::utility::ImmutableString& station, const Kiln::Message& message) const
     {
         BeginMessage(out, "deliver", row, station);
         EndMessage(out, row, message);

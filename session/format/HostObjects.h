@@ -17,11 +17,13 @@ class HostObjects
 public:
     virtual ~HostObjects() = default;
 
-    /// \return Whether saving must first look for a newer file; nothing where nobody can tell: the member is then
+    /// \return Whether saving must first look for a newer file; nothing where nobody can tell: the member is
+    /// then
     ///         left out.
     virtual std::optional<bool> NeedSavePreCheck(const Ridge::AssetMediaInfo& info) const = 0;
 
-    /// \return What a session calls the object, UTF-8; nothing for one without a name, which is written as null.
+    /// \return What a session calls the object, UTF-8; nothing for one without a name, which is written as
+    /// null.
     virtual std::optional<std::string> NameOf(const KilnUnknown& object) const = 0;
 
     /// \return The text that stands for the marker.

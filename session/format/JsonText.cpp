@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::string_view kHexDigits = "0123456789abcdef";
 
-/// What stands behind the backslash for a byte: a letter; 'u' for those without one of their own; 0 for bytes that
-/// stand for themselves.
+/// What stands behind the backslash for a byte: a letter; 'u' for those without one of their own; 0 for bytes
+/// that stand for themselves.
 constexpr std::array<char, 256> Escapes()
 {
     std::array<char, 256> letters{};

@@ -9,8 +9,8 @@
 
 namespace Session {
 
-/// Writes JSON as text, value by value, on one line: the caller opens and closes arrays and objects, commas come
-/// by themselves. Bytes that are not UTF-8 and unpaired surrogates become U+FFFD.
+/// Writes JSON as text, value by value, on one line: the caller opens and closes arrays and objects, commas
+/// come by themselves. Bytes that are not UTF-8 and unpaired surrogates become U+FFFD.
 class JsonText
 {
 public:

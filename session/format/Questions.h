@@ -3,8 +3,8 @@
 #include "assetconnector/host/ridge/IIngestLibrary.h"
 #include "session/format/ValueWriter.h"
 
-/// What the library asks its host, by which session files tell one question from another: the operation, and of its
-/// arguments those that are written here, as an array.
+/// What the library asks its host, by which session files tell one question from another: the operation, and
+/// of its arguments those that are written here, as an array.
 namespace Session {
 
 /// Most questions are told by all of their arguments.

@@ -152,7 +152,8 @@ private:
         }
     }
 
-    /// Sub-items, which come last, are left to the caller. \param leftOut A member that is not written, or null.
+    /// Sub-items, which come last, are left to the caller. \param leftOut A member that is not written, or
+    /// null.
     template <class Record>
     void PutMembers(const Record& record, JsonText& out, const void* leftOut = nullptr) const
     {
@@ -174,7 +175,8 @@ private:
     }
 
     /// Begins an item's object. \return Its sub-items, if they are to follow; else the object is closed.
-    const Ridge::AssetItemList* BeginItem(const boost::shared_ptr<Ridge::AssetItem>& item, JsonText& out) const;
+    const Ridge::AssetItemList* BeginItem(const boost::shared_ptr<Ridge::AssetItem>& item,
+                                          JsonText& out) const;
     /// Writes the sub-items of an item that is begun, and ends it.
     void EndItem(const Ridge::AssetItemList& subItems, JsonText& out) const;
 

@@ -12,8 +12,8 @@
 #include "assetconnector/xml/DomLinks.h"
 #include "assetconnector/xml/XMLUtilities.h"
 #include "reference_host/ForwardingDispatcher.h"
-#include "session/format/ConnectorKinds.h"
 #include "session/ValueReader.h"
+#include "session/format/ConnectorKinds.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/SoundTree.h"
 

@@ -58,7 +58,8 @@ TEST_F(ValuesTest, FormsOfValues)
     EXPECT_EQ(writer.TextOf(Ridge::ColumnTexts{{{1, 2}, u"b"}}),
               R"([["00000000-0000-0001-0000-000000000002","b"]])");
     const auto info = ValueReader::Read<boost::shared_ptr<Ridge::AssetMediaInfo>>(Json::object());
-    EXPECT_EQ(ParseJson(writer.TextOf(info)).size(), AC::Description::CountMembers<Ridge::AssetMediaInfoValues>());
+    EXPECT_EQ(ParseJson(writer.TextOf(info)).size(),
+              AC::Description::CountMembers<Ridge::AssetMediaInfoValues>());
     EXPECT_EQ(info->GetForceLoadFromLocalDisk(), -1);
 }
 
