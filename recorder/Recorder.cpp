@@ -193,20 +193,9 @@ private:
     std::thread mThread;  // last: it uses the rest
 };
 
-namespace {
-
-Kind KindNamed(std::string_view name)
-{
-    Kind kind = 0;
-    while (Session::kConnectorKinds[kind].name != name)
-        ++kind;
-    return kind;
-}
-
-}  // namespace
-
 Recorder::Recorder(const AC::HostServices& host, Options options)
-    : mImplementation(std::make_unique<Implementation>(host, std::move(options)))
+    : mHost(host),
+      mImplementation(options.folder.empty() ? nullptr : std::make_unique<Implementation>(host, std::move(options)))
 {
 }
 
@@ -214,37 +203,50 @@ Recorder::~Recorder() = default;
 
 AC::HostServices Recorder::Services() const
 {
-    return mImplementation->Services();
+    return mImplementation == nullptr ? mHost : mImplementation->Services();
 }
 
 Recorder::Notifier Recorder::CreateIngestGlintLibraryConnector(ALD::IAssetLibraryDispatcher* dispatcher)
 {
-    return mImplementation->Create(KindNamed("library"), dispatcher);
+    return Create("library", dispatcher);
 }
 
 Recorder::Notifier Recorder::CreateIngestMediaCollectionConnector(ALD::IAssetLibraryDispatcher* dispatcher)
 {
-    return mImplementation->Create(KindNamed("mediaCollection"), dispatcher);
+    return Create("mediaCollection", dispatcher);
+}
+
+Recorder::Notifier Recorder::Create(std::string_view name, ALD::IAssetLibraryDispatcher* dispatcher)
+{
+    Kind kind = 0;
+    while (Session::kConnectorKinds[kind].name != name)
+        ++kind;
+    return mImplementation == nullptr ? Session::kConnectorKinds[kind].create(dispatcher)
+                                      : mImplementation->Create(kind, dispatcher);
 }
 
 Recorder::Notifier Recorder::Wrapped(const Notifier& connector) const
 {
-    return mImplementation->Wrapped(connector);
+    return mImplementation == nullptr ? connector : mImplementation->Wrapped(connector);
 }
 
 void Recorder::RegisterAssetMediaInfoToSRCore(const AC::ACMessage& message, bool firstFlag, bool secondFlag)
 {
-    mImplementation->RegisterAssetMediaInfoToSRCore(message, firstFlag, secondFlag);
+    if (mImplementation == nullptr)
+        AC::ACUtils::RegisterAssetMediaInfoToSRCore(message, firstFlag, secondFlag);
+    else
+        mImplementation->RegisterAssetMediaInfoToSRCore(message, firstFlag, secondFlag);
 }
 
 void Recorder::Flush()
 {
-    mImplementation->Flush();
+    if (mImplementation != nullptr)
+        mImplementation->Flush();
 }
 
 std::filesystem::path Recorder::CurrentFile() const
 {
-    return mImplementation->CurrentFile();
+    return mImplementation == nullptr ? std::filesystem::path() : mImplementation->CurrentFile();
 }
 
 }  // namespace Recording

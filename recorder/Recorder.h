@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 
 /// A flight recorder: takes down what passes between a host and the library into session files, which
 /// `asset-connector replay` plays again elsewhere. It stands in front of the host's services, dispatchers and
@@ -91,8 +92,11 @@ public:
     std::filesystem::path CurrentFile() const;
 
 private:
+    Notifier Create(std::string_view kind, ALD::IAssetLibraryDispatcher* dispatcher);
+
     class Implementation;
-    std::unique_ptr<Implementation> mImplementation;
+    const AC::HostServices mHost;
+    const std::unique_ptr<Implementation> mImplementation;  ///< Null when nothing is recorded.
 };
 
 }  // namespace Recording
