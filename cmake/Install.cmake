@@ -38,6 +38,7 @@ if(ASSETCONNECTOR_BUILD_PROGRAM)
     add_dependencies(asset-connector assetconnector_panel_files)
     install(FILES ${assetconnector_shared_files} DESTINATION ${CMAKE_INSTALL_DATADIR}/asset-connector
         COMPONENT program)
+    install(DIRECTORY panels/client DESTINATION ${CMAKE_INSTALL_DATADIR}/asset-connector COMPONENT program)
     install(FILES docs/asset-connector.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
     install(FILES cmake/completions/asset-connector.bash RENAME asset-connector
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)

@@ -146,6 +146,7 @@ void CompareEvents(const Event& before, const Event& now, Changes& changes)
     changes.CompareValues(before.kind, now.kind, "the kind");
     changes.CompareSets(before.answers, now.answers, "is answered by");
     changes.CompareSets(before.progress, now.progress, "is followed by");
+    changes.CompareSets(before.ends, now.ends, "ends with");
     if (before.cancel.empty() && !now.cancel.empty())
         changes.Add("can be ended by " + now.cancel);
     else

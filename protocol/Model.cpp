@@ -23,7 +23,7 @@ struct Fields<Form>
 {
     static constexpr auto kRows = std::make_tuple(
         Field("name", &Form::name), Field("about", &Form::about), Field("words", &Form::words),
-        Field("anyCase", &Form::anyCase), Field("pattern", &Form::pattern),
+        Field("values", &Form::values), Field("anyCase", &Form::anyCase), Field("pattern", &Form::pattern),
         Field("writtenPattern", &Form::writtenPattern), Field("malformedSample", &Form::malformedSample));
 };
 
@@ -91,8 +91,8 @@ struct Fields<Event>
         Field("constant", &Event::constant), Field("identifier", &Event::identifier),
         Field("kind", &Event::kind), Field("family", &Event::family), Field("since", &Event::since),
         Field("about", &Event::about), Field("answers", &Event::answers), Field("progress", &Event::progress),
-        Field("cancel", &Event::cancel), Field("handling", &Event::handling), Field("sent", &Event::sent),
-        Field("example", &Event::example));
+        Field("ends", &Event::ends), Field("cancel", &Event::cancel), Field("handling", &Event::handling),
+        Field("sent", &Event::sent), Field("example", &Event::example));
 };
 
 template <>

@@ -22,6 +22,7 @@ struct Form
     std::string name;                ///< Such as "time".
     std::string about;               ///< How it is written, for people.
     std::vector<std::string> words;  ///< The only ones that say something; empty: there is no such list.
+    std::vector<int> values;         ///< What each word is in a record, where that is a number.
     bool anyCase = false;            ///< Of the words.
     std::string pattern;             ///< What a request should look like, as a regular expression of XML
                                      ///< schemas; empty: anything.
@@ -118,6 +119,7 @@ struct Event
     // Of requests.
     std::vector<std::string> answers;   ///< Notifications, any of which answers it.
     std::vector<std::string> progress;  ///< Notifications that come on the way.
+    std::vector<std::string> ends;      ///< Those of them that end the work; empty: the answer does.
     std::string cancel;                 ///< The request that ends the work.
     std::vector<Handling> handling;     ///< One for each connector.
 

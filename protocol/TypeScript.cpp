@@ -138,8 +138,21 @@ private:
             for (const std::string& path : MembersOf(place)) {
                 const MemberPlace found = FindMember(mModel, path);
                 if (found.member != nullptr)
-                    mDocuments.emplace(found.member, '`' + place.path + "`: " + place.about);
+                    mDocuments.emplace(found.member, '`' + place.path + "`: " + place.about +
+                                                         NumbersOf(place, *found.member));
             }
+    }
+
+    /// \return What the words of a place are in a member that is a number.
+    std::string NumbersOf(const Place& place, const Member& member) const
+    {
+        const Form* const form = FindForm(mModel, place.form);
+        std::string text;
+        if (form != nullptr && member.type == "integer")
+            for (std::size_t i = 0; i < form->values.size(); ++i)
+                text.append(i == 0 ? " In numbers: " : ", ")
+                    .append(std::to_string(form->values[i]) + " `" + form->words[i] + '`');
+        return text.empty() ? text : text + '.';
     }
 
     /// A list that can stand twice carries two members, both of which its places name.

@@ -19,7 +19,8 @@ endfunction()
 set(work ${BUILD}/installation)
 file(REMOVE_RECURSE ${work})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${work}/installed)
-foreach(file protocol.json protocol.schema.json notifications.xsd requests.rng assetconnector.d.ts)
+foreach(file protocol.json protocol.schema.json notifications.xsd requests.rng assetconnector.d.ts client/index.js
+        client/index.d.ts)
     file(SIZE ${work}/installed/share/asset-connector/${file} size)  # fails without it
     if(size EQUAL 0)
         message(FATAL_ERROR "${file} is empty")

@@ -20,6 +20,7 @@ struct EventFact
     const char* answers = "";
     const char* progress = "";
     const char* cancel = "";
+    const char* ends = "";   ///< Of progress, where it is not the answer that ends the work.
     const char* after = "";  ///< The callback that answers, where others send the same notifications.
 };
 

@@ -14,6 +14,7 @@ struct FormFact
     const char* pattern = "";
     const char* malformed = "";
     const char* writtenPattern = "";
+    const char* codes = "";  ///< Of results, hexadecimal: a reader of requests does not tell them all apart.
 };
 
 constexpr std::array kFormFacts{
@@ -49,7 +50,8 @@ constexpr std::array kFormFacts{
              "masterClip subClip roughCut rcSubClip", false, "masterClip|subClip|roughCut|rcSubClip",
              "MasterClip", "masterClip|subClip|roughCut|rcSubClip|unKnown"},
     FormFact{"result", "one of the five, exactly", "OK ERROR Ignore Canceled AccessDenied", false,
-             "OK|ERROR|Ignore|Canceled|AccessDenied", "ok", "OK|ERROR|Ignore|Canceled|AccessDenied"},
+             "OK|ERROR|Ignore|Canceled|AccessDenied", "ok", "OK|ERROR|Ignore|Canceled|AccessDenied",
+             "0 80000000 A00F000B A00F0007 A00F0005"},
     FormFact{"level", "one of the three, in any case; anything else counts as `INFO`", "INFO WARN ERROR",
              true, "[Ii][Nn][Ff][Oo]|[Ww][Aa][Rr][Nn]|[Ee][Rr][Rr][Oo][Rr]"},
     FormFact{"overwrite", "`Overwrite`, in any case, overwrites; anything else does not", "Overwrite", true,

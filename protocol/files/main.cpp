@@ -1,5 +1,6 @@
 // Writes files for panel authors, each told by its name: protocol_files PATH...
 
+#include "protocol/ClientModel.h"
 #include "protocol/Schemas.h"
 #include "protocol/TypeScript.h"
 
@@ -22,6 +23,7 @@ constexpr struct
     {"notifications.xsd", Protocol::NotificationsXsd},
     {"requests.rng", Protocol::RequestsRng},
     {"assetconnector.d.ts", Protocol::TypeScript},
+    {"model.js", Protocol::ClientModel},
 };
 
 void Write(const std::filesystem::path& path)

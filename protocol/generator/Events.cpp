@@ -48,6 +48,7 @@ void AddFacts(Model& model)
     for (std::size_t i = 0; i < kEventFacts.size(); ++i) {
         model.events[i].answers = Notifications(model, kEventFacts[i].answers);
         model.events[i].progress = Notifications(model, kEventFacts[i].progress);
+        model.events[i].ends = Notifications(model, kEventFacts[i].ends);
         for (const std::string& name : Words(kEventFacts[i].cancel))
             model.events[i].cancel = Identifier(model, "kPlexaEventType_" + name);
     }

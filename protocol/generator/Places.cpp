@@ -2,6 +2,7 @@
 
 #include "assetconnector/codec/ACMessageDecoder.h"
 #include "assetconnector/codec/ACMessageEncoder.h"
+#include "assetconnector/message/ResultNames.h"
 #include "protocol/facts/Forms.h"
 #include "protocol/facts/PlaceFacts.h"
 #include "protocol/generator/Values.h"
@@ -322,6 +323,19 @@ void Measure(const std::vector<Place>& places, Place& place)
             place.malformed = with(form.malformed).at(place.member);
 }
 
+std::vector<int> ValuesOfResults(const FormFact& form)
+{
+    std::vector<int> values;
+    const std::vector<std::string> words = Words(form.words);
+    for (const std::string& code : Words(form.codes)) {
+        values.push_back(static_cast<int>(std::stoul(code, nullptr, 16)));
+        const std::string name = ferrite::utility::UTF16to8(AC::ResultName(values.back()));
+        if (values.size() > words.size() || name != words[values.size() - 1])
+            throw std::runtime_error("protocol/facts/Forms.h: a code of a result is that of " + name);
+    }
+    return values;
+}
+
 }  // namespace
 
 std::vector<std::string> Words(std::string_view text)
@@ -356,6 +370,25 @@ void PutNeeds(const std::vector<Place>& places, Node& request, const Place& plac
 {
     for (const std::string& path : place.needs)
         Put(request, path, At(places, path).sample);
+}
+
+std::vector<int> ValuesOfWords(const std::vector<Place>& places, const FormFact& form)
+{
+    if (*form.codes != '\0')
+        return ValuesOfResults(form);
+    std::vector<int> values;
+    for (const Place& place : places) {
+        if (place.form != form.name || !place.read || !place.missing || !place.missing->is_number())
+            continue;
+        for (const std::string& word : Words(form.words)) {
+            Node request = Request();
+            PutNeeds(places, request, place);
+            Put(request, place.path, word);
+            values.push_back(Decode(request).at(place.member).get<int>());
+        }
+        break;
+    }
+    return values;
 }
 
 std::vector<Place> MakePlaces()

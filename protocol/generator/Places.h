@@ -8,12 +8,21 @@
 #include <string_view>
 #include <vector>
 
+namespace Protocol {
+struct FormFact;
+}
+
 namespace Protocol::Generator {
 
 /// \return Every place, from the facts and the description of the records, in the order in which
 ///         notifications hold them. Needs an installed host.
 /// \throws std::runtime_error with what is missing: a row, a member.
 std::vector<Place> MakePlaces();
+
+/// \return What each of the form's words is in a record; nothing where no place has a number for it. Needs an
+///         installed host.
+/// \throws std::runtime_error when a code that facts have is another result.
+std::vector<int> ValuesOfWords(const std::vector<Place>& places, const FormFact& form);
 
 /// \return The words of a list that facts have, separated by blanks.
 std::vector<std::string> Words(std::string_view text);

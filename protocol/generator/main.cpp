@@ -23,12 +23,20 @@ Model MakeModel()
     model.requestRoot = ferrite::utility::UTF16to8(AC::kMessageRoot);
     model.notificationRoot = ferrite::utility::UTF16to8(AC::kNotificationRoot);
     for (const FormFact& form : kFormFacts)
-        model.forms.push_back({form.name, form.about, Words(form.words), form.anyCase, form.pattern,
-                               form.writtenPattern, form.malformed});
+        model.forms.push_back({form.name,
+                               form.about,
+                               Words(form.words),
+                               {},
+                               form.anyCase,
+                               form.pattern,
+                               form.writtenPattern,
+                               form.malformed});
     model.records = AllRecords();
     {
         const RecordingHost host;
         model.places = MakePlaces();
+        for (std::size_t i = 0; i < kFormFacts.size(); ++i)
+            model.forms[i].values = ValuesOfWords(model.places, kFormFacts[i]);
     }
     AddEvents(model);
     return model;

@@ -207,6 +207,8 @@ std::string DescribeRequest(const Model& model, const Event& request)
         text += "By its name it is answered by " + Either(Links(model, request.answers)) + ".\n\n";
     if (!request.progress.empty())
         text += "On the way or afterwards: " + Join(LinksWithSenders(model, request.progress)) + ".\n\n";
+    if (!request.ends.empty())
+        text += "The work ends with " + Either(Links(model, request.ends)) + ".\n\n";
     if (!request.cancel.empty())
         text += "Ended by " + EventLink(model, request.cancel) + ".\n\n";
     return text;
