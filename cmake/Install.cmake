@@ -70,6 +70,13 @@ endforeach()
 install(DIRECTORY src/assetconnector/host src/assetconnector/message DESTINATION ${include_dir}/assetconnector
     FILES_MATCHING PATTERN "*.h")
 
+# Guides, and what they refer to beside them.
+set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/asset-connector)
+foreach(guide embedding conformance recording session-format message-format protocol checking panel-client)
+    install(FILES docs/${guide}.md DESTINATION ${doc_dir}/docs)
+endforeach()
+install(DIRECTORY examples/embedding DESTINATION ${doc_dir}/examples)
+
 configure_package_config_file(cmake/AssetConnectorConfig.cmake.in
     ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/AssetConnectorConfigVersion.cmake
