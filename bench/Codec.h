@@ -53,10 +53,11 @@ benchmark::internal::Benchmark& Measure(const std::string& name, std::size_t ite
 /// \return The parse alone, by the XML library's own parser with default settings. The work outlives it.
 Operation BareParse(const Work& work);
 
-/// Has every codec measured on all works, hostile texts, and what the connectors do.
+/// Has every codec measured on all works, hostile texts, and what the connectors do, recorded too.
 void MeasureCodecs();
 void MeasureHostile();
 void MeasureConnectors(ReferenceHost::Host& host);
+void MeasureRecorded(ReferenceHost::Host& host);
 
 /// \return The most bytes that the operation held at a time beyond what was held before.
 std::size_t PeakBytes(const Operation& operation);

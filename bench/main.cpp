@@ -35,6 +35,7 @@ int main(int argc, char** argv)
         Bench::MeasureCodecs();
         Bench::MeasureHostile();
         Bench::MeasureConnectors(host);
+        Bench::MeasureRecorded(host);
         benchmark::RunSpecifiedBenchmarks(&report);
         benchmark::Shutdown();  // what the benchmarks hold needs the host
     }

@@ -26,6 +26,7 @@ install(TARGETS assetconnector assetconnector_headers EXPORT AssetConnectorTarge
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install_development_library(assetconnector_reference_host reference_host)
 install_development_library(assetconnector_conformance conformance Check Main Report Run Subject)
+install_development_library(assetconnector_recorder recorder Recorder)
 install(EXPORT AssetConnectorTargets NAMESPACE AssetConnector:: DESTINATION ${package_dir})
 if(ASSETCONNECTOR_BUILD_PROGRAM)
     set(zsh_dir ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
@@ -73,6 +74,13 @@ foreach(header IN LISTS public_headers)
 endforeach()
 install(DIRECTORY src/assetconnector/host src/assetconnector/message DESTINATION ${include_dir}/assetconnector
     FILES_MATCHING PATTERN "*.h")
+
+# Guides, and what they refer to beside them.
+set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/asset-connector)
+foreach(guide embedding conformance recording session-format message-format protocol checking panel-client)
+    install(FILES docs/${guide}.md DESTINATION ${doc_dir}/docs)
+endforeach()
+install(DIRECTORY examples/embedding DESTINATION ${doc_dir}/examples)
 
 configure_package_config_file(cmake/AssetConnectorConfig.cmake.in
     ${PROJECT_BINARY_DIR}/AssetConnectorConfig.cmake INSTALL_DESTINATION ${package_dir})

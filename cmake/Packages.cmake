@@ -54,8 +54,9 @@ The library sits inside a desktop application for video ingest and media
 management. It decodes what HTML panels ask for, calls the host, and encodes
 what the host has to tell them.
 
-This package holds headers, files for CMake and pkg-config, and a host in one
-process for tests and trials.")
+This package holds headers, files for CMake and pkg-config, a host in one
+process for tests and trials, checks of a host's services and a recorder of
+what passes between a host and the library.")
 
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME asset-connector)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION utils)

@@ -16,7 +16,7 @@ public:
                  const Session::BoundCall& /*input*/) override
     {
     }
-    void OnEffect(Session::OrderedJson& effect) override { Require(effect.is_object()); }
+    void OnEffect(const std::string& effect) override { Require(Session::Json::parse(effect).is_object()); }
 };
 
 }  // namespace

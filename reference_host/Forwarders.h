@@ -23,6 +23,25 @@
 /// Service and hook belong to the caller and outlive the forwarder.
 namespace ReferenceHost {
 
+namespace Detail {
+
+template <class Hook, class Next, class... Arguments>
+auto CallThrough(Hook& hook, int /*preferred*/, const char* operation, const Next& next,
+                 const Arguments&... arguments) -> decltype(hook.Around(operation, next, arguments...))
+{
+    return hook.Around(operation, next, arguments...);
+}
+
+template <class Hook, class Next, class... Arguments>
+decltype(auto) CallThrough(Hook& hook, long /*otherwise*/, const char* operation, const Next& next,
+                           const Arguments&... arguments)
+{
+    hook(operation, arguments...);
+    return next();
+}
+
+}  // namespace Detail
+
 template <class Service, class Hook>
 class Forwarder : public Service
 {
@@ -33,8 +52,8 @@ protected:
     template <class Result, class... Parameters, class... Arguments>
     Result Pass(const char* operation, Result (Service::*call)(Parameters...), Arguments&... arguments)
     {
-        mHook(operation, std::as_const(arguments)...);
-        return (mNext.*call)(arguments...);
+        return Detail::CallThrough(
+            mHook, 0, operation, [&]() -> Result { return (mNext.*call)(arguments...); }, arguments...);
     }
 
     Service& mNext;

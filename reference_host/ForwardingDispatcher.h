@@ -2,6 +2,7 @@
 
 #include "assetconnector/host/Export.h"
 #include "assetconnector/host/ald/IAssetLibraryDispatcher.h"
+#include "reference_host/Forwarders.h"
 
 #include <utility>
 
@@ -131,9 +132,11 @@ private:
     template <class... Parameters, class... Arguments>
     void Pass(const char* operation, void (Next::*call)(Parameters...), const Arguments&... arguments)
     {
-        mHook(operation, arguments...);
-        if (mNext != nullptr)
-            (mNext->*call)(arguments...);
+        const auto next = [&] {
+            if (mNext != nullptr)
+                (mNext->*call)(arguments...);
+        };
+        Detail::CallThrough(mHook, 0, operation, next, arguments...);
     }
 
     Hook& mHook;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "session/FormatError.h"
-#include "session/Json.h"
 #include "session/ValueReader.h"
+#include "session/format/FormatError.h"
+#include "session/format/Json.h"
 
 #include <set>
 #include <string>

@@ -3,9 +3,9 @@
 #include "assetconnector/host/ferrite/Unicode.h"
 #include "session/Fields.h"
 
+#include <cstdint>
 #include <list>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -14,12 +14,6 @@ namespace Session {
 namespace {
 
 using Setting = boost::function<void()>;
-
-struct CachedPacket
-{
-    Ridge::ResultCode result = 0;
-    std::optional<std::string> packet;
-};
 
 /// Reads an object whose keys are paths.
 template <class Value, class ReadEntry>
@@ -47,60 +41,53 @@ SimulatedFiles::Kind ReadKind(const Json& json)
     return found->second;
 }
 
-CachedPacket ReadCachedPacket(const Json& json)
+Setting ReadBrowserID(const Json& json, const Stage& stage)
 {
-    Fields fields(json);
-    CachedPacket cached;
-    if (fields.Find("result") != nullptr)
-        cached.result = fields.Read<Ridge::ResultCode>("result");
-    if (fields.Find("packet") != nullptr)
-        cached.packet = fields.Read<std::string>("packet");
-    fields.Finish();
-    return cached;
+    return [&host = stage.host, id = ValueReader::Read<std::string>(json)] {
+        host.GetPanelEvents().SetBrowserID(id);
+    };
 }
 
-Setting ReadBrowserID(const Json& json, SimulatedHost& host)
+Setting ReadPaths(const Json& json, const Stage& stage)
 {
-    return [&host, id = ValueReader::Read<std::string>(json)] { host.GetPanelEvents().SetBrowserID(id); };
+    return [&host = stage.host, disk = ReadByPath<SimulatedFiles::Kind>(json, ReadKind)] {
+        host.GetFiles().SetDisk(disk);
+    };
 }
 
-Setting ReadPaths(const Json& json, SimulatedHost& host)
+Setting ReadXMPCache(const Json& json, const Stage& stage)
 {
-    return
-        [&host, disk = ReadByPath<SimulatedFiles::Kind>(json, ReadKind)] { host.GetFiles().SetDisk(disk); };
-}
-
-Setting ReadXMPCache(const Json& json, SimulatedHost& host)
-{
-    return [&host, cache = ReadByPath<CachedPacket>(json, ReadCachedPacket)] {
+    return [&host = stage.host, cache = ReadByPath<CachedPacket>(json, ReadCachedPacket)] {
         host.GetIngestLibrary().ClearCachedXMP();
         for (const auto& [path, cached] : cache)
             host.GetIngestLibrary().SetCachedXMP(path, cached.result, cached.packet);
     };
 }
 
-Setting ReadProject(const Json& json, SimulatedHost& host)
+Setting ReadProject(const Json& json, const Stage& stage)
 {
     const auto project = boost::make_shared<ReferenceHost::Project>();
     project->RegisterAssetMediaInfoList({}, ValueReader::Read<Ridge::AssetMediaInfoList>(json), false, false);
-    return [&host, project] { host.GetIngestLibrary().SetProject(project); };
+    return [&host = stage.host, project] { host.GetIngestLibrary().SetProject(project); };
 }
 
-Setting ReadXMPPaths(const Json& json, SimulatedHost& host)
+Setting ReadXMPPaths(const Json& json, const Stage& stage)
 {
-    return [&host, paths = ValueReader::Read<std::set<UTF16String>>(json)] {
+    return [&host = stage.host, paths = ValueReader::Read<std::set<UTF16String>>(json)] {
         host.GetIngestLibrary().SetXMPPaths(paths);
     };
 }
 
-Setting ReadGuids(const Json& json, SimulatedHost& host)
+Setting ReadGuids(const Json& json, const Stage& stage)
 {
-    return [&host, guids = ValueReader::Read<Ridge::GuidList>(json)] { host.GetTexts().SetGuids(guids); };
+    return [&host = stage.host, guids = ValueReader::Read<Ridge::GuidList>(json)] {
+        host.GetTexts().SetGuids(guids);
+    };
 }
 
-Setting ReadCreateFails(const Json& json, SimulatedHost& host)
+Setting ReadCreateFails(const Json& json, const Stage& stage)
 {
-    return [&host, paths = ValueReader::Read<std::set<UTF16String>>(json)] {
+    return [&host = stage.host, paths = ValueReader::Read<std::set<UTF16String>>(json)] {
         host.GetIngestLibrary().SetFailing(paths);
     };
 }
@@ -116,48 +103,96 @@ std::set<std::string> ReadOperations(const Json& json, Accepts accepts)
     return operations;
 }
 
-Setting ReadThrows(const Json& json, SimulatedHost& host)
+bool CanThrow(const std::string& operation)
 {
-    const auto canThrow = [](const std::string& name) {
-        return FindHostOperation(name) != nullptr || FindDispatcherOperation(name) != nullptr;
-    };
-    return
-        [&host, operations = ReadOperations(json, canThrow)] { host.GetRecorder().SetThrowing(operations); };
+    return FindHostOperation(operation) != nullptr || FindDispatcherOperation(operation) != nullptr;
 }
 
-Setting ReadQuiet(const Json& json, SimulatedHost& host)
+Setting ReadThrows(const Json& json, const Stage& stage)
+{
+    return [&host = stage.host, operations = ReadOperations(json, CanThrow)] {
+        host.GetRecorder().SetThrowing(operations);
+    };
+}
+
+Setting ReadQuiet(const Json& json, const Stage& stage)
 {
     const auto isHostCall = [](const std::string& name) {
         const Operation* const row = FindHostOperation(name);
         return row != nullptr && row->isHostCall;
     };
-    return
-        [&host, operations = ReadOperations(json, isHostCall)] { host.GetRecorder().SetQuiet(operations); };
+    return [&host = stage.host, operations = ReadOperations(json, isHostCall)] {
+        host.GetRecorder().SetQuiet(operations);
+    };
+}
+
+Setting ReadAnswers(const Json& json, const Stage& stage)
+{
+    return [&host = stage.host, answers = Answers(json)] { host.GetRecorder().SetAnswers(answers); };
+}
+
+Setting ReadThrowsAt(const Json& json, const Stage& stage)
+{
+    std::list<Recorder::Throw> throws;
+    ValueReader::ForEachEntry(json, [&throws](const Json& entry) {
+        auto [operation, call, what] =
+            ValueReader::ReadArguments<std::string, std::uint32_t, std::string>(entry);
+        if (!CanThrow(operation) && !Answers::IsQuestion(operation))
+            throw FormatError("unknown operation \"" + operation + '"');
+        if (call == 0)
+            throw FormatError("calls are counted from 1");
+        throws.push_back({std::move(operation), call, std::move(what)});
+    });
+    return [&host = stage.host, throws] { host.GetRecorder().SetThrows(throws); };
+}
+
+Setting ReadWithoutDispatcher(const Json& json, const Stage& stage)
+{
+    std::set<std::size_t> kinds;
+    for (const std::string& name : ValueReader::Read<std::set<std::string>>(json))
+        kinds.insert(Connectors::Find(name));
+    return [&connectors = stage.connectors, kinds] { connectors.SetWithoutDispatcher(kinds); };
+}
+
+Setting ReadReadsFromDisk(const Json& json, const Stage& stage)
+{
+    stage.connectors.RequireAlive(Connectors::Find("library"), true);
+    return [&connectors = stage.connectors, fromDisk = ValueReader::Read<bool>(json)] {
+        connectors.SetReadsFromDisk(fromDisk);
+    };
 }
 
 struct Key
 {
     const char* name;
-    Setting (*read)(const Json& json, SimulatedHost& host);
+    Setting (*read)(const Json& json, const Stage& stage);
 };
 
 constexpr Key kKeys[] = {
-    {"browserID", &ReadBrowserID}, {"paths", &ReadPaths},
-    {"xmpCache", &ReadXMPCache},   {"project", &ReadProject},
-    {"xmpPaths", &ReadXMPPaths},   {"guids", &ReadGuids},
-    {"throws", &ReadThrows},       {"createFails", &ReadCreateFails},
+    {"browserID", &ReadBrowserID},
+    {"paths", &ReadPaths},
+    {"xmpCache", &ReadXMPCache},
+    {"project", &ReadProject},
+    {"xmpPaths", &ReadXMPPaths},
+    {"guids", &ReadGuids},
+    {"throws", &ReadThrows},
+    {"createFails", &ReadCreateFails},
     {"quiet", &ReadQuiet},
+    {"answers", &ReadAnswers},
+    {"throwsAt", &ReadThrowsAt},
+    {"withoutDispatcher", &ReadWithoutDispatcher},
+    {"readsFromDisk", &ReadReadsFromDisk},
 };
 
 }  // namespace
 
-Setting ReadHostSettings(const Json& json, SimulatedHost& host)
+Setting ReadHostSettings(const Json& json, const Stage& stage)
 {
     Fields fields(json);
     std::list<Setting> settings;
     for (const Key& key : kKeys)
         if (const Json* const value = fields.Find(key.name))
-            Within(key.name, [&] { settings.push_back(key.read(*value, host)); });
+            Within(key.name, [&] { settings.push_back(key.read(*value, stage)); });
     fields.Finish();
     return [settings] {
         for (const Setting& setting : settings)

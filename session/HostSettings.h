@@ -1,15 +1,23 @@
 #pragma once
 
-#include "session/Json.h"
+#include "session/Connectors.h"
 #include "session/SimulatedHost.h"
+#include "session/format/Json.h"
 
 #include <boost/function.hpp>
 
 namespace Session {
 
-/// Reads what a "host" line says. \param host Outlives the result.
+/// What a "host" line changes.
+struct Stage
+{
+    SimulatedHost& host;
+    Connectors& connectors;
+};
+
+/// Reads what a "host" line says. \param stage What it refers to outlives the result.
 /// \return Brings it into force.
 /// \throws FormatError, nothing being changed.
-boost::function<void()> ReadHostSettings(const Json& json, SimulatedHost& host);
+boost::function<void()> ReadHostSettings(const Json& json, const Stage& stage);
 
 }  // namespace Session

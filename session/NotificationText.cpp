@@ -2,7 +2,8 @@
 
 #include "assetconnector/host/ferrite/Unicode.h"
 #include "assetconnector/xml/XMLUtilities.h"
-#include "session/Json.h"
+#include "session/format/Json.h"
+#include "session/format/Passwords.h"
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -182,14 +183,6 @@ private:
 };
 
 }  // namespace
-
-std::string WithoutPassword(std::string text)
-{
-    const std::size_t name = text.find(kPassword);
-    if (name != std::string::npos)
-        text.replace(name + kPassword.size(), std::string::npos, "=***");
-    return text;
-}
 
 bool SameNotificationText(const std::string& first, const std::string& second)
 {

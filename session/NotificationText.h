@@ -9,10 +9,6 @@ namespace Session {
 /// \param first, second UTF-8.
 bool SameNotificationText(const std::string& first, const std::string& second);
 
-/// \return The text up to the first mention of an FTP password, which an ill-formed text may write in
-///         any way; what follows it becomes "=***".
-std::string WithoutPassword(std::string text);
-
 /// \return The text for people: an element a line, indented by two spaces a level, FTP passwords masked; the
 ///         text as it is when it is not well-formed. UTF-8, lines without a final line feed. Does not
 ///         recurse.

@@ -1,10 +1,9 @@
 #include "session/Operations.h"
 
-#include "assetconnector/connectors/StationMessages.h"
 #include "assetconnector/host/ald/IAssetLibraryDispatcher.h"
 #include "assetconnector/registration/ACUtils.h"
-#include "session/Rows.h"
 #include "session/ValueReader.h"
+#include "session/format/Rows.h"
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 
@@ -26,7 +25,7 @@ BoundCall Bind(const Json& json, Function function)
         ValueReader::ReadArguments<std::decay_t<Parameters>...>(json));
     return {[arguments, function] { std::apply(function, *arguments); },
             [arguments](const ValueWriter& writer) {
-                return std::apply([&writer](const auto&... each) { return writer.WriteArguments(each...); },
+                return std::apply([&writer](const auto&... each) { return writer.TextOfArguments(each...); },
                                   *arguments);
             }};
 }
@@ -180,19 +179,6 @@ constexpr Operation kHostOperations[] = {
     {"Ridge::AssetMediaInfo::CreateMasterClipMediaInfo", Labels()},
 };
 
-template <class Message>
-OrderedJson PayloadOf(const ValueWriter& writer, const Kiln::Message& message)
-{
-    return writer.Write(static_cast<const Message&>(message).GetPayload());
-}
-
-constexpr StationMessageClass kStationMessages[] = {
-#define AC_STATION_MESSAGE(NAMESPACE, NAME, TYPE_NAME, PAYLOAD) \
-    {NAMESPACE::NAME::TypeID(), #NAMESPACE "::" #NAME, &PayloadOf<NAMESPACE::NAME>},
-#include "assetconnector/connectors/StationMessages.def"
-#undef AC_STATION_MESSAGE
-};
-
 template <class Rows>
 auto FindByName(const Rows& rows, std::string_view name)
 {
@@ -219,12 +205,6 @@ const Operation* FindDispatcherOperation(std::string_view name)
 const Operation* FindHostOperation(std::string_view name)
 {
     return FindByName(kHostOperations, name);
-}
-
-const StationMessageClass* FindStationMessageClass(const Kiln::Message& message)
-{
-    return FindRow(kStationMessages,
-                   [id = message.MessageTypeID()](const auto& row) { return row.typeID == id; });
 }
 
 }  // namespace Session

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "assetconnector/host/ridge/IIngestLibraryNotifier.h"
-#include "session/Json.h"
-#include "session/ValueWriter.h"
+#include "session/format/Json.h"
+#include "session/format/ValueWriter.h"
 
 #include <boost/function.hpp>
 
@@ -32,7 +32,7 @@ struct Labels
 struct BoundCall
 {
     boost::function<void()> run;
-    boost::function<OrderedJson(const ValueWriter&)> arguments;
+    boost::function<std::string(const ValueWriter&)> arguments;  ///< An array, as JSON.
 };
 
 /// A callback of the ingest library.
@@ -64,16 +64,5 @@ const CallbackOperation* FindCallback(std::string_view name);
 const ExportedFunction* FindExportedFunction(std::string_view name);
 const Operation* FindDispatcherOperation(std::string_view name);
 const Operation* FindHostOperation(std::string_view name);
-
-/// A class of station messages of the library.
-struct StationMessageClass
-{
-    std::uint32_t typeID;
-    std::string_view name;
-    OrderedJson (*payload)(const ValueWriter& writer, const Kiln::Message& message);
-};
-
-/// \return The message's class; null for a message that is not the library's.
-const StationMessageClass* FindStationMessageClass(const Kiln::Message& message);
 
 }  // namespace Session

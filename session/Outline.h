@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/Json.h"
+#include "session/format/Json.h"
 
 #include <cstddef>
 #include <ostream>

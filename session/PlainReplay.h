@@ -17,7 +17,7 @@ public:
     {
         mOutput << line.text << '\n';
     }
-    void OnEffect(OrderedJson& effect) override { mOutput << DumpJson(effect) << '\n'; }
+    void OnEffect(const std::string& effect) override { mOutput << effect << '\n'; }
     bool IsDone() const override { return !mOutput; }
 
 private:

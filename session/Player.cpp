@@ -6,9 +6,6 @@
 #include "assetconnector/host/ridge/Utilities.h"
 #include "session/HostSettings.h"
 
-#include <xercesc/dom/DOMException.hpp>
-
-#include <exception>
 #include <utility>
 
 namespace Session {
@@ -37,7 +34,12 @@ const Player::InputRow Player::kInputs[] = {
     {"host", &Player::ReadHost},     {"ui", &Player::ReadUI},           {"call", &Player::ReadCall},
 };
 
-Player::Player(Style style, Recorder::Sink sink) : mRecorder(style, std::move(sink)), mHost(mRecorder) {}
+Player::Player(Style style, Recorder::Sink sink, const Between& between)
+    : mRecorder(style, std::move(sink)),
+      mHost(mRecorder, between.services),
+      mConnectors(mRecorder, between.connectors)
+{
+}
 
 BoundCall Player::Read(const Json& json)
 {
@@ -58,48 +60,28 @@ void Player::Play(const BoundCall& input)
         input.run();
     } catch (const FormatError&) {
         throw;  // of whoever takes the effects
-    } catch (const std::exception& exception) {
-        mRecorder.RecordException(exception.what());
-    } catch (const xercesc::DOMException& exception) {
-        mRecorder.RecordException(ferrite::utility::UTF16to8(exception.getMessage()));
     } catch (...) {
-        mRecorder.RecordException("an exception of unknown type");
+        mRecorder.RecordException(TextOfCurrentException());
     }
 }
 
-std::size_t Player::ReadConnector(Fields& line, const char* member) const
+std::size_t Player::ReadConnector(Fields& line, const char* member)
 {
-    const auto name = line.Read<std::string>(member);
-    for (std::size_t i = 0; i < std::size(kConnectorKinds); ++i)
-        if (kConnectorKinds[i].name == name)
-            return i;
-    throw FormatError("unknown connector \"" + name + '"');
-}
-
-void Player::RequireAlive(std::size_t connector, bool alive) const
-{
-    if (static_cast<bool>(mConnectors[connector]) != alive)
-        throw FormatError((alive ? "there is no " : "there already is a ") +
-                          std::string(kConnectorKinds[connector].title));
+    return Connectors::Find(line.Read<std::string>(member));
 }
 
 BoundCall Player::ReadCreate(Fields& line)
 {
     const std::size_t which = ReadConnector(line, "create");
-    RequireAlive(which, false);
-    return {[this, which] { mConnectors[which] = kConnectorKinds[which].create(&mDispatcher); }, {}};
+    mConnectors.RequireAlive(which, false);
+    return {[this, which] { mConnectors.Create(which); }, {}};
 }
 
 BoundCall Player::ReadRelease(Fields& line)
 {
     const std::size_t which = ReadConnector(line, "release");
-    RequireAlive(which, true);
-    return {[this, which] {
-                mRecorder.ExpectEnd(kConnectorKinds[which].name);
-                mConnectors[which].Clear();
-                mRecorder.ExpectEnd({});
-            },
-            {}};
+    mConnectors.RequireAlive(which, true);
+    return {[this, which] { mConnectors.Release(which); }, {}};
 }
 
 BoundCall Player::ReadRegister(Fields& line)
@@ -132,7 +114,7 @@ BoundCall Player::ReadCallback(Fields& line)
     if (callback == nullptr)
         throw FormatError("unknown callback \"" + name + '"');
     const std::size_t which = ReadConnector(line, "to");
-    RequireAlive(which, true);
+    mConnectors.RequireAlive(which, true);
     BoundCall call;
     Within("args", [&] { call = callback->bind(line.Get("args"), mConnectors[which]); });
     return call;
@@ -140,7 +122,7 @@ BoundCall Player::ReadCallback(Fields& line)
 
 BoundCall Player::ReadHost(Fields& line)
 {
-    return {ReadHostSettings(line.Get("host"), mHost), {}};
+    return {ReadHostSettings(line.Get("host"), {mHost, mConnectors}), {}};
 }
 
 BoundCall Player::ReadUI(Fields& line)

@@ -1,15 +1,11 @@
 #pragma once
 
-#include "reference_host/ForwardingDispatcher.h"
-#include "session/ConnectorKinds.h"
+#include "session/Connectors.h"
 #include "session/Fields.h"
-#include "session/Json.h"
 #include "session/Operations.h"
 #include "session/Recorder.h"
 #include "session/SimulatedHost.h"
-
-#include <array>
-#include <iterator>
+#include "session/format/Json.h"
 
 namespace Session {
 
@@ -18,8 +14,15 @@ namespace Session {
 class Player
 {
 public:
-    /// \param sink Gets each effect as it happens.
-    Player(Style style, Recorder::Sink sink);
+    /// What stands between the library and the simulated host.
+    struct Between
+    {
+        SimulatedHost::Wrap services;
+        Connectors::Factory connectors;
+    };
+
+    /// \param sink Gets each effect as it happens. \param between Nothing, if it is left empty.
+    Player(Style style, Recorder::Sink sink, const Between& between = {});
 
     /// Reads an input. \return What plays it, once, before the next input is read.
     /// \throws FormatError when it cannot be played; nothing has happened then.
@@ -33,7 +36,6 @@ public:
     const ValueWriter& Writer() const { return mRecorder.Writer(); }
 
 private:
-    using Notifier = Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier>;
     using InputReader = BoundCall (Player::*)(Fields& line);
     struct InputRow
     {
@@ -53,16 +55,11 @@ private:
     BoundCall ReadCall(Fields& line);
 
     /// \return The place of the connector that the member names.
-    std::size_t ReadConnector(Fields& line, const char* member) const;
-
-    /// \throws FormatError unless the connector lives or does not live, as asked for.
-    void RequireAlive(std::size_t connector, bool alive) const;
+    static std::size_t ReadConnector(Fields& line, const char* member);
 
     Recorder mRecorder;
     SimulatedHost mHost;
-    Recorder::DispatcherHook mDispatcherHook{mRecorder};
-    ReferenceHost::ForwardingDispatcher<Recorder::DispatcherHook> mDispatcher{mDispatcherHook};
-    std::array<Notifier, std::size(kConnectorKinds)> mConnectors;
+    Connectors mConnectors;
 };
 
 }  // namespace Session

@@ -1,9 +1,10 @@
 #include "session/ReadableReplay.h"
 
-#include "session/ConnectorKinds.h"
-#include "session/FormatError.h"
 #include "session/NotificationText.h"
-#include "session/Rows.h"
+#include "session/SimulatedObjects.h"
+#include "session/format/ConnectorKinds.h"
+#include "session/format/FormatError.h"
+#include "session/format/Rows.h"
 
 #include <algorithm>
 #include <utility>
@@ -53,7 +54,7 @@ const Row& Require(const Row* row, const std::string& complaint)
     return *row;
 }
 
-const ValueWriter kReadable(Style::kReadable);
+const ValueWriter kReadable = SimulatedObjects::WriterFor(Style::kReadable);
 
 }  // namespace
 
@@ -101,8 +102,9 @@ void ReadableReplay::OnInput(const Line& /*line*/, const Json& json, const Bound
     mIndent = kEffectIndent;
 }
 
-void ReadableReplay::OnEffect(OrderedJson& effect)
+void ReadableReplay::OnEffect(const std::string& text)
 {
+    OrderedJson effect = OrderedJson::parse(text);
     mSilence.clear();
     if (ExtendsRun(TextOf(effect, "hostCall")))
         return;
@@ -154,7 +156,7 @@ void ReadableReplay::ShowCallback(const Json& json, const BoundCall& input)
     const std::string name = TextOf(json, "callback");
     mSpeaker = TitleOf(TextOf(json, "to"));
     Heading(Colour::kGreen, "ingest library", mSpeaker, name);
-    Arguments(name, FindCallback(name), input.arguments(kReadable));
+    Arguments(name, FindCallback(name), OrderedJson::parse(input.arguments(kReadable)));
 }
 
 void ReadableReplay::ShowHost(const Json& json, const BoundCall& /*input*/)
@@ -177,7 +179,7 @@ void ReadableReplay::ShowCall(const Json& json, const BoundCall& input)
     const std::string name = TextOf(json, "call");
     mSpeaker = kLibrary;
     Heading(Colour::kBlue, "host", mSpeaker, name);
-    Arguments(name, FindExportedFunction(name), input.arguments(kReadable));
+    Arguments(name, FindExportedFunction(name), OrderedJson::parse(input.arguments(kReadable)));
 }
 
 void ReadableReplay::ShowDispatcher(const std::string& operation, OrderedJson& effect)

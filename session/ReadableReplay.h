@@ -21,7 +21,7 @@ public:
 
     void OnComment(const Line& line) override;
     void OnInput(const Line& line, const Json& json, const BoundCall& input) override;
-    void OnEffect(OrderedJson& effect) override;
+    void OnEffect(const std::string& effect) override;
     void OnEnd() override { EndInput(); }
     void OnBadLine() override { EndInput(); }
     bool IsDone() const override { return !mOutput; }

@@ -6,21 +6,24 @@ namespace Session {
 
 using ferrite::utility::ImmutableString;
 
-void Recorder::Record(OrderedJson effect)
+void Recorder::ThrowIfAsked(const char* operation)
 {
-    if (mSink)
-        mSink(effect);
-}
-
-void Recorder::ThrowIfAsked(const char* operation) const
-{
+    if (mMuted)
+        return;
+    for (auto each = mThrows.begin(); each != mThrows.end(); ++each) {
+        if (each->operation != operation || --each->call != 0)
+            continue;
+        const std::string what = std::move(each->what);
+        mThrows.erase(each);
+        throw std::runtime_error(what);
+    }
     if (mThrowing.count(operation) != 0)
         throw std::runtime_error(std::string(operation) + " failed");
 }
 
 void Recorder::RecordException(const std::string& what)
 {
-    Record({{"exception", mWriter.Write(what)}});
+    Record([&](JsonText& out) { mWriter.Exception(out, what); });
 }
 
 void Recorder::operator()(const char* operation, const UTF16String& mediaPath,
@@ -44,12 +47,12 @@ void Recorder::operator()(const char* /*operation*/, const Kiln::Listener& /*lis
 {
     // The base class of the connector ends the subscriptions once more.
     if (!mEnding.empty())
-        Record({{"destroyed", std::exchange(mEnding, {})}});
+        Record([&](JsonText& out) { mWriter.Destroyed(out, std::exchange(mEnding, {})); });
 }
 
 void Recorder::operator()(const char* operation, const std::string& notification, const std::string& data)
 {
-    Record({{"notification", mWriter.Write(notification)}, {"data", mWriter.Write(data)}});
+    Record([&](JsonText& out) { mWriter.Notification(out, notification, data); });
     ThrowIfAsked(operation);
 }
 
@@ -57,10 +60,7 @@ void Recorder::operator()(const char* operation, const ImmutableString& station,
                           const bool& flag)
 {
     if (const StationMessageClass* const row = FindStationMessageClass(message))
-        Record({{"post", row->name},
-                {"station", mWriter.Write(station)},
-                {"flag", flag},
-                {"payload", row->payload(mWriter, message)}});
+        Record([&](JsonText& out) { mWriter.Post(out, *row, station, message, flag); });
     ThrowIfAsked(operation);
 }
 
@@ -68,9 +68,7 @@ void Recorder::operator()(const char* /*operation*/, const ImmutableString& stat
                           const Kiln::Message& message)
 {
     if (const StationMessageClass* const row = FindStationMessageClass(message))
-        Record({{"deliver", row->name},
-                {"station", mWriter.Write(station)},
-                {"payload", row->payload(mWriter, message)}});
+        Record([&](JsonText& out) { mWriter.Delivery(out, *row, station, message); });
 }
 
 }  // namespace Session

@@ -5,6 +5,7 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace Session {
 
@@ -22,17 +23,25 @@ public:
 
     const std::optional<Difference>& FirstDifference() const { return mDifference; }
 
+    /// The line of the comment that says that lines are lost here: nothing behind it can be compared.
+    std::optional<std::size_t> LostAt() const { return mLostAt; }
+
+    /// How such a comment begins.
+    static constexpr std::string_view kLost = "# lost: ";
+
+    void OnComment(const Line& line) override;
     void OnInput(const Line& line, const Json& json, const BoundCall& input) override;
-    void OnEffect(OrderedJson& effect) override;
+    void OnEffect(const std::string& effect) override;
     bool WantsExpected() const override { return true; }
     void OnExpected(const Line& line, Json& effect) override;
     void OnEnd() override;
-    bool IsDone() const override { return mDifference.has_value(); }
+    bool IsDone() const override { return mDifference || mLostAt; }
 
 private:
     std::size_t mInputLine = 0;
     std::deque<Json> mActual;  ///< Effects of the input that the file has not told yet.
     std::optional<Difference> mDifference;
+    std::optional<std::size_t> mLostAt;
 };
 
 }  // namespace Session

@@ -110,7 +110,7 @@ void PlayLine(const Line& line, Player& player, Observer& observer)
 
 void PlaySession(std::istream& file, Style style, Observer& observer)
 {
-    Player player(style, [&observer](OrderedJson& effect) { observer.OnEffect(effect); });
+    Player player(style, [&observer](const std::string& effect) { observer.OnEffect(effect); });
     Line line;
     while (!observer.IsDone()) {
         if (!ReadLine(file, line))

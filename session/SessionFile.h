@@ -1,8 +1,8 @@
 #pragma once
 
-#include "session/Json.h"
 #include "session/Operations.h"
-#include "session/ValueWriter.h"
+#include "session/format/Json.h"
+#include "session/format/ValueWriter.h"
 
 #include <cstddef>
 #include <istream>
@@ -42,9 +42,9 @@ public:
     /// An input that is about to be played. \param json The line's value. \param input Its typed arguments.
     virtual void OnInput(const Line& line, const Json& json, const BoundCall& input) = 0;
 
-    /// Something that the library did. \param effect In session format, or the readable form of it. May be
-    /// taken: copies of deep values recurse.
-    virtual void OnEffect(OrderedJson& effect) = 0;
+    /// Something that the library did. \param effect JSON on one line, in session format or the readable form
+    /// of it.
+    virtual void OnEffect(const std::string& effect) = 0;
 
     /// Whether the effects of the file are wanted. When not, a line with the key of an effect is skipped
     /// whatever else the object holds.

@@ -36,15 +36,18 @@ boost::shared_ptr<Ridge::AssetMediaInfo> SimulatedIngestLibrary::CreateMasterCli
 
 UTF16String SimulatedIngestLibrary::CreateCustomMetadataStr(const Ridge::CustomMetadata& metadata)
 {
-    return ferrite::utility::UTF8to16(ValueWriter(Style::kSession).Write(metadata).dump());
+    return ferrite::utility::UTF8to16(SimulatedObjects::WriterFor(Style::kSession).TextOf(metadata));
 }
 
-SimulatedHost::SimulatedHost(Recorder& recorder)
-    : mRecorder(recorder),
-      mInstallation({mForwardedPanelEvents, mForwardedStations, mForwardedIngestLibrary, mFiles,
-                     mForwardedTexts, mMemory},
-                    mStations)
+SimulatedHost::SimulatedHost(Recorder& recorder, const Wrap& wrap)
+    : mRecorder(recorder), mInstallation(wrap ? wrap(Services()) : Services(), mStations)
 {
+}
+
+AC::HostServices SimulatedHost::Services()
+{
+    return {mForwardedPanelEvents, mForwardedStations, mForwardedIngestLibrary,
+            mForwardedFiles,       mForwardedTexts,    mMemory};
 }
 
 }  // namespace Session

@@ -82,8 +82,11 @@ private:
 class SimulatedHost
 {
 public:
-    /// \param recorder Outlives this object.
-    explicit SimulatedHost(Recorder& recorder);
+    /// Puts something in front of the services.
+    using Wrap = boost::function<AC::HostServices(const AC::HostServices& services)>;
+
+    /// \param recorder Outlives this object. \param wrap What is installed; empty: the services themselves.
+    explicit SimulatedHost(Recorder& recorder, const Wrap& wrap = {});
 
     Recorder& GetRecorder() { return mRecorder; }
     ReferenceHost::Stations& GetStations() { return mStations; }
@@ -93,6 +96,8 @@ public:
     SimulatedTexts& GetTexts() { return mTexts; }
 
 private:
+    AC::HostServices Services();
+
     Recorder& mRecorder;
 
     ReferenceHost::Memory mMemory;
@@ -102,6 +107,7 @@ private:
     ReferenceHost::Stations mStations{ReferenceHost::Stations::Delivery::kByHand};
     ReferenceHost::PanelEvents mPanelEvents{mStations};
 
+    ReferenceHost::ForwardingFiles<Recorder> mForwardedFiles{mFiles, mRecorder};
     ReferenceHost::ForwardingTexts<Recorder> mForwardedTexts{mTexts, mRecorder};
     ReferenceHost::ForwardingIngestLibrary<Recorder> mForwardedIngestLibrary{mIngestLibrary, mRecorder};
     ReferenceHost::ForwardingStations<Recorder> mForwardedStations{mStations, mRecorder};

@@ -2,6 +2,7 @@
 
 #include "reference_host/Marker.h"
 #include "reference_host/MediaInfo.h"
+#include "session/SimulatedObjects.h"
 
 #include <utility>
 

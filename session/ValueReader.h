@@ -1,9 +1,9 @@
 #pragma once
 
 #include "assetconnector/host/ferrite/Unicode.h"
-#include "session/FormatError.h"
-#include "session/Json.h"
-#include "session/Values.h"
+#include "session/format/FormatError.h"
+#include "session/format/Json.h"
+#include "session/format/Values.h"
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 
@@ -41,7 +41,7 @@ public:
         std::size_t at = 0;
         std::apply(
             [&](Values&... value) {
-                const auto read = [&](auto& argument) {
+                [[maybe_unused]] const auto read = [&](auto& argument) {
                     Within(IndexText(at), [&] { Into(json[at], argument); });
                     ++at;
                 };
@@ -54,6 +54,15 @@ public:
     static void RequireObject(const Json& json);
     static void RequireArray(const Json& json);
     static void RequireArray(const Json& json, std::size_t size);
+
+    /// Calls visit for each entry of an array; errors name its place.
+    template <class Visit>
+    static void ForEachEntry(const Json& json, Visit visit)
+    {
+        RequireArray(json);
+        for (std::size_t at = 0; at < json.size(); ++at)
+            Within(IndexText(at), [&] { visit(json[at]); });
+    }
 
 private:
     static void Into(const Json& json, std::string& text);
@@ -169,14 +178,6 @@ private:
             if (known.count(name) == 0)
                 throw FormatError("unknown member \"" + name + '"');
         throw FormatError("unknown member");
-    }
-
-    template <class Visit>
-    static void ForEachEntry(const Json& json, Visit visit)
-    {
-        RequireArray(json);
-        for (std::size_t at = 0; at < json.size(); ++at)
-            Within(IndexText(at), [&] { visit(json[at]); });
     }
 
     static std::string IndexText(std::size_t at);

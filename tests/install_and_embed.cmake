@@ -111,6 +111,17 @@ foreach(expected "show the ingest dialog for \"Interviews\"" "OpenIngestDialogSt
     endif()
 endforeach()
 
+# It records itself, and the installed program plays what it recorded.
+run(${work}/embedding/build/embedding ${work}/recordings)
+run(${work}/installed/bin/asset-connector replay --check ${work}/recordings/session-000001.jsonl)
+file(READ ${work}/recordings/session-000001.jsonl recording)
+foreach(expected "{\"panel\":\"com.velmo.browser.event.OpenIngestDialog\"" "{\"dispatcher\":\"ShowIngestDialog\""
+        "{\"deliver\":\"AC::IngestStartedMessage\"" "{\"destroyed\":\"library\"")
+    if(NOT recording MATCHES "${expected}")
+        message(FATAL_ERROR "${expected} is missing in:\n${recording}")
+    endif()
+endforeach()
+
 # It checks itself, with the installed kit.
 run(${RUN} ${work}/embedding/build/conformance${suffix} --tap --junit ${work}/conformance.xml)
 foreach(expected "ok [0-9]+ - stations.order\n" "ok [0-9]+ - panels.registered\n"

@@ -1,8 +1,8 @@
 #include "Commands.h"
 #include "assetconnector/connectors/EventCatalogue.h"
 #include "assetconnector/host/ferrite/Unicode.h"
-#include "session/ConnectorKinds.h"
-#include "session/Json.h"
+#include "session/format/ConnectorKinds.h"
+#include "session/format/Json.h"
 
 #include <algorithm>
 #include <iomanip>

@@ -2,7 +2,7 @@
 #include "Input.h"
 #include "protocol/Comparison.h"
 #include "protocol/Reference.h"
-#include "session/Json.h"
+#include "session/format/Json.h"
 
 #include <stdexcept>
 

@@ -62,7 +62,8 @@ Status Decode(const std::string& file, std::ostream& output)
         if (!AC::ACMessageDecoder::DecodeXMLString(xml, message, error))
             throw Session::FormatError("line " + std::to_string(error.line) + ", column " +
                                        std::to_string(error.column) + ": " + UTF16to8(error.reason));
-        output << Session::DumpJson(Session::ValueWriter(Session::Style::kSession).Write(message), 2) << '\n';
+        const Session::ValueWriter writer = Session::SimulatedObjects::WriterFor(Session::Style::kSession);
+        output << Session::DumpJson(Session::OrderedJson::parse(writer.TextOf(message)), 2) << '\n';
     });
 }
 

@@ -26,6 +26,12 @@ Status Check(Input& input, std::ostream& output)
 {
     Session::SessionCheck check;
     const Status status = Play(input, Style::kSession, check);
+    if (status == kDone && check.LostAt()) {
+        output << input.Name() << ": line " << *check.LostAt()
+               << ": lines were lost here; up to this line the effects are the same, nothing behind it was "
+                  "compared\n";
+        return kFailed;
+    }
     if (status != kDone || !check.FirstDifference())
         return status;
     output << input.Name() << ": line " << check.FirstDifference()->line << ": the effects differ\n"

@@ -1,20 +1,21 @@
 // A small host. It brings what is its own, the panel events and a dispatcher, and takes the other services
-// from the reference host, as a host may do while it grows.
+// from the reference host, as a host may do while it grows. With a folder as argument it records itself there.
 
 #include "Panels.h"
 #include "assetconnector/connectors/EventCatalogue.h"
-#include "assetconnector/connectors/IngestGlintLibraryConnector.h"
 #include "assetconnector/connectors/IngestMediaCollectionConnector.h"
 #include "assetconnector/connectors/StationMessages.h"
 #include "assetconnector/host/XMLPlatform.h"
 #include "assetconnector/host/ferrite/Unicode.h"
 #include "assetconnector/host/kiln/Listener.h"
 #include "assetconnector/host/kiln/StationUtils.h"
+#include "recorder/Recorder.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "reference_host/Host.h"
 
 #include <exception>
 #include <iostream>
+#include <string>
 
 namespace {
 
@@ -49,7 +50,8 @@ private:
     }
 };
 
-void RunHost()
+/// \param folder Of the recording.
+void RunHost(const std::string& folder)
 {
     Panels panels(std::cout);
     ReferenceHost::Stations stations(ReferenceHost::Stations::Delivery::kByHand);
@@ -57,14 +59,17 @@ void RunHost()
     ReferenceHost::Files files;
     ReferenceHost::Texts texts;
     ReferenceHost::Memory memory;
+    Recording::Options options;
+    options.folder = folder;  // without one nothing is recorded
+    options.onTrouble = [](const std::string& trouble) { std::cerr << "recorder: " << trouble << "\n"; };
+    Recording::Recorder recorder({panels, stations, library, files, texts, memory}, options);
     // Uninstalls at the end, and drops what is still posted while the memory service lives.
-    const ReferenceHost::Installation installation({panels, stations, library, files, texts, memory},
-                                                   stations);
+    const ReferenceHost::Installation installation(recorder.Services(), stations);
     AC::AddTandemEvents();
 
     Dispatcher dispatcher;
-    const auto libraryConnector = AC::CreateIngestGlintLibraryConnector(&dispatcher);
-    const auto mediaCollectionConnector = AC::CreateIngestMediaCollectionConnector(nullptr);
+    const auto libraryConnector = recorder.CreateIngestGlintLibraryConnector(&dispatcher);
+    const auto mediaCollectionConnector = recorder.CreateIngestMediaCollectionConnector(nullptr);
     const IngestWatcher watcher;
 
     panels.Raise(AC::kPlexaEventType_OpenIngestDlg,
@@ -81,11 +86,11 @@ void RunHost()
 
 }  // namespace
 
-int main()
+int main(int argc, char** argv)
 {
     try {
         const AC::XMLPlatform platform;  // once, before anything else
-        RunHost();
+        RunHost(argc > 1 ? argv[1] : "");
         return 0;
     } catch (const std::exception& exception) {
         std::cerr << "embedding: " << exception.what() << "\n";

@@ -10,7 +10,7 @@
 #include "reference_host/Forwarders.h"
 #include "reference_host/ForwardingDispatcher.h"
 #include "reference_host/Marker.h"
-#include "session/ConnectorKinds.h"
+#include "session/format/ConnectorKinds.h"
 #include "tests/support/HostTest.h"
 
 #include <boost/make_shared.hpp>

@@ -13,8 +13,8 @@
 #include "assetconnector/xml/DomLinks.h"
 #include "assetconnector/xml/XMLUtilities.h"
 #include "reference_host/ForwardingDispatcher.h"
-#include "session/ConnectorKinds.h"
 #include "session/ValueReader.h"
+#include "session/format/ConnectorKinds.h"
 #include "tests/support/HostTest.h"
 #include "tests/support/SoundTree.h"
 

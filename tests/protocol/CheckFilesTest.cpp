@@ -1,7 +1,7 @@
 // The checker and the files of the project: a text for each kind, the examples of the model, what is in the
 // session files and texts, the document.
 
-#include "session/Json.h"
+#include "session/format/Json.h"
 #include "tests/protocol/Found.h"
 #include "tests/support/TextFile.h"
 

@@ -194,12 +194,12 @@ TEST_F(ProtocolModelTest, SaysWhereNotificationsCarryMembers)
 
 TEST(ProtocolModel, HasEveryNameOfTheVocabulary)
 {
-    const std::string header = TextOf(TEST_DATA "/../src/assetconnector/codec/Vocabulary.h");
-    const std::string opening = " = u\"";
+    const std::string names = TextOf(TEST_DATA "/../src/assetconnector/codec/Vocabulary.def");
+    const std::string opening = ", u\"";
     std::size_t count = 0;
-    for (std::size_t at = header.find(opening); at != std::string::npos; at = header.find(opening, at)) {
+    for (std::size_t at = names.find(opening); at != std::string::npos; at = names.find(opening, at)) {
         at += opening.size();
-        const std::string name = header.substr(at, header.find('"', at) - at);
+        const std::string name = names.substr(at, names.find('"', at) - at);
         EXPECT_TRUE(std::any_of(ThisModel().places.begin(), ThisModel().places.end(),
                                 [&name](const Place& place) {
                                     return Protocol::AttributeOf(place.path) == name ||

@@ -1,6 +1,6 @@
 #include "assetconnector/message/Comparison.h"
+#include "session/SimulatedObjects.h"
 #include "session/ValueReader.h"
-#include "session/ValueWriter.h"
 #include "tests/support/FilledRecords.h"
 #include "tests/support/HostTest.h"
 
@@ -9,7 +9,6 @@
 namespace {
 
 using Session::Json;
-using Session::OrderedJson;
 using Session::ParseJson;
 using Session::Style;
 using Session::ValueReader;
@@ -18,7 +17,7 @@ using Session::ValueWriter;
 class ValuesTest : public HostTest
 {
 protected:
-    const ValueWriter writer{Style::kSession};
+    const ValueWriter writer = Session::SimulatedObjects::WriterFor(Style::kSession);
 };
 
 TEST_F(ValuesTest, EveryMemberOfARecordComesBack)
@@ -26,9 +25,9 @@ TEST_F(ValuesTest, EveryMemberOfARecordComesBack)
     for (std::uint32_t seed = 0; seed < 50; ++seed) {
         SCOPED_TRACE(seed);
         const auto message = Filler(seed).Make<AC::ACMessage>();
-        const std::string text = writer.Write(message).dump();
+        const std::string text = writer.TextOf(message);
         const auto copy = ValueReader::Read<AC::ACMessage>(ParseJson(text));
-        EXPECT_EQ(writer.Write(copy).dump(), text);
+        EXPECT_EQ(writer.TextOf(copy), text);
 
         AC::Description::ForEachMember<AC::ACMessage>([&](const auto& row) {
             using Value = std::decay_t<decltype(message.*row.member)>;
@@ -47,19 +46,20 @@ TEST_F(ValuesTest, EveryMemberOfARecordComesBack)
 TEST_F(ValuesTest, FormsOfValues)
 {
     AC::ACMessage message;
-    EXPECT_EQ(writer.Write(message).dump(),
+    EXPECT_EQ(writer.TextOf(message),
               R"({"header":{"browserID":"","taskID":"00000000-0000-0000-0000-000000000000",)"
               R"("msgID":"00000000-0000-0000-0000-000000000000"}})");
-    EXPECT_EQ(writer.Write(UTF16String(u"a\xD800z")).dump(), "\"a\uFFFDz\"");
-    EXPECT_EQ(writer.Write(std::string("a\xFFz")).dump(), "\"a\uFFFDz\"");
-    EXPECT_EQ(writer.Write(tempora::kTime_Invalid).dump(), "null");
-    EXPECT_EQ(writer.Write(Ridge::kFailure).dump(), "-2147483648");
-    EXPECT_EQ(writer.Write(AC::FtpSetting()).dump(),
+    EXPECT_EQ(writer.TextOf(UTF16String(u"a\xD800z")), "\"a\uFFFDz\"");
+    EXPECT_EQ(writer.TextOf(std::string("a\xFFz")), "\"a\uFFFDz\"");
+    EXPECT_EQ(writer.TextOf(tempora::kTime_Invalid), "null");
+    EXPECT_EQ(writer.TextOf(Ridge::kFailure), "-2147483648");
+    EXPECT_EQ(writer.TextOf(AC::FtpSetting()),
               R"({"ftpServerName":"","ftpPort":0,"ftpUserName":"","ftpPassword":""})");
-    EXPECT_EQ(writer.Write(Ridge::ColumnTexts{{{1, 2}, u"b"}}).dump(),
+    EXPECT_EQ(writer.TextOf(Ridge::ColumnTexts{{{1, 2}, u"b"}}),
               R"([["00000000-0000-0001-0000-000000000002","b"]])");
     const auto info = ValueReader::Read<boost::shared_ptr<Ridge::AssetMediaInfo>>(Json::object());
-    EXPECT_EQ(writer.Write(info).size(), AC::Description::CountMembers<Ridge::AssetMediaInfoValues>());
+    EXPECT_EQ(ParseJson(writer.TextOf(info)).size(),
+              AC::Description::CountMembers<Ridge::AssetMediaInfoValues>());
     EXPECT_EQ(info->GetForceLoadFromLocalDisk(), -1);
 }
 
@@ -70,9 +70,9 @@ TEST_F(ValuesTest, DeepTreesComeBackAndDeeperOnesAreRefused)
                Repeated("}]", levels) + '}';
     };
     const Json deep = ParseJson(nested(2050));
-    const OrderedJson written = writer.Write(ValueReader::Read<AC::ACMessage>(deep));
+    const Json written = ParseJson(writer.TextOf(ValueReader::Read<AC::ACMessage>(deep)));
     std::size_t levels = 0;
-    for (const OrderedJson* list = &written["assetItemList"]; !list->empty();
+    for (const Json* list = &written["assetItemList"]; !list->empty();
          list = &list->front()["subAssetItemList"])
         ++levels;
     EXPECT_EQ(levels, 2050U);

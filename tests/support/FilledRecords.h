@@ -4,7 +4,7 @@
 #include "assetconnector/message/Description.h"
 #include "reference_host/Marker.h"
 #include "reference_host/MediaInfo.h"
-#include "session/Values.h"
+#include "session/SimulatedObjects.h"
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 

@@ -3,8 +3,8 @@
 #include "assetconnector/connectors/EventCatalogue.h"
 #include "assetconnector/host/ridge/TandemEvents.h"
 #include "assetconnector/host/ridge/Utilities.h"
-#include "session/ConnectorKinds.h"
 #include "session/Operations.h"
+#include "session/format/ConnectorKinds.h"
 #include "tests/support/HostTest.h"
 
 #include <boost/function.hpp>

@@ -1,7 +1,7 @@
 #include "assetconnector/codec/ACMessageEncoder.h"
 #include "assetconnector/message/MessageConstants.h"
 #include "protocol/Schemas.h"
-#include "session/Json.h"
+#include "session/format/Json.h"
 #include "tests/protocol/Found.h"
 #include "tests/support/FilledRecords.h"
 #include "tests/support/HostTest.h"

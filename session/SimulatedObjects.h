@@ -1,16 +1,12 @@
 #pragma once
 
 #include "assetconnector/host/kiln/InterfaceRef.h"
-#include "assetconnector/host/kiln/KilnUnknown.h"
-#include "assetconnector/message/Description.h"
 #include "reference_host/Counted.h"
+#include "session/format/ValueWriter.h"
 
 #include <string>
-#include <tuple>
-#include <type_traits>
 #include <utility>
 
-/// What reading and writing of values share.
 namespace Session {
 
 /// The object behind a counted reference in a session: nothing but a name.
@@ -30,13 +26,17 @@ private:
     const std::string mName;
 };
 
-/// The sub-items of an asset item: the one member that makes a record a tree. Trees are read and written in
-/// loops, whatever their depth.
-using SubItemsRow = AC::Description::MemberRow<Ridge::AssetItemValues, Ridge::AssetItemList>;
-constexpr SubItemsRow kSubItems =
-    std::get<SubItemsRow>(AC::Description::Members<Ridge::AssetItemValues>::kRows);
+/// The objects of the simulated host, which are of the reference host's classes.
+class SimulatedObjects final : public HostObjects
+{
+public:
+    /// \return A writer of values with such objects.
+    static ValueWriter WriterFor(Style style);
 
-template <class Row>
-constexpr bool kIsSubItemsRow = std::is_same_v<std::decay_t<Row>, SubItemsRow>;
+    /// \return False for an info of another class.
+    std::optional<bool> NeedSavePreCheck(const Ridge::AssetMediaInfo& info) const override;
+    std::optional<std::string> NameOf(const KilnUnknown& object) const override;
+    UTF16String PropertyXMLOf(const Keel::IMarker& marker) const override;
+};
 
 }  // namespace Session

@@ -14,13 +14,20 @@ struct ConnectorKind
     std::string_view title;  ///< For people.
     Kiln::InterfaceRef<Ridge::IIngestLibraryNotifier> (*create)(ALD::IAssetLibraryDispatcher* dispatcher);
     bool (*handles)(const UTF16String& identifier);
+    bool (*isOfClass)(const Kiln::Listener& listener);
 };
+
+template <class Connector>
+bool IsOfClass(const Kiln::Listener& listener)
+{
+    return dynamic_cast<const Connector*>(&listener) != nullptr;
+}
 
 constexpr ConnectorKind kConnectorKinds[] = {
     {"library", "library connector", &AC::CreateIngestGlintLibraryConnector,
-     &AC::IngestGlintLibraryConnector::Handles},
+     &AC::IngestGlintLibraryConnector::Handles, &IsOfClass<AC::IngestGlintLibraryConnector>},
     {"mediaCollection", "media collection connector", &AC::CreateIngestMediaCollectionConnector,
-     &AC::IngestMediaCollectionConnector::Handles},
+     &AC::IngestMediaCollectionConnector::Handles, &IsOfClass<AC::IngestMediaCollectionConnector>},
 };
 
 }  // namespace Session

@@ -1,6 +1,6 @@
-#include "session/Json.h"
+#include "session/format/Json.h"
 
-#include "session/FormatError.h"
+#include "session/format/FormatError.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,0 +1,115 @@
+#include "recorder/PanelEvents.h"
+
+#include "assetconnector/connectors/EventCatalogue.h"
+
+namespace Recording {
+namespace {
+
+const UTF16String& RequestAt(std::size_t place)
+{
+    return *AC::EventCatalogue()[place].identifier;
+}
+
+bool IsRequest(const UTF16String& type)
+{
+    for (std::size_t place = 0; place < AC::kRequestCount; ++place)
+        if (RequestAt(place) == type)
+            return true;
+    return false;
+}
+
+}  // namespace
+
+PanelEvents::PanelEvents(Plexa::IPanelEvents& next, Hook& hook, Stations& stations)
+    : ForwardingPanelEvents(next, hook), mStations(stations)
+{
+}
+
+void PanelEvents::AddTandemEventListener(const UTF16String& type, void* callback)
+{
+    Register(true, type, [&] { ForwardingPanelEvents::AddTandemEventListener(type, callback); });
+}
+
+void PanelEvents::RemoveTandemEventListener(const UTF16String& type, void* callback)
+{
+    Register(false, type, [&] { ForwardingPanelEvents::RemoveTandemEventListener(type, callback); });
+}
+
+template <class Call>
+void PanelEvents::Register(bool adds, const UTF16String& type, Call call)
+{
+    Journal& journal = mHook.GetJournal();
+    Journal::InputPtr series;
+    journal.Guard(nullptr, [&] { series = Join(adds, type); });
+    try {
+        call();
+    } catch (...) {
+        if (series != nullptr) {
+            journal.EndByException(series);
+            journal.Guard(nullptr, [&] { Leave(true); });
+        }
+        throw;
+    }
+    journal.Guard(nullptr, [&] { Changed(adds, type, journal.Innermost()); });
+    if (series != nullptr)
+        journal.Guard(nullptr, [&] { Leave(false); });
+}
+
+Journal::InputPtr PanelEvents::Join(bool adds, const UTF16String& type)
+{
+    Journal& journal = mHook.GetJournal();
+    const std::lock_guard<std::mutex> lock(mMutex);
+    const auto found = mSeries.find(std::this_thread::get_id());
+    const Input* const innermost = journal.Innermost();
+    if (found != mSeries.end()) {
+        Series& series = found->second;
+        if (series.input.get() == innermost && series.adds == adds && RequestAt(series.next) == type)
+            return series.input;
+        mSeries.erase(found);
+    } else if (innermost != nullptr) {
+        return nullptr;
+    }
+    if ((innermost != nullptr && !innermost->isSeries) || RequestAt(0) != type)
+        return nullptr;
+    Series series;
+    series.adds = adds;
+    series.input = journal.Begin([adds](Session::JsonText& out) {
+        out.Name("register");
+        out.Bool(adds);
+    });
+    if (series.input == nullptr)
+        return nullptr;
+    series.input->isSeries = true;
+    return mSeries.emplace(std::this_thread::get_id(), series).first->second.input;
+}
+
+void PanelEvents::Leave(bool isThrown)
+{
+    const std::lock_guard<std::mutex> lock(mMutex);
+    const auto found = mSeries.find(std::this_thread::get_id());
+    if (found == mSeries.end())
+        return;
+    if (++found->second.next < AC::kRequestCount && !isThrown)
+        return;
+    if (!isThrown)
+        mHook.GetJournal().End(found->second.input);
+    mSeries.erase(found);
+}
+
+void PanelEvents::Changed(bool added, const UTF16String& type, Input* input)
+{
+    const std::lock_guard<std::mutex> lock(mMutex);
+    const bool before = mRegistered.size() == AC::kRequestCount;
+    if (added && IsRequest(type))
+        mRegistered.insert(type);
+    else
+        mRegistered.erase(type);
+    const bool after = mRegistered.size() == AC::kRequestCount;
+    if (before == after)
+        return;
+    mStations.SetRegistered(after);
+    if (input != nullptr)
+        input->change.registered = after;
+}
+
+}  // namespace Recording

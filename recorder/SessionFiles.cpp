@@ -1,0 +1,119 @@
+#include "recorder/SessionFiles.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+#include <system_error>
+
+namespace Recording {
+namespace {
+
+constexpr std::string_view kExtension = ".jsonl";
+constexpr std::size_t kDigits = 6;
+constexpr std::chrono::seconds kBetweenAttempts{1};
+
+}  // namespace
+
+SessionFiles::SessionFiles(const Options& options, Troubles& troubles)
+    : mFolder(options.folder),
+      mName(options.name),
+      mFileBytes(options.fileBytes),
+      mKept(std::max<std::size_t>(options.filesKept, 1)),
+      mTroubles(troubles)
+{
+    std::error_code ignored;  // a folder that is not there fails to open a file
+    std::filesystem::create_directories(mFolder, ignored);
+    for (std::filesystem::directory_iterator each(mFolder, ignored), end; !ignored && each != end;
+         each.increment(ignored))
+        mNumber = std::max(mNumber, NumberOf(each->path()));
+}
+
+std::filesystem::path SessionFiles::PathOf(std::size_t number) const
+{
+    std::string digits = std::to_string(number);
+    digits.insert(0, kDigits - std::min(kDigits, digits.size()), '0');
+    return mFolder / std::filesystem::u8path(mName + '-' + digits + std::string(kExtension));
+}
+
+std::size_t SessionFiles::NumberOf(const std::filesystem::path& path) const
+{
+    const std::string name = path.filename().u8string();
+    const std::size_t digits = mName.size() + 1;
+    if (name.size() < digits + kDigits + kExtension.size() || name.compare(0, mName.size(), mName) != 0 ||
+        name[mName.size()] != '-')
+        return 0;
+    std::size_t number = 0;
+    const char* const end = name.data() + name.size() - kExtension.size();
+    if (std::from_chars(name.data() + digits, end, number).ptr != end || end != kExtension)
+        return 0;
+    return number;
+}
+
+bool SessionFiles::BeginNext()
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (!mFile.is_open() && now < mNextAttempt)
+        return false;
+    mFile.close();
+    mNextAttempt = now + kBetweenAttempts;
+    const std::filesystem::path path = PathOf(mNumber + 1);
+    mFile.clear();
+    mFile.open(path, std::ios::binary | std::ios::trunc);
+    if (!mFile.is_open()) {
+        mTroubles.Tell("file",
+                       "cannot write " + path.u8string() + ": nothing is recorded until it can be written");
+        return false;
+    }
+    ++mNumber;
+    mBytes = 0;
+    {
+        const std::lock_guard<std::mutex> lock(mMutex);
+        mCurrent = path;
+    }
+    RemoveOld();
+    return true;
+}
+
+bool SessionFiles::Write(const std::string& lines)
+{
+    mFile.write(lines.data(), static_cast<std::streamsize>(lines.size()));
+    mFile.flush();
+    if (mFile) {
+        mBytes += lines.size();
+        return true;
+    }
+    Fail();
+    return false;
+}
+
+void SessionFiles::Fail()
+{
+    mFile.close();
+    mTroubles.Tell("disk",
+                   "cannot write on to " + Current().u8string() +
+                       ": the disk is full or gone; what happens is lost until it can be written again");
+    std::error_code ignored;  // half a line makes a file that nobody can replay
+    std::filesystem::resize_file(Current(), mBytes, ignored);
+    const std::lock_guard<std::mutex> lock(mMutex);
+    mCurrent.clear();
+}
+
+void SessionFiles::RemoveOld() const
+{
+    std::error_code ignored;  // what cannot be removed stays
+    for (std::filesystem::directory_iterator each(mFolder, ignored), end; !ignored && each != end;
+         each.increment(ignored)) {
+        const std::size_t number = NumberOf(each->path());
+        std::error_code failed;
+        if (number != 0 && number + mKept <= mNumber)
+            std::filesystem::remove(each->path(), failed);
+    }
+}
+
+std::filesystem::path SessionFiles::Current() const
+{
+    const std::lock_guard<std::mutex> lock(mMutex);
+    return mCurrent;
+}
+
+}  // namespace Recording

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "recorder/Masking.h"
+#include "recorder/SessionFiles.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Recording {
+
+/// Makes session files of inputs: what the host answered comes before each as a "host" line, and every file
+/// begins with the state that it needs. Used by the writer's thread alone.
+class SessionWriter
+{
+public:
+    SessionWriter(const Options& options, Troubles& troubles);
+
+    /// In the order in which they are to be played.
+    void Write(const std::vector<Journal::InputPtr>& inputs);
+
+    std::filesystem::path CurrentFile() const { return mFiles.Current(); }
+
+private:
+    /// What later inputs rely on.
+    struct State
+    {
+        std::vector<Kind> connectors;  ///< Those that live, in the order in which they were made.
+        std::array<bool, kKindCount> hasDispatcher{};
+        bool registered = false;
+        bool readsFromDisk = false;
+    };
+
+    /// What lines before have told the host of a replay.
+    struct Told
+    {
+        std::string browserID = "panel-1";
+        std::string answers = "[]";
+        bool answersBrowserID = false;
+        std::array<bool, kKindCount> hasDispatcher{};
+    };
+
+    void WriteOne(const Input& input);
+    void Change(const Recording::Change& change);
+
+    /// Begins a file, if that is possible, with the comments and inputs that it needs.
+    void BeginFile();
+
+    std::string HostLine(const Input& input);
+    void AddAnswers(const Input& input, Session::JsonText& host);
+    void AddDispatchers(const std::array<bool, kKindCount>& hasDispatcher, Session::JsonText& host);
+
+    /// Delivered messages come as one input, once all that were posted in this file were delivered.
+    void AddDelivery(const Input& input);
+    void WriteDeliveries();
+
+    /// Puts lines into the file, whole and masked. \param lines How many.
+    void Put(const std::string& text, std::size_t lines);
+    /// Each line ends with a line feed.
+    void PutComment(const std::string& lines);
+    void Emit();
+
+    const bool mMasksContents;
+    SessionFiles mFiles;
+    std::unique_ptr<Masking> mMasking;  ///< Of this file.
+    State mState;
+    Told mTold;
+
+    std::string mBlock;  ///< What is not in the file yet.
+    std::size_t mBlockLines = 0;
+    std::size_t mLost = 0;       ///< Lines since the last one that was written.
+    std::size_t mDelivered = 0;  ///< Of the messages that this file posted.
+    std::size_t mPosted = 0;
+    std::size_t mOfEarlierFiles = 0;  ///< Posted there, not delivered yet.
+    std::string mDeliveries;
+};
+
+}  // namespace Recording
