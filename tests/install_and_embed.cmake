@@ -112,8 +112,8 @@ foreach(expected "show the ingest dialog for \"Interviews\"" "OpenIngestDialogSt
 endforeach()
 
 # It records itself, and the installed program plays what it recorded.
-run(${work}/embedding/build/embedding ${work}/recordings)
-run(${work}/installed/bin/asset-connector replay --check ${work}/recordings/session-000001.jsonl)
+run(${RUN} ${work}/embedding/build/embedding${suffix} ${work}/recordings)
+run(${RUN} ${work}/installed/bin/asset-connector${suffix} replay --check ${work}/recordings/session-000001.jsonl)
 file(READ ${work}/recordings/session-000001.jsonl recording)
 foreach(expected "{\"panel\":\"com.velmo.browser.event.OpenIngestDialog\"" "{\"dispatcher\":\"ShowIngestDialog\""
         "{\"deliver\":\"AC::IngestStartedMessage\"" "{\"destroyed\":\"library\"")

@@ -18,3 +18,19 @@ if(NOT ASSETCONNECTOR_SANITIZE)
     add_test(NAME linked COMMAND ${CMAKE_COMMAND} -DSOURCE=${PROJECT_SOURCE_DIR}
         -P ${CMAKE_CURRENT_SOURCE_DIR}/linked.cmake $<TARGET_FILE:assetconnector> $<TARGET_FILE:asset-connector>)
 endif()
+
+# The panels' client: its part of the model, what it does by Node's own test runner, and its types.
+set(client ${PROJECT_SOURCE_DIR}/panels/client)
+add_test(NAME panels.model COMMAND ${CMAKE_COMMAND} -DMADE=${made}/model.js -DKEPT=${client}/model.js
+    -P ${CMAKE_CURRENT_SOURCE_DIR}/panels/model.cmake)
+file(GLOB client_tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/panels/*.test.mjs)
+foreach(client_test IN LISTS client_tests)
+    get_filename_component(name ${client_test} NAME_WE)
+    add_test(NAME panels.${name} COMMAND ${CMAKE_COMMAND} -DTEST=${client_test} -DMODEL=${made}/protocol.json
+        -DPROGRAM=$<TARGET_FILE:asset-connector> -P ${CMAKE_CURRENT_SOURCE_DIR}/panels/node.cmake)
+    set_tests_properties(panels.${name} PROPERTIES SKIP_REGULAR_EXPRESSION "^skipped: " TIMEOUT 300)
+endforeach()
+add_test(NAME panels.types COMMAND ${CMAKE_COMMAND} -DTYPES=${made}/assetconnector.d.ts -DCLIENT=${client}
+    -DTESTS=${CMAKE_CURRENT_SOURCE_DIR} -DWORK=${CMAKE_CURRENT_BINARY_DIR}/client_types
+    -P ${CMAKE_CURRENT_SOURCE_DIR}/panels/types.cmake)
+set_tests_properties(panels.types PROPERTIES SKIP_REGULAR_EXPRESSION "^skipped: ")

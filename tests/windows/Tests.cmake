@@ -5,6 +5,7 @@ not_here("the compiler destroys no thread_local object before its memory is gone
 not_here("all of the build makes documents by public calls" public_dom_calls)
 not_here("reads the model with Python; ./test does" protocol.model_schema)
 not_here("reads the types with Node; ./test --all does" protocol.typescript)
+not_here("runs in Node; ./test does" panels)
 not_here("reads man page and completions with shells; ./test does" program.help)
 not_here("reads ELF files" linked)
 
