@@ -27,10 +27,21 @@ class Troubles
 public:
     explicit Troubles(boost::function<void(const std::string&)> listener) : mListener(std::move(listener)) {}
 
-    /// \param kind By which it is known. Never throws.
-    void Tell(const char* kind, const std::string& text) noexcept;
+    /// \param kind By which it is known. \param parts Of the text.
+    template <class... Parts>
+    void Tell(const char* kind, const Parts&... parts) noexcept
+    {
+        try {
+            std::string text;
+            ((text += parts), ...);
+            TellText(kind, text);
+        } catch (...) {  // the host's listener, or no memory: nobody is left to tell
+        }
+    }
 
 private:
+    void TellText(const char* kind, const std::string& text);
+
     boost::function<void(const std::string&)> mListener;
     std::mutex mMutex;
     std::set<std::string> mTold;
@@ -70,11 +81,12 @@ public:
         if (InputPtr again = Rejoin(kind, message, station))
             return again;
         InputPtr input = Begin(writeMembers);
-        if (input != nullptr) {
-            input->message = &message;
-            input->station = station;
-            input->kindsReached = 1U << kind;
-        }
+        if (input != nullptr)
+            Guard(input.get(), [&] {
+                input->kindsReached = 1U << kind;
+                input->station = station;
+                input->message = &message;
+            });
         return input;
     }
     /// \param expected How many connectors get the message.
@@ -90,11 +102,16 @@ public:
         Write(input, writeMembers);
     }
 
+    /// Adds what the host answered. \param input Of this thread. \throws std::bad_alloc
+    void AddAnswer(Input& input, Answer answer);
+
     /// A line that stands for itself.
     template <class WriteMembers>
     void Add(Input::Type type, WriteMembers writeMembers) noexcept
     {
         const InputPtr input = Open(type);
+        if (input != nullptr && type == Input::Type::kDelivery)
+            input->deliveries = 1;
         Write(input, writeMembers);
         End(input);
     }
@@ -163,12 +180,19 @@ private:
             input.text.Number(input.thread);
             input.text.EndObject();
             input.text.EndLine();
-            if (input.text.Text().size() > mBufferBytes)
+            if (BytesOf(input) > mBufferBytes)
                 Lose(input);
         });
     }
 
     static void Lose(Input& input) noexcept;
+    /// \return What it holds of the buffer.
+    static std::size_t BytesOf(const Input& input) noexcept
+    {
+        return input.isLost ? 0 : sizeof input + input.text.Text().size() + input.answerBytes;
+    }
+    /// Lets lost inputs that stand side by side be one: what is not written must not pile up.
+    void JoinLost();
     std::uint64_t Now() const noexcept;
     Thread& ThisThread();
     void Forget(Thread& thread, const InputPtr& input);
@@ -190,9 +214,13 @@ private:
     std::deque<InputPtr> mOrdered;  ///< All that are not written, in the order in which they began.
     std::size_t mBytes = 0;         ///< Of what is finished.
     std::size_t mTaken = 0;         ///< Of what the writer has.
+    std::size_t mJoinAt = kFewInputs;  ///< When the lost ones are joined next.
     bool mWriting = false;
     bool mStopped = false;
-    int mFlushing = 0;
+    std::uint64_t mRounds = 0;        ///< How often the writer was done.
+    std::uint64_t mRoundsWanted = 0;  ///< Somebody waits for so many.
+
+    static constexpr std::size_t kFewInputs = 4096;
 };
 
 }  // namespace Recording
