@@ -115,9 +115,11 @@ void PanelEvents::Changed(bool added, const UTF16String& type, Input* input)
     const bool after = mRegistered.size() == AC::kRequestCount;
     if (before == after)
         return;
-    // A replay knows of no other registrations.
-    mStations.SetRegistered(after && input != nullptr);
-    if (input != nullptr)
+    // A replay knows of no registrations but those of an input, and a series may not come to its end.
+    const bool isTold =
+        input != nullptr && (!after || !input->isSeries || type == RequestAt(AC::kRequestCount - 1));
+    mStations.SetRegistered(after && isTold);
+    if (isTold)
         input->change.registered = after;
 }
 

@@ -132,7 +132,7 @@ TEST_F(RecordedHost, WordsOfTheHostAreMasked)
     EXPECT_THROW(library->OnIngestStarted({}), std::runtime_error);
     End();
     ExpectReplays();
-    for (const char* const word : {"zebra", "heron", "h\xC3\xA9ron", "bra"})
+    for (const char* const word : {"zebra", "heron", "h\xC3\xA9ron", "&#"})
         EXPECT_EQ(CountOf(word), 0U) << recordings.Text();
 }
 
