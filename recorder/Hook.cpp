@@ -50,8 +50,8 @@ void Hook::Thrown(Input* input, const char* operation) noexcept
         const auto& calls = input->calls;
         const auto found = std::find_if(calls.begin(), calls.end(),
                                         [operation](const auto& each) { return each.first == operation; });
-        input->thrown.push_back({operation, found == calls.end() ? 1 : found->second,
-                                 Session::TextOfCurrentException()});
+        input->thrown.push_back(
+            {operation, found == calls.end() ? 1 : found->second, Session::TextOfCurrentException()});
     });
 }
 

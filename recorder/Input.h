@@ -64,7 +64,9 @@ struct Input
 
     Session::JsonText text;  ///< Its line and those of its effects.
     std::size_t lines = 0;
-    bool isLost = false;  ///< The text is gone; it still counts.
+    bool isLost = false;      ///< The text is gone; it still counts.
+    std::size_t missed = 0;   ///< Others that began behind it, for which there was no memory.
+    unsigned missedEnds = 0;  ///< A bit for each connector whose end is among these.
 
     std::vector<Answer> answers;
     std::vector<std::string> browserIDs;

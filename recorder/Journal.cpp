@@ -3,6 +3,7 @@
 #include "recorder/HostObjects.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Recording {
 namespace {
@@ -71,6 +72,8 @@ void Journal::JoinLost()
             before->lines += input.lines;
             before->posts += input.posts;
             before->deliveries += input.deliveries;
+            before->missed += input.missed;
+            before->missedEnds |= input.missedEnds;
             if (input.change.readsFromDisk)
                 before->change.readsFromDisk = input.change.readsFromDisk;
         } else {
@@ -122,9 +125,26 @@ Journal::InputPtr Journal::Open(Input::Type type) noexcept
         ++mRunning;
         return input;
     } catch (...) {
+        Miss(0);
         mTroubles.Tell("memory", "the recorder has no memory: what happens is not recorded");
         return nullptr;
     }
+}
+
+void Journal::Miss(unsigned ends) noexcept
+{
+    try {
+        const std::lock_guard<std::mutex> lock(mMutex);
+        Input& before = mOrdered.empty() ? mMissed : *mOrdered.back();
+        ++before.missed;
+        before.missedEnds |= ends;
+    } catch (...) {  // a lock that fails
+    }
+}
+
+void Journal::MissEnd(Kind kind) noexcept
+{
+    Miss(1U << kind);
 }
 
 Input* Journal::Innermost() noexcept
@@ -228,12 +248,11 @@ Journal::InputPtr Journal::Rejoin(Kind kind, const Kiln::Message& message,
     return nullptr;
 }
 
-std::vector<Journal::InputPtr> Journal::Take(std::chrono::milliseconds patience)
+std::vector<Journal::InputPtr> Journal::Take(std::chrono::milliseconds patience, Input& missed)
 {
     std::unique_lock<std::mutex> lock(mMutex);
-    mForWriter.wait_for(lock, patience, [this] {
-        return mStopped || mRounds < mRoundsWanted || mBytes > mBufferBytes / 2;
-    });
+    mForWriter.wait_for(lock, patience,
+                        [this] { return mStopped || mRounds < mRoundsWanted || mBytes > mBufferBytes / 2; });
     const bool isFlushing = mRounds < mRoundsWanted;
     const std::uint64_t now = Now();
     std::vector<InputPtr> ready;
@@ -258,6 +277,7 @@ std::vector<Journal::InputPtr> Journal::Take(std::chrono::milliseconds patience)
         }
     }
     mOrdered.swap(left);
+    missed = std::exchange(mMissed, {});
     mTaken = 0;
     for (const InputPtr& input : ready)
         mTaken += BytesOf(*input);

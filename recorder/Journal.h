@@ -125,6 +125,9 @@ public:
         }
     }
 
+    /// The connector ended, and no input could be begun for it.
+    void MissEnd(Kind kind) noexcept;
+
     /// Runs what must not harm the host; when it throws, the input is lost.
     template <class Action>
     void Guard(Input* input, Action action) noexcept
@@ -138,8 +141,9 @@ public:
     }
 
     /// For the writer: waits up to the time for something to write, or until it is asked to stop or to flush.
+    /// \param missed Tells of those for which there was no memory and that began before all others.
     /// \return What can be written, in order.
-    std::vector<InputPtr> Take(std::chrono::milliseconds patience);
+    std::vector<InputPtr> Take(std::chrono::milliseconds patience, Input& missed);
     /// The writer is done with what it took.
     void Written();
     /// \return Whether the writer is to end; all is finished then.
@@ -185,6 +189,7 @@ private:
         });
     }
 
+    void Miss(unsigned ends) noexcept;
     static void Lose(Input& input) noexcept;
     /// \return What it holds of the buffer.
     static std::size_t BytesOf(const Input& input) noexcept
@@ -210,10 +215,11 @@ private:
     std::condition_variable mForFlush;
     std::unordered_map<std::thread::id, Thread> mThreads;
     int mThreadCount = 0;
-    int mRunning = 0;               ///< Inputs on all threads.
-    std::deque<InputPtr> mOrdered;  ///< All that are not written, in the order in which they began.
-    std::size_t mBytes = 0;         ///< Of what is finished.
-    std::size_t mTaken = 0;         ///< Of what the writer has.
+    int mRunning = 0;                  ///< Inputs on all threads.
+    std::deque<InputPtr> mOrdered;     ///< All that are not written, in the order in which they began.
+    Input mMissed;                     ///< As Take has it.
+    std::size_t mBytes = 0;            ///< Of what is finished.
+    std::size_t mTaken = 0;            ///< Of what the writer has.
     std::size_t mJoinAt = kFewInputs;  ///< When the lost ones are joined next.
     bool mWriting = false;
     bool mStopped = false;

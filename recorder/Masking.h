@@ -39,7 +39,7 @@ private:
 
     const bool mContents;
     const std::uint64_t mKey;
-    std::unordered_set<std::string> mKept;  ///< Words that stay, in lower case.
+    std::unordered_set<std::string> mKept;    ///< Words that stay, in lower case.
     std::unordered_set<std::string> mThrown;  ///< What the host throws next, as it was.
 };
 

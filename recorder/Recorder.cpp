@@ -81,6 +81,10 @@ public:
             out.Name("create");
             out.String(Session::kConnectorKinds[kind].name);
         });
+        if (input == nullptr) {  // a replay would not know of the connector
+            mStations.EndConnector(kind, false);
+            return make(dispatcher);
+        }
         Notifier connector;
         try {
             connector = make(Wrap(kind, dispatcher));
@@ -92,8 +96,7 @@ public:
         }
         mStations.EndConnector(kind, true);
         SetHasDispatcher(input, kind, dispatcher);
-        if (input != nullptr)
-            input->change.created = kind;
+        input->change.created = kind;
         mJournal.End(input);
         return Proxy(kind, connector);
     }
@@ -126,7 +129,8 @@ public:
 
     void Flush()
     {
-        if (std::this_thread::get_id() != mThread.get_id())  // told of trouble there, it would wait for itself
+        if (std::this_thread::get_id() !=
+            mThread.get_id())  // told of trouble there, it would wait for itself
             mJournal.Flush();
     }
 
@@ -193,7 +197,11 @@ private:
         while (!isStopped) {
             isStopped = mJournal.IsStopped();
             try {
-                mWriter.Write(mJournal.Take(isStopped ? std::chrono::milliseconds(0) : kBetweenWrites));
+                Input missed;
+                const auto inputs =
+                    mJournal.Take(isStopped ? std::chrono::milliseconds(0) : kBetweenWrites, missed);
+                mWriter.Miss(missed);
+                mWriter.Write(inputs);
             } catch (const std::bad_alloc&) {
                 TellOfMemory();  // and the next time is another attempt
             }

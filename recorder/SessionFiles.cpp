@@ -64,7 +64,7 @@ bool SessionFiles::BeginNext()
     // Somebody else may write files of this name, too.
     std::size_t number = mNumber + 1;
     while (std::filesystem::symlink_status(PathOf(number), ignored).type() !=
-           std::filesystem::file_type::not_found &&
+               std::filesystem::file_type::not_found &&
            !ignored)
         ++number;
     const std::filesystem::path path = PathOf(number);

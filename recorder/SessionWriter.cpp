@@ -72,8 +72,20 @@ void SessionWriter::Write(const std::vector<Journal::InputPtr>& inputs) noexcept
                 WriteDeliveries();
             }))
             mTellsDeliveries = false;
+        Miss(*input);
     }
     Guard([&] { Emit(); });
+}
+
+void SessionWriter::Miss(const Input& input) noexcept
+{
+    mLost += input.missed;
+    for (Kind kind = 0; kind < kKindCount; ++kind)
+        if ((input.missedEnds & 1U << kind) != 0) {
+            Recording::Change change;
+            change.destroyed = kind;
+            Change(change);
+        }
 }
 
 void SessionWriter::Finish() noexcept
@@ -250,7 +262,8 @@ void SessionWriter::AddAnswers(const Input& input, JsonText& host)
     bool isUsedUp = false;  // an input uses up a series of answers
     for (const Answer& each : input.answers) {
         const auto found =
-            questions.try_emplace({each.operation, each.question}, Question{each.answer, mMasksContents}).first;
+            questions.try_emplace({each.operation, each.question}, Question{each.answer, mMasksContents})
+                .first;
         found->second.isUnusual = found->second.isUnusual || !each.isUsual;
         isUsedUp = isUsedUp || found->second.firstAnswer != each.answer;
     }

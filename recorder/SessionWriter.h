@@ -22,6 +22,9 @@ public:
     /// In the order in which they are to be played. What cannot be written, for want of memory too, is lost.
     void Write(const std::vector<Journal::InputPtr>& inputs) noexcept;
 
+    /// What came behind the input was missed. \param input Perhaps not of those that are written.
+    void Miss(const Input& input) noexcept;
+
     /// Says what was lost at the end.
     void Finish() noexcept;
 

@@ -192,6 +192,8 @@ void Stations::EndSubscriptions(Kiln::Listener& listener) noexcept
         journal.Effect(*input, [&](JsonText& out) {
             mHook.Writer().Destroyed(out, Session::kConnectorKinds[kind].name);
         });
+    } else {
+        journal.MissEnd(kind);
     }
     journal.End(input);
     const std::lock_guard<std::mutex> lock(mMutex);

@@ -81,35 +81,35 @@ private:
     void Step()
     {
         switch (mPlace) {
-        case Place::kContent:
-            if (Pass(kCdataBegin, Place::kCdata) || Pass(kCommentBegin, Place::kComment) ||
-                Pass(kInstructionBegin, Place::kInstruction))
-                return;
-            if (Pass("<", Place::kTag)) {
-                mMatched = 0;
-                mIsClosing = StartsWith("/");
-                mIsOfPassword = false;
-                return;
-            }
-            break;
-        case Place::kCdata:
-            if (Pass(kCdataEnd, Place::kContent))
-                return;
-            break;
-        case Place::kComment:
-            return StepAside(kCommentEnd);
-        case Place::kInstruction:
-            return StepAside(kInstructionEnd);
-        case Place::kTag:
-            return StepInTag();
-        case Place::kValue:
-            if (mXml[mAt] == mQuote) {
-                CopyTo(mAt + 1);
-                mPlace = Place::kTag;
-                mMatched = 0;
-                return;
-            }
-            break;
+            case Place::kContent:
+                if (Pass(kCdataBegin, Place::kCdata) || Pass(kCommentBegin, Place::kComment) ||
+                    Pass(kInstructionBegin, Place::kInstruction))
+                    return;
+                if (Pass("<", Place::kTag)) {
+                    mMatched = 0;
+                    mIsClosing = StartsWith("/");
+                    mIsOfPassword = false;
+                    return;
+                }
+                break;
+            case Place::kCdata:
+                if (Pass(kCdataEnd, Place::kContent))
+                    return;
+                break;
+            case Place::kComment:
+                return StepAside(kCommentEnd);
+            case Place::kInstruction:
+                return StepAside(kInstructionEnd);
+            case Place::kTag:
+                return StepInTag();
+            case Place::kValue:
+                if (mXml[mAt] == mQuote) {
+                    CopyTo(mAt + 1);
+                    mPlace = Place::kTag;
+                    mMatched = 0;
+                    return;
+                }
+                break;
         }
         if (!Match(mPlace == Place::kCdata ? 1 : LengthOfReference()))
             return;

@@ -41,9 +41,9 @@ TEST_F(RecordedFilesTest, OldOnesOfThisNameAreRemoved)
     options.fileBytes = 1;
     options.filesKept = 3;
     std::filesystem::create_directories(recordings.Folder());
-    std::vector<std::string> expected{
-        "session-0000001.jsonl", "session-000001.json", "session-18446744073709551615.jsonl",
-        "session-2-000001.jsonl", "session-x00001.jsonl"};
+    std::vector<std::string> expected{"session-0000001.jsonl", "session-000001.json",
+                                      "session-18446744073709551615.jsonl", "session-2-000001.jsonl",
+                                      "session-x00001.jsonl"};
     for (const auto& name : expected)
         std::ofstream(recordings.Folder() / name) << "of somebody else";
     for (const char* const name : {"session-000001.jsonl", "session-000006.jsonl"})
@@ -135,7 +135,8 @@ TEST_F(RecordedFilesTest, OverflowSaysWhatIsLost)
     for (int i = 0; i < 2; ++i) {
         library->OnFileOffLine({}, {}, {large});
         recorder->Flush();
-        Raise(AC::kPlexaEventType_ReadXMPFromDisk, kReadRequest);  // and that is what the next file begins with
+        Raise(AC::kPlexaEventType_ReadXMPFromDisk,
+              kReadRequest);  // and that is what the next file begins with
         recorder->Flush();
     }
     library->OnFileOffLine({}, {}, {large});

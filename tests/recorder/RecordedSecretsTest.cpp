@@ -48,17 +48,20 @@ INSTANTIATE_TEST_SUITE_P(
         Text{"element", Message("<ftpPassword>s3cret</ftpPassword>")},
         Text{"elementOfCdata", Message("<ftpPassword><![CDATA[s3cret]]></ftpPassword>")},
         Text{"elementWithAttribute", Message("<ftpPassword value='s3cret'/>")},
-        Text{"inValue", Message("<event text=\"ftpPassword=s3cret\"/><targetBin path='ftpPassword s3cret'/>")},
+        Text{"inValue",
+             Message("<event text=\"ftpPassword=s3cret\"/><targetBin path='ftpPassword s3cret'/>")},
         Text{"valueOfReferences", Message("<targetBin path='f&#116;p&#x50;assword s3cret'/>")},
         Text{"inContent", Message("<presetPath>ftpPassword: s3cret</presetPath>")},
-        Text{"contentAndCdata", Message("<presetPath>ftpPassword<![CDATA[=s3cret]]><!-- --> s3cret</presetPath>")},
+        Text{"contentAndCdata",
+             Message("<presetPath>ftpPassword<![CDATA[=s3cret]]><!-- --> s3cret</presetPath>")},
         Text{"inPieces", Message("<presetPath>ftp<![CDATA[Pass]]>word<!-- -->=s3cret</presetPath>")},
         Text{"cdata", Message("<presetPath><![CDATA[<a ftpPassword='s3cret'/>]]> s3cret</presetPath>")},
         Text{"property",
              Message("<assetMediaInfoList><assetMediaInfo><fileMetadata><customMetadata>ftpPassword s3cret"
                      "</customMetadata></fileMetadata></assetMediaInfo></assetMediaInfoList>")},
         Text{"broken", "<browserMessage><ftpSetting ftpPassword=\"s3cret\""},
-        Text{"brokenBefore", "<browserMessage><a b='1'b='2'><ftpSetting ftpPassword=\"s3cret\"/></browserMessage>"},
+        Text{"brokenBefore",
+             "<browserMessage><a b='1'b='2'><ftpSetting ftpPassword=\"s3cret\"/></browserMessage>"},
         Text{"brokenReferences", "<browserMessage a='&#102;tpPassword s3cret'>"},
         Text{"noMarkup", "ftpPassword s3cret"},
         Text{"doctype", "<!DOCTYPE a [<!ATTLIST ftpSetting ftpPassword CDATA 's3cret'>]><browserMessage/>"},
@@ -126,7 +129,8 @@ TEST_F(RecordedHost, WordsOfTheHostAreMasked)
     library->OnIngestItemsReady({}, {}, {}, {}, metadata);
     library->OnTranscodeStatus({}, {}, -1, u"h\u00E9ron: zebra", u"C:\\zebra\\heron.mov");
     Raise(AC::kPlexaEventType_OpenIngestDlg,
-          "<browserMessage><targetBin path=\"/z&#101;bra/heron\"/><!-- zebra --><zebra a='heron'/></browserMessage>");
+          "<browserMessage><targetBin path=\"/z&#101;bra/heron\"/><!-- zebra --><zebra "
+          "a='heron'/></browserMessage>");
     Raise(AC::kPlexaEventType_OpenIngestDlg, "zebra <heron");
     panel->act = [] { throw std::runtime_error("zebra/heron"); };
     EXPECT_THROW(library->OnIngestStarted({}), std::runtime_error);

@@ -135,7 +135,8 @@ TEST_P(Exceptions, ReachTheCallerAndReplay)
             caught += value == 42 ? 1 : 0;
         }
     };
-    // The second call of the operation in its input, which reaches both connectors: the first exception ends it.
+    // The second call of the operation in its input, which reaches both connectors: the first exception ends
+    // it.
     int calls = 0;
     dispatcher.act = [&] {
         if (++calls == 2)
@@ -269,13 +270,15 @@ TEST_F(RecorderTest, EveryFileBeginsWithItsState)
 {
     options.fileBytes = 1;
     options.filesKept = 100;
-    for (ALD::IAssetLibraryDispatcher* const given :
-         {static_cast<ALD::IAssetLibraryDispatcher*>(&dispatcher), static_cast<ALD::IAssetLibraryDispatcher*>(nullptr)}) {
+    for (ALD::IAssetLibraryDispatcher* const given : {static_cast<ALD::IAssetLibraryDispatcher*>(&dispatcher),
+                                                      static_cast<ALD::IAssetLibraryDispatcher*>(nullptr)}) {
         Begin();
         collection = recorder->CreateIngestMediaCollectionConnector(&dispatcher);
         library = recorder->CreateIngestGlintLibraryConnector(given);
         AC::AddTandemEvents();
-        const auto read = [&] { library->OnReadXMPFinished({}, {}, 0, u"/a", {}, {}, {}, {}, {}, {}, {}, {}, {}); };
+        const auto read = [&] {
+            library->OnReadXMPFinished({}, {}, 0, u"/a", {}, {}, {}, {}, {}, {}, {}, {}, {});
+        };
         Raise(AC::kPlexaEventType_ReadXMPFromDisk, kReadRequest);
         read();
         Raise(AC::kPlexaEventType_ReadXMPFromDisk, "<browserMessage/>");  // of nothing

@@ -44,7 +44,10 @@ class RecordedHost : public testing::Test
 protected:
     using Notifier = Recording::Recorder::Notifier;
 
-    RecordedHost() { options.onTrouble = [this](const std::string& text) { troubles.push_back(text); }; }
+    RecordedHost()
+    {
+        options.onTrouble = [this](const std::string& text) { troubles.push_back(text); };
+    }
     ~RecordedHost() override { End(); }
 
     /// \param services What is recorded.
