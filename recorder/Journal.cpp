@@ -64,8 +64,8 @@ void Journal::JoinLost()
         return change.created || change.destroyed || change.hasDispatcher || change.registered;
     };
     std::size_t kept = 0;
-    for (std::size_t at = 0; at < mOrdered.size(); ++at) {
-        Input& input = *mOrdered[at];
+    for (InputPtr& each : mOrdered) {
+        const Input& input = *each;
         Input* const before = kept == 0 ? nullptr : mOrdered[kept - 1].get();
         if (before != nullptr && before->isFinished && before->isLost && input.isFinished && input.isLost &&
             !changes(input.change)) {
@@ -77,7 +77,7 @@ void Journal::JoinLost()
             if (input.change.readsFromDisk)
                 before->change.readsFromDisk = input.change.readsFromDisk;
         } else {
-            std::swap(mOrdered[kept++], mOrdered[at]);
+            std::swap(mOrdered[kept++], each);
         }
     }
     mOrdered.resize(kept);
@@ -99,7 +99,7 @@ Journal::Thread& Journal::ThisThread()
 Journal::InputPtr Journal::Open(Input::Type type) noexcept
 {
     try {
-        const auto input = std::make_shared<Input>();
+        auto input = std::make_shared<Input>();
         input->type = type;
         input->begun = Now();
         const std::lock_guard<std::mutex> lock(mMutex);
@@ -232,7 +232,7 @@ Journal::InputPtr Journal::Rejoin(Kind kind, const Kiln::Message& message,
         const std::lock_guard<std::mutex> lock(mMutex);
         Thread& thread = ThisThread();
         while (!thread.open.empty() && !thread.open.back()->isRunning) {
-            const InputPtr last = thread.open.back();
+            InputPtr last = thread.open.back();
             if (last->message == &message && last->station == station &&
                 (last->kindsReached & 1U << kind) == 0) {
                 last->kindsReached |= 1U << kind;

@@ -47,7 +47,7 @@ class Recorder::Implementation
 {
 public:
     Implementation(const AC::HostServices& host, Options options)
-        : mTroubles(options.onTrouble),
+        : mTroubles(std::move(options.onTrouble)),
           mJournal(options.bufferBytes, mTroubles),
           mMemory(host.memory),
           mStations(host.stations, mHook, mTroubles),

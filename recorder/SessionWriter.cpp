@@ -188,7 +188,7 @@ void SessionWriter::BeginFile()
         if (!host.Text().empty())
             start += "{\"host\":{" + host.Text() + "}}\n";
         for (const Kind kind : mState.connectors)
-            start += "{\"create\":\"" + std::string(Session::kConnectorKinds[kind].name) + "\"}\n";
+            start += R"({"create":")" + std::string(Session::kConnectorKinds[kind].name) + "\"}\n";
         const auto isLibrary = [](Kind kind) { return Session::kConnectorKinds[kind].name == "library"; };
         if (mState.readsFromDisk &&
             std::any_of(mState.connectors.begin(), mState.connectors.end(), isLibrary))
@@ -305,7 +305,10 @@ void SessionWriter::WriteDeliveries()
         mDeliveries.clear();
     if (mDelivered == 0 || mDelivered != mPosted || mLost != 0 || !mTellsDeliveries)
         return;
-    Put("{\"ui\":true}\n" + std::exchange(mDeliveries, {}), 1 + mDelivered);
+    Put(R"({"ui":true})"
+        "\n" +
+            std::exchange(mDeliveries, {}),
+        1 + mDelivered);
     mPosted = mDelivered = 0;
 }
 
