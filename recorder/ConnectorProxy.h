@@ -19,21 +19,22 @@ public:
     template <class Next, class... Arguments>
     void Around(const char* callback, const Next& next, const Arguments&... arguments)
     {
-        const Journal::InputPtr input = mJournal.Begin([&](Session::JsonText& out) {
+        Journal& journal = mJournal;  // the host may drop its last reference inside the callback
+        const Journal::InputPtr input = journal.Begin([&](Session::JsonText& out) {
             out.Name("callback");
             out.String(std::string_view(callback));
             out.Name("to");
             out.String(Session::kConnectorKinds[mKind].name);
             out.Name("args");
-            mJournal.Writer().Values().WriteArguments(out, arguments...);
+            journal.Writer().Values().WriteArguments(out, arguments...);
         });
         try {
             next();
         } catch (...) {
-            mJournal.EndByException(input);
+            journal.EndByException(input);
             throw;
         }
-        mJournal.End(input);
+        journal.End(input);
     }
 
 private:

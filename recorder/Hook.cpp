@@ -42,6 +42,19 @@ bool IsUsual(const boost::shared_ptr<Ridge::AssetMediaInfo>& info, const Guid& g
                                                             false});
 }
 
+void Hook::Thrown(Input* input, const char* operation) noexcept
+{
+    mJournal.Guard(input, [&] {
+        if (input == nullptr)
+            return;
+        const auto& calls = input->calls;
+        const auto found = std::find_if(calls.begin(), calls.end(),
+                                        [operation](const auto& each) { return each.first == operation; });
+        input->thrown.push_back(
+            {operation, found == calls.end() ? 1 : found->second, Session::TextOfCurrentException()});
+    });
+}
+
 void Hook::Count(Input* input, const char* operation)
 {
     if (input == nullptr)
@@ -70,8 +83,21 @@ void Hook::CacheAnswered(Input& input, const char* operation, Ridge::ResultCode 
         answer.String(after);
     }
     answer.EndObject();
-    input.answers.push_back({operation, Writer().Values().TextOfArguments(mediaPath), answer.Take(),
-                             result == -1 && after == before});
+    mJournal.AddAnswer(input, {operation, Writer().Values().TextOfArguments(mediaPath), answer.Take(),
+                               result == -1 && after == before});
+}
+
+void Hook::TurnToRead(Input& input)
+{
+    if (input.request != nullptr && input.hasMediaInfo &&
+        *input.request == AC::kPlexaEventType_ReadXMPFromDisk)
+        input.change.readsFromDisk = true;
+}
+
+void Hook::TurnToImport(Input& input)
+{
+    if (input.request != nullptr && *input.request == AC::kPlexaEventType_ImportXMP)
+        input.change.readsFromDisk = false;
 }
 
 void Hook::TurnReading(Input& input, Kind kind, const char* operation)

@@ -66,7 +66,8 @@ public:
         Count(input, operation);
         Called(input, operation, mediaPath);
         std::optional<std::string> before;
-        mJournal.Guard(input, [&] { before = *holder; });
+        if (input != nullptr)
+            mJournal.Guard(input, [&] { before = *holder; });
         const Ridge::ResultCode result = Through(input, operation, next);
         if (input != nullptr)
             mJournal.Guard(
@@ -104,14 +105,17 @@ public:
         try {
             return next();
         } catch (...) {
-            if (input != nullptr)
-                mJournal.Guard(input,
-                               [&] { input->thrown.emplace(operation, Session::TextOfCurrentException()); });
+            Thrown(input, operation);
             throw;
         }
     }
 
     void Count(Input* input, const char* operation);
+    /// Without a dispatcher, a media info shows that there is something to read. \param input A request that
+    /// reached the library connector.
+    static void TurnToRead(Input& input);
+    /// The last call of the operation ended with the exception that is being handled.
+    void Thrown(Input* input, const char* operation) noexcept;
 
     Journal& GetJournal() const { return mJournal; }
 
@@ -131,13 +135,17 @@ private:
     template <class Result, class... Arguments>
     void Answered(Input& input, const char* operation, const Result& result, const Arguments&... arguments)
     {
+        if constexpr (std::is_same_v<Result, boost::shared_ptr<Ridge::AssetMediaInfo>>)
+            input.hasMediaInfo = input.hasMediaInfo || result != nullptr;
+        if (input.isLost)
+            return;
         Session::JsonText answer;
         if constexpr (std::is_same_v<Result, boost::shared_ptr<Ridge::SRProject>>)
             answer.Bool(result != nullptr);
         else
             Writer().Values().Write(result, answer);
-        input.answers.push_back({operation, Session::TextOfQuestion(Writer().Values(), arguments...),
-                                 answer.Take(), IsUsual(result, arguments...)});
+        mJournal.AddAnswer(input, {operation, Session::TextOfQuestion(Writer().Values(), arguments...),
+                                   answer.Take(), IsUsual(result, arguments...)});
     }
     static void Answered(Input& input, const char* /*operation*/, const std::string& browserID)
     {
@@ -146,6 +154,7 @@ private:
     static void Answered(Input& input, const char* /*operation*/, const ferrite::utility::Guid& guid)
     {
         input.guids.push_back(guid);
+        TurnToImport(input);
     }
     void CacheAnswered(Input& input, const char* operation, Ridge::ResultCode result,
                        const UTF16String& mediaPath, const std::string& before,
@@ -153,6 +162,8 @@ private:
 
     /// Of the library connector, these calls show that the request was not empty.
     static void TurnReading(Input& input, Kind kind, const char* operation);
+    /// Without a dispatcher, a fresh GUID shows that there is something to import.
+    static void TurnToImport(Input& input);
 
     Journal& mJournal;
 };

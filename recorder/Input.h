@@ -26,6 +26,14 @@ struct Answer
     bool isUsual;          ///< The host of a replay answers so of itself.
 };
 
+/// What an operation of the host threw.
+struct Thrown
+{
+    const char* operation;
+    std::uint32_t call;  ///< Of this operation in the input, from 1.
+    std::string what;
+};
+
 /// What an input changes of what later ones rely on.
 struct Change
 {
@@ -56,16 +64,20 @@ struct Input
 
     Session::JsonText text;  ///< Its line and those of its effects.
     std::size_t lines = 0;
-    bool isLost = false;  ///< The text is gone; it still counts.
+    bool isLost = false;      ///< The text is gone; it still counts.
+    std::size_t missed = 0;   ///< Others that began behind it, for which there was no memory.
+    unsigned missedEnds = 0;  ///< A bit for each connector whose end is among these.
 
     std::vector<Answer> answers;
     std::vector<std::string> browserIDs;
     std::vector<ferrite::utility::Guid> guids;
-    std::vector<std::pair<const char*, std::uint32_t>> calls;   ///< How often each operation was called.
-    std::optional<std::pair<const char*, std::string>> thrown;  ///< By the last call of an operation.
+    std::size_t answerBytes = 0;
+    std::vector<std::pair<const char*, std::uint32_t>> calls;  ///< How often each operation was called.
+    std::vector<Thrown> thrown;
     bool endedByException = false;
 
     std::size_t posts = 0;
+    std::size_t deliveries = 0;  ///< Of posted messages.
     Change change;
 
     // While it is not finished:
@@ -73,10 +85,12 @@ struct Input
     bool isFinished = false;
     bool isSeries = false;      ///< Goes on with the next registration of a request; anything else ends it.
     bool isPassedOver = false;  ///< Later ones were written before it.
+    std::uint64_t stopped = 0;  ///< When it was last left; it waits then for what else belongs to it.
     const void* message = nullptr;
     std::string station;
     unsigned kindsReached = 0;  ///< A bit for each connector that got the message.
     const UTF16String* request = nullptr;
+    bool hasMediaInfo = false;  ///< The host made one.
 };
 
 }  // namespace Recording

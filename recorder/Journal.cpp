@@ -3,6 +3,7 @@
 #include "recorder/HostObjects.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Recording {
 namespace {
@@ -15,18 +16,15 @@ constexpr std::uint64_t kPatience = 500000;
 
 }  // namespace
 
-void Troubles::Tell(const char* kind, const std::string& text) noexcept
+void Troubles::TellText(const char* kind, const std::string& text)
 {
-    try {
-        {
-            const std::lock_guard<std::mutex> lock(mMutex);
-            if (!mTold.insert(kind).second)
-                return;
-        }
-        if (mListener)
-            mListener(text);
-    } catch (...) {  // the host's listener, or no memory: nobody is left to tell
+    {
+        const std::lock_guard<std::mutex> lock(mMutex);
+        if (!mTold.insert(kind).second)
+            return;
     }
+    if (mListener)
+        mListener(text);
 }
 
 Journal::Journal(std::size_t bufferBytes, Troubles& troubles)
@@ -46,7 +44,44 @@ void Journal::Lose(Input& input) noexcept
 {
     input.isLost = true;
     input.text.Take();
-    input.answers.clear();
+    std::vector<Answer>().swap(input.answers);
+    std::vector<std::string>().swap(input.browserIDs);
+    std::vector<ferrite::utility::Guid>().swap(input.guids);
+    std::vector<Thrown>().swap(input.thrown);
+}
+
+void Journal::AddAnswer(Input& input, Answer answer)
+{
+    input.answerBytes += sizeof answer + answer.question.size() + answer.answer.size();
+    input.answers.push_back(std::move(answer));
+    if (BytesOf(input) > mBufferBytes)
+        Lose(input);
+}
+
+void Journal::JoinLost()
+{
+    const auto changes = [](const Change& change) {
+        return change.created || change.destroyed || change.hasDispatcher || change.registered;
+    };
+    std::size_t kept = 0;
+    for (InputPtr& each : mOrdered) {
+        const Input& input = *each;
+        Input* const before = kept == 0 ? nullptr : mOrdered[kept - 1].get();
+        if (before != nullptr && before->isFinished && before->isLost && input.isFinished && input.isLost &&
+            !changes(input.change)) {
+            before->lines += input.lines;
+            before->posts += input.posts;
+            before->deliveries += input.deliveries;
+            before->missed += input.missed;
+            before->missedEnds |= input.missedEnds;
+            if (input.change.readsFromDisk)
+                before->change.readsFromDisk = input.change.readsFromDisk;
+        } else {
+            std::swap(mOrdered[kept++], each);
+        }
+    }
+    mOrdered.resize(kept);
+    mJoinAt = std::max(kFewInputs, 2 * kept);
 }
 
 Journal::Thread& Journal::ThisThread()
@@ -64,13 +99,15 @@ Journal::Thread& Journal::ThisThread()
 Journal::InputPtr Journal::Open(Input::Type type) noexcept
 {
     try {
-        const auto input = std::make_shared<Input>();
+        auto input = std::make_shared<Input>();
         input->type = type;
         input->begun = Now();
         const std::lock_guard<std::mutex> lock(mMutex);
         Thread& thread = ThisThread();
         if (!thread.open.empty() && thread.open.back()->isSeries)
             CutSeries(thread);
+        if (mOrdered.size() >= mJoinAt)
+            JoinLost();
         input->thread = thread.number;
         input->isLost = mBytes > mBufferBytes - mBufferBytes / 8;  // no work for what is lost anyway
         const auto running = std::count_if(thread.open.begin(), thread.open.end(),
@@ -88,9 +125,26 @@ Journal::InputPtr Journal::Open(Input::Type type) noexcept
         ++mRunning;
         return input;
     } catch (...) {
+        Miss(0);
         mTroubles.Tell("memory", "the recorder has no memory: what happens is not recorded");
         return nullptr;
     }
+}
+
+void Journal::Miss(unsigned ends) noexcept
+{
+    try {
+        const std::lock_guard<std::mutex> lock(mMutex);
+        Input& before = mOrdered.empty() ? mMissed : *mOrdered.back();
+        ++before.missed;
+        before.missedEnds |= ends;
+    } catch (...) {  // a lock that fails
+    }
+}
+
+void Journal::MissEnd(Kind kind) noexcept
+{
+    Miss(1U << kind);
 }
 
 Input* Journal::Innermost() noexcept
@@ -128,7 +182,7 @@ void Journal::CutSeries(Thread& thread)
 
 void Journal::Finish(const InputPtr& input)
 {
-    const std::size_t bytes = input->text.Text().size();
+    const std::size_t bytes = BytesOf(*input);
     if (mBytes + bytes > mBufferBytes)
         Lose(*input);
     else
@@ -157,6 +211,7 @@ void Journal::EndDelivery(const InputPtr& input, std::size_t expected) noexcept
     try {
         const std::lock_guard<std::mutex> lock(mMutex);
         input->isRunning = false;
+        input->stopped = Now();
         input->request = nullptr;
         --mRunning;
         std::size_t reached = 0;
@@ -176,43 +231,44 @@ Journal::InputPtr Journal::Rejoin(Kind kind, const Kiln::Message& message,
     try {
         const std::lock_guard<std::mutex> lock(mMutex);
         Thread& thread = ThisThread();
-        if (thread.open.empty() || thread.open.back()->isRunning)
-            return nullptr;
-        const InputPtr last = thread.open.back();
-        if (last->message == &message && last->station == station && (last->kindsReached & 1U << kind) == 0) {
-            last->kindsReached |= 1U << kind;
-            last->isRunning = true;
-            ++mRunning;
-            return last;
+        while (!thread.open.empty() && !thread.open.back()->isRunning) {
+            InputPtr last = thread.open.back();
+            if (last->message == &message && last->station == station &&
+                (last->kindsReached & 1U << kind) == 0) {
+                last->kindsReached |= 1U << kind;
+                last->isRunning = true;
+                ++mRunning;
+                return last;
+            }
+            thread.open.pop_back();
+            Finish(last);
         }
-        Forget(thread, last);
-        Finish(last);
     } catch (...) {  // a lock that fails
     }
     return nullptr;
 }
 
-std::vector<Journal::InputPtr> Journal::Take(std::chrono::milliseconds patience)
+std::vector<Journal::InputPtr> Journal::Take(std::chrono::milliseconds patience, Input& missed)
 {
     std::unique_lock<std::mutex> lock(mMutex);
     mForWriter.wait_for(lock, patience,
-                        [this] { return mStopped || mFlushing != 0 || mBytes > mBufferBytes / 2; });
+                        [this] { return mStopped || mRounds < mRoundsWanted || mBytes > mBufferBytes / 2; });
+    const bool isFlushing = mRounds < mRoundsWanted;
     const std::uint64_t now = Now();
     std::vector<InputPtr> ready;
     std::deque<InputPtr> left;
     bool isHeldBack = false;
     for (const InputPtr& input : mOrdered) {
         // Nobody else got the message meanwhile.
-        if (!input->isFinished && !input->isRunning &&
-            (mStopped || mFlushing != 0 || now - input->begun > kPatience)) {
+        if (!input->isFinished && !input->isRunning && (mStopped || now - input->stopped > kPatience)) {
             for (auto& [id, thread] : mThreads)
                 Forget(thread, input);
             Finish(input);
         }
         if (!input->isFinished) {
             left.push_back(input);
-            isHeldBack = isHeldBack || now - input->begun < kPatience;
-        } else if (isHeldBack && !mStopped && mFlushing == 0 && mBytes < mBufferBytes / 2) {
+            isHeldBack = isHeldBack || now - std::max(input->begun, input->stopped) < kPatience;
+        } else if (isHeldBack && !mStopped && !isFlushing && mBytes < mBufferBytes / 2) {
             left.push_back(input);
         } else {
             for (const InputPtr& before : left)
@@ -221,9 +277,10 @@ std::vector<Journal::InputPtr> Journal::Take(std::chrono::milliseconds patience)
         }
     }
     mOrdered.swap(left);
+    missed = std::exchange(mMissed, {});
     mTaken = 0;
     for (const InputPtr& input : ready)
-        mTaken += input->text.Text().size();
+        mTaken += BytesOf(*input);
     mWriting = true;
     return ready;
 }
@@ -234,7 +291,7 @@ void Journal::Written()
     mBytes -= std::min(mBytes, mTaken);
     mTaken = 0;
     mWriting = false;
-    mFlushing = 0;
+    ++mRounds;
     mForFlush.notify_all();
 }
 
@@ -255,10 +312,10 @@ void Journal::Flush()
 {
     std::unique_lock<std::mutex> lock(mMutex);
     // What the writer has taken already may lack what was finished since.
-    mForFlush.wait(lock, [this] { return !mWriting || mStopped; });
-    ++mFlushing;
+    const std::uint64_t wanted = mRounds + (mWriting ? 2 : 1);
+    mRoundsWanted = std::max(mRoundsWanted, wanted);
     mForWriter.notify_one();
-    mForFlush.wait(lock, [this] { return mFlushing == 0 || mStopped; });
+    mForFlush.wait(lock, [this, wanted] { return mRounds >= wanted || mStopped; });
 }
 
 }  // namespace Recording

@@ -27,10 +27,21 @@ class Troubles
 public:
     explicit Troubles(boost::function<void(const std::string&)> listener) : mListener(std::move(listener)) {}
 
-    /// \param kind By which it is known. Never throws.
-    void Tell(const char* kind, const std::string& text) noexcept;
+    /// \param kind By which it is known. \param parts Of the text.
+    template <class... Parts>
+    void Tell(const char* kind, const Parts&... parts) noexcept
+    {
+        try {
+            std::string text;
+            ((text += parts), ...);
+            TellText(kind, text);
+        } catch (...) {  // the host's listener, or no memory: nobody is left to tell
+        }
+    }
 
 private:
+    void TellText(const char* kind, const std::string& text);
+
     boost::function<void(const std::string&)> mListener;
     std::mutex mMutex;
     std::set<std::string> mTold;
@@ -70,11 +81,12 @@ public:
         if (InputPtr again = Rejoin(kind, message, station))
             return again;
         InputPtr input = Begin(writeMembers);
-        if (input != nullptr) {
-            input->message = &message;
-            input->station = station;
-            input->kindsReached = 1U << kind;
-        }
+        if (input != nullptr)
+            Guard(input.get(), [&] {
+                input->kindsReached = 1U << kind;
+                input->station = station;
+                input->message = &message;
+            });
         return input;
     }
     /// \param expected How many connectors get the message.
@@ -90,11 +102,16 @@ public:
         Write(input, writeMembers);
     }
 
+    /// Adds what the host answered. \param input Of this thread. \throws std::bad_alloc
+    void AddAnswer(Input& input, Answer answer);
+
     /// A line that stands for itself.
     template <class WriteMembers>
     void Add(Input::Type type, WriteMembers writeMembers) noexcept
     {
         const InputPtr input = Open(type);
+        if (input != nullptr && type == Input::Type::kDelivery)
+            input->deliveries = 1;
         Write(input, writeMembers);
         End(input);
     }
@@ -107,6 +124,9 @@ public:
             End(input);
         }
     }
+
+    /// The connector ended, and no input could be begun for it.
+    void MissEnd(Kind kind) noexcept;
 
     /// Runs what must not harm the host; when it throws, the input is lost.
     template <class Action>
@@ -121,8 +141,9 @@ public:
     }
 
     /// For the writer: waits up to the time for something to write, or until it is asked to stop or to flush.
+    /// \param missed Tells of those for which there was no memory and that began before all others.
     /// \return What can be written, in order.
-    std::vector<InputPtr> Take(std::chrono::milliseconds patience);
+    std::vector<InputPtr> Take(std::chrono::milliseconds patience, Input& missed);
     /// The writer is done with what it took.
     void Written();
     /// \return Whether the writer is to end; all is finished then.
@@ -163,12 +184,20 @@ private:
             input.text.Number(input.thread);
             input.text.EndObject();
             input.text.EndLine();
-            if (input.text.Text().size() > mBufferBytes)
+            if (BytesOf(input) > mBufferBytes)
                 Lose(input);
         });
     }
 
+    void Miss(unsigned ends) noexcept;
     static void Lose(Input& input) noexcept;
+    /// \return What it holds of the buffer.
+    static std::size_t BytesOf(const Input& input) noexcept
+    {
+        return input.isLost ? 0 : sizeof input + input.text.Text().size() + input.answerBytes;
+    }
+    /// Lets lost inputs that stand side by side be one: what is not written must not pile up.
+    void JoinLost();
     std::uint64_t Now() const noexcept;
     Thread& ThisThread();
     void Forget(Thread& thread, const InputPtr& input);
@@ -186,13 +215,18 @@ private:
     std::condition_variable mForFlush;
     std::unordered_map<std::thread::id, Thread> mThreads;
     int mThreadCount = 0;
-    int mRunning = 0;               ///< Inputs on all threads.
-    std::deque<InputPtr> mOrdered;  ///< All that are not written, in the order in which they began.
-    std::size_t mBytes = 0;         ///< Of what is finished.
-    std::size_t mTaken = 0;         ///< Of what the writer has.
+    int mRunning = 0;                  ///< Inputs on all threads.
+    std::deque<InputPtr> mOrdered;     ///< All that are not written, in the order in which they began.
+    Input mMissed;                     ///< As Take has it.
+    std::size_t mBytes = 0;            ///< Of what is finished.
+    std::size_t mTaken = 0;            ///< Of what the writer has.
+    std::size_t mJoinAt = kFewInputs;  ///< When the lost ones are joined next.
     bool mWriting = false;
     bool mStopped = false;
-    int mFlushing = 0;
+    std::uint64_t mRounds = 0;        ///< How often the writer was done.
+    std::uint64_t mRoundsWanted = 0;  ///< Somebody waits for so many.
+
+    static constexpr std::size_t kFewInputs = 4096;
 };
 
 }  // namespace Recording

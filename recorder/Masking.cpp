@@ -171,7 +171,7 @@ Masking::Masking(bool contents)
 
 std::string Masking::Masked(std::string lines)
 {
-    if (!mContents && !Session::MentionsPassword(lines))
+    if (!mContents && !Session::MayMentionPassword(lines))
         return lines;
     std::string masked;
     std::string_view rest = lines;
@@ -187,7 +187,7 @@ std::string Masking::Masked(std::string lines)
 std::string Masking::MaskedLine(std::string_view line)
 {
     const std::size_t begin = line.find('{');
-    if (begin == std::string_view::npos || (!mContents && !Session::MentionsPassword(line)))
+    if (begin == std::string_view::npos || (!mContents && !Session::MayMentionPassword(line)))
         return std::string(line);
     OrderedJson json = OrderedJson::parse(line.substr(begin));
     if (json.contains("hostCall") && NamesConstants(json["hostCall"].get_ref<const std::string&>()))
@@ -205,8 +205,11 @@ void Masking::MaskMember(const std::string& name, OrderedJson& value)
         value = MaskedXML(value.get<std::string>());
     } else if (name == "args" || name == "payload") {
         MaskValue(value);
-    } else if (name == "exception" && value.get_ref<const std::string&>() == mThrown) {
-        MaskValue(value);  // what the library throws is no secret, and a replay throws it, too
+    } else if (name == "exception") {
+        if (mThrown.count(value.get_ref<const std::string&>()) != 0)
+            MaskValue(value);
+        else  // what the library throws is no secret, and a replay throws it, too
+            value = Session::WithoutPassword(value.get<std::string>());
     }
 }
 
@@ -216,8 +219,11 @@ void Masking::MaskHost(OrderedJson& host)
         if (key == "browserID") {
             MaskValue(value);
         } else if (key == "throwsAt") {
-            mThrown = value.front()[2].get<std::string>();
-            MaskValue(value.front()[2]);
+            mThrown.clear();
+            for (OrderedJson& each : value) {
+                mThrown.insert(each[2].get<std::string>());
+                MaskValue(each[2]);
+            }
         } else if (key == "answers") {
             for (OrderedJson& each : value) {
                 if (each[0] != "ferrite::config::Localizer::Lookup")  // the library asks for its own keys
@@ -230,17 +236,38 @@ void Masking::MaskHost(OrderedJson& host)
 
 void Masking::MaskValue(OrderedJson& value)
 {
-    ForEachValue(value, [this](const std::string& name, OrderedJson& each) {
+    std::unordered_set<const OrderedJson*> names;  // as elements have them
+    ForEachValue(value, [this, &names](const std::string& name, OrderedJson& each) {
+        if (name == "properties")
+            for (const OrderedJson* const property : MaskProperties(each))
+                names.insert(property);
         if (!each.is_string())
             return;
         auto& text = each.get_ref<std::string&>();
-        if (name != "ftpPassword")
+        if (name != "ftpPassword" && names.count(&each) == 0)
             text = Session::WithoutPassword(std::move(text));
         if (mContents)
             text = MaskedWords(text);
     });
     if (mContents)
         ForEachValue(value, [](const std::string& name, OrderedJson& each) { SortTexts(name, each); });
+}
+
+std::vector<OrderedJson*> Masking::MaskProperties(OrderedJson& properties)
+{
+    std::vector<OrderedJson*> names;
+    for (OrderedJson& each : properties) {
+        if (!each.is_array() || each.size() != 2 || !each[0].is_string() || !each[1].is_string())
+            continue;
+        const auto& name = each[0].get_ref<const std::string&>();
+        if (!Session::MentionsPassword(name))
+            continue;
+        if (!each[1].get_ref<const std::string&>().empty())
+            each[1] = "***";
+        if (std::all_of(name.begin(), name.end(), IsOfWord))
+            names.push_back(&each[0]);
+    }
+    return names;
 }
 
 void Masking::SortTexts(const std::string& name, OrderedJson& value)

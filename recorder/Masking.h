@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 namespace Recording {
 
@@ -27,6 +28,8 @@ private:
     void MaskMember(const std::string& name, Session::OrderedJson& value);
     void MaskHost(Session::OrderedJson& host);
     void MaskValue(Session::OrderedJson& value);
+    /// Masks what properties are whose names mention a password. \return These names.
+    static std::vector<Session::OrderedJson*> MaskProperties(Session::OrderedJson& properties);
     /// Maps and sets of texts are in their order; masked, it is another one.
     static void SortTexts(const std::string& name, Session::OrderedJson& value);
 
@@ -36,8 +39,8 @@ private:
 
     const bool mContents;
     const std::uint64_t mKey;
-    std::unordered_set<std::string> mKept;  ///< Words that stay, in lower case.
-    std::string mThrown;                    ///< What the host throws next, as it was.
+    std::unordered_set<std::string> mKept;    ///< Words that stay, in lower case.
+    std::unordered_set<std::string> mThrown;  ///< What the host throws next, as it was.
 };
 
 }  // namespace Recording

@@ -41,18 +41,22 @@ void PanelEvents::Register(bool adds, const UTF16String& type, Call call)
     Journal& journal = mHook.GetJournal();
     Journal::InputPtr series;
     journal.Guard(nullptr, [&] { series = Join(adds, type); });
+    if (series != nullptr)
+        series->isSeries = false;  // what the host does inside the call is inside of it
     try {
         call();
     } catch (...) {
         if (series != nullptr) {
             journal.EndByException(series);
-            journal.Guard(nullptr, [&] { Leave(true); });
+            journal.Guard(nullptr, [&] { Leave(series, true); });
         }
         throw;
     }
+    if (series != nullptr)
+        series->isSeries = true;
     journal.Guard(nullptr, [&] { Changed(adds, type, journal.Innermost()); });
     if (series != nullptr)
-        journal.Guard(nullptr, [&] { Leave(false); });
+        journal.Guard(nullptr, [&] { Leave(series, false); });
 }
 
 Journal::InputPtr PanelEvents::Join(bool adds, const UTF16String& type)
@@ -83,17 +87,21 @@ Journal::InputPtr PanelEvents::Join(bool adds, const UTF16String& type)
     return mSeries.emplace(std::this_thread::get_id(), series).first->second.input;
 }
 
-void PanelEvents::Leave(bool isThrown)
+void PanelEvents::Leave(const Journal::InputPtr& series, bool isThrown)
 {
-    const std::lock_guard<std::mutex> lock(mMutex);
-    const auto found = mSeries.find(std::this_thread::get_id());
-    if (found == mSeries.end())
-        return;
-    if (++found->second.next < AC::kRequestCount && !isThrown)
-        return;
+    {
+        const std::lock_guard<std::mutex> lock(mMutex);
+        const auto found = mSeries.find(std::this_thread::get_id());
+        if (found != mSeries.end() && found->second.input == series) {
+            if (++found->second.next < AC::kRequestCount && !isThrown)
+                return;
+            mSeries.erase(found);
+        } else {
+            series->type = Input::Type::kOutside;  // another one began inside of it
+        }
+    }
     if (!isThrown)
-        mHook.GetJournal().End(found->second.input);
-    mSeries.erase(found);
+        mHook.GetJournal().End(series);
 }
 
 void PanelEvents::Changed(bool added, const UTF16String& type, Input* input)
@@ -107,8 +115,11 @@ void PanelEvents::Changed(bool added, const UTF16String& type, Input* input)
     const bool after = mRegistered.size() == AC::kRequestCount;
     if (before == after)
         return;
-    mStations.SetRegistered(after);
-    if (input != nullptr)
+    // A replay knows of no registrations but those of an input, and a series may not come to its end.
+    const bool isTold =
+        input != nullptr && (!after || !input->isSeries || type == RequestAt(AC::kRequestCount - 1));
+    mStations.SetRegistered(after && isTold);
+    if (isTold)
         input->change.registered = after;
 }
 

@@ -30,7 +30,7 @@ private:
 
     /// Begins or goes on with a series. \return Its input when this call is part of one.
     Journal::InputPtr Join(bool adds, const UTF16String& type);
-    void Leave(bool isThrown);
+    void Leave(const Journal::InputPtr& series, bool isThrown);
 
     template <class Call>
     void Register(bool adds, const UTF16String& type, Call call);

@@ -10,6 +10,7 @@
 #include "reference_host/ForwardingDispatcher.h"
 
 #include <list>
+#include <new>
 #include <thread>
 #include <utility>
 
@@ -46,7 +47,7 @@ class Recorder::Implementation
 {
 public:
     Implementation(const AC::HostServices& host, Options options)
-        : mTroubles(options.onTrouble),
+        : mTroubles(std::move(options.onTrouble)),
           mJournal(options.bufferBytes, mTroubles),
           mMemory(host.memory),
           mStations(host.stations, mHook, mTroubles),
@@ -63,6 +64,7 @@ public:
     {
         mJournal.Stop();
         mThread.join();
+        mWriter.Finish();
     }
 
     AC::HostServices Services() { return {mPanelEvents, mStations, mIngestLibrary, mFiles, mTexts, mMemory}; }
@@ -71,14 +73,18 @@ public:
     {
         const auto make = Session::kConnectorKinds[kind].create;
         if (!mStations.BeginConnector(kind)) {
-            mTroubles.Tell("second", "a second " + std::string(Session::kConnectorKinds[kind].title) +
-                                         " is not recorded");
+            mTroubles.Tell("connector", "a second ", Session::kConnectorKinds[kind].title,
+                           " is not recorded");
             return make(dispatcher);
         }
         const Journal::InputPtr input = mJournal.Begin([kind](Session::JsonText& out) {
             out.Name("create");
             out.String(Session::kConnectorKinds[kind].name);
         });
+        if (input == nullptr) {  // a replay would not know of the connector
+            mStations.EndConnector(kind, false);
+            return make(dispatcher);
+        }
         Notifier connector;
         try {
             connector = make(Wrap(kind, dispatcher));
@@ -90,8 +96,7 @@ public:
         }
         mStations.EndConnector(kind, true);
         SetHasDispatcher(input, kind, dispatcher);
-        if (input != nullptr)
-            input->change.created = kind;
+        input->change.created = kind;
         mJournal.End(input);
         return Proxy(kind, connector);
     }
@@ -122,18 +127,34 @@ public:
         mJournal.End(input);
     }
 
-    void Flush() { mJournal.Flush(); }
+    void Flush()
+    {
+        if (std::this_thread::get_id() !=
+            mThread.get_id())  // told of trouble there, it would wait for itself
+            mJournal.Flush();
+    }
 
     std::filesystem::path CurrentFile() const { return mWriter.CurrentFile(); }
 
 private:
+    /// \return The connector itself when there is no memory for a proxy.
     Notifier Proxy(Kind kind, const Notifier& connector)
     {
-        return ConnectorProxy::Make(
-            connector, CallbackHook(mJournal, kind),
-            [this, kind](const Notifier& real, ALD::IAssetLibraryDispatcher* dispatcher) {
-                SetDispatcher(kind, real, dispatcher);
-            });
+        try {
+            return ConnectorProxy::Make(
+                connector, CallbackHook(mJournal, kind),
+                [this, kind](const Notifier& real, ALD::IAssetLibraryDispatcher* dispatcher) {
+                    SetDispatcher(kind, real, dispatcher);
+                });
+        } catch (const std::bad_alloc&) {
+            TellOfMemory();
+            return connector;
+        }
+    }
+
+    void TellOfMemory()
+    {
+        mTroubles.Tell("memory", "the recorder has no memory: what happens is not recorded");
     }
 
     void SetDispatcher(Kind kind, const Notifier& connector, ALD::IAssetLibraryDispatcher* dispatcher)
@@ -152,27 +173,37 @@ private:
             input->change.hasDispatcher.emplace(kind, dispatcher != nullptr);
     }
 
-    /// \return The dispatcher behind a hook; it stays as long as this object, as a request may still use it.
+    /// \return The dispatcher behind a hook, which stays as long as this object, as a request may still use
+    /// it; the dispatcher itself when there is no memory.
     ALD::IAssetLibraryDispatcher* Wrap(Kind kind, ALD::IAssetLibraryDispatcher* dispatcher)
     {
         if (dispatcher == nullptr)
             return nullptr;
-        const std::lock_guard<std::mutex> lock(mDispatchersMutex);
-        for (WrappedDispatcher& each : mDispatchers)
-            if (each.Wraps(kind, dispatcher))
-                return each.Get();
-        return mDispatchers.emplace_back(mHook, kind, *dispatcher).Get();
+        try {
+            const std::lock_guard<std::mutex> lock(mDispatchersMutex);
+            for (WrappedDispatcher& each : mDispatchers)
+                if (each.Wraps(kind, dispatcher))
+                    return each.Get();
+            return mDispatchers.emplace_back(mHook, kind, *dispatcher).Get();
+        } catch (const std::bad_alloc&) {
+            TellOfMemory();
+            return dispatcher;
+        }
     }
 
     void Run() noexcept
     {
         bool isStopped = false;
         while (!isStopped) {
+            isStopped = mJournal.IsStopped();
             try {
-                isStopped = mJournal.IsStopped();
-                mWriter.Write(mJournal.Take(isStopped ? std::chrono::milliseconds(0) : kBetweenWrites));
-            } catch (const std::exception& exception) {
-                mTroubles.Tell("writer", std::string("the recorder could not write: ") + exception.what());
+                Input missed;
+                const auto inputs =
+                    mJournal.Take(isStopped ? std::chrono::milliseconds(0) : kBetweenWrites, missed);
+                mWriter.Miss(missed);
+                mWriter.Write(inputs);
+            } catch (const std::bad_alloc&) {
+                TellOfMemory();  // and the next time is another attempt
             }
             mJournal.Written();
         }

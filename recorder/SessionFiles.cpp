@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::string_view kExtension = ".jsonl";
 constexpr std::size_t kDigits = 6;
+constexpr std::size_t kMostNumber = 999'999'999'999;  // others are not ours
 constexpr std::chrono::seconds kBetweenAttempts{1};
 
 }  // namespace
@@ -44,7 +45,8 @@ std::size_t SessionFiles::NumberOf(const std::filesystem::path& path) const
         return 0;
     std::size_t number = 0;
     const char* const end = name.data() + name.size() - kExtension.size();
-    if (std::from_chars(name.data() + digits, end, number).ptr != end || end != kExtension)
+    if (std::from_chars(name.data() + digits, end, number).ptr != end || number > kMostNumber ||
+        PathOf(number).filename() != path.filename())
         return 0;
     return number;
 }
@@ -56,20 +58,26 @@ bool SessionFiles::BeginNext()
         return false;
     mFile.close();
     mNextAttempt = now + kBetweenAttempts;
-    const std::filesystem::path path = PathOf(mNumber + 1);
+    SetCurrent({});
+    std::error_code ignored;  // a folder that is not there fails to open a file
+    std::filesystem::create_directories(mFolder, ignored);
+    // Somebody else may write files of this name, too.
+    std::size_t number = mNumber + 1;
+    while (std::filesystem::symlink_status(PathOf(number), ignored).type() !=
+               std::filesystem::file_type::not_found &&
+           !ignored)
+        ++number;
+    const std::filesystem::path path = PathOf(number);
     mFile.clear();
     mFile.open(path, std::ios::binary | std::ios::trunc);
     if (!mFile.is_open()) {
-        mTroubles.Tell("file",
-                       "cannot write " + path.u8string() + ": nothing is recorded until it can be written");
+        mTroubles.Tell("file", "cannot write ", path.u8string(),
+                       ": nothing is recorded until it can be written");
         return false;
     }
-    ++mNumber;
+    mNumber = number;
     mBytes = 0;
-    {
-        const std::lock_guard<std::mutex> lock(mMutex);
-        mCurrent = path;
-    }
+    SetCurrent(path);
     RemoveOld();
     return true;
 }
@@ -89,13 +97,25 @@ bool SessionFiles::Write(const std::string& lines)
 void SessionFiles::Fail()
 {
     mFile.close();
-    mTroubles.Tell("disk",
-                   "cannot write on to " + Current().u8string() +
-                       ": the disk is full or gone; what happens is lost until it can be written again");
-    std::error_code ignored;  // half a line makes a file that nobody can replay
-    std::filesystem::resize_file(Current(), mBytes, ignored);
+    const std::filesystem::path path = Current();
+    SetCurrent({});
+    std::error_code ignored;
+    if (mBytes == 0) {
+        // Empty files would take the places of those with something in them.
+        std::filesystem::remove(path, ignored);
+        --mNumber;
+    } else {
+        // Half a line makes a file that nobody can replay.
+        std::filesystem::resize_file(path, mBytes, ignored);
+    }
+    mTroubles.Tell("disk", "cannot write on to ", path.u8string(),
+                   ": the disk is full or gone; what happens is lost until it can be written again");
+}
+
+void SessionFiles::SetCurrent(const std::filesystem::path& path)
+{
     const std::lock_guard<std::mutex> lock(mMutex);
-    mCurrent.clear();
+    mCurrent = path;
 }
 
 void SessionFiles::RemoveOld() const
@@ -105,7 +125,7 @@ void SessionFiles::RemoveOld() const
          each.increment(ignored)) {
         const std::size_t number = NumberOf(each->path());
         std::error_code failed;
-        if (number != 0 && number + mKept <= mNumber)
+        if (number != 0 && number < mNumber && mNumber - number >= mKept && each->is_regular_file(failed))
             std::filesystem::remove(each->path(), failed);
     }
 }

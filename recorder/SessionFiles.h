@@ -22,7 +22,8 @@ public:
     /// \return Whether a file is open to write into.
     bool IsOpen() const { return mFile.is_open(); }
 
-    bool IsFull() const { return mBytes > mFileBytes; }
+    /// \param more Bytes that wait to be written.
+    bool IsFull(std::size_t more) const { return mBytes + more > mFileBytes; }
 
     /// Ends the file and begins another, unless the last attempt was just now. \return Whether it is open.
     bool BeginNext();
@@ -38,6 +39,7 @@ private:
     /// \return The number of a file of this recording; 0 for any other name.
     std::size_t NumberOf(const std::filesystem::path& path) const;
 
+    void SetCurrent(const std::filesystem::path& path);
     void RemoveOld() const;
     void Fail();
 
@@ -48,7 +50,7 @@ private:
     Troubles& mTroubles;
 
     std::ofstream mFile;
-    std::size_t mBytes = 0;
+    std::size_t mBytes = 0;  ///< In the file.
     std::size_t mNumber = 0;
     std::chrono::steady_clock::time_point mNextAttempt;
     mutable std::mutex mMutex;

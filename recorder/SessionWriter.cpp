@@ -16,6 +16,9 @@ constexpr const char* kQuietStart =
     "{\"host\":{\"quiet\":[\"Kiln::StationUtils::AddListener\",\"PlexaManager::AddTandemEventListener\"]}}\n";
 constexpr const char* kQuietEnd = "{\"host\":{\"quiet\":[]}}\n";
 
+/// How many bytes of deliveries wait for the last one.
+constexpr std::size_t kMostDeliveries = std::size_t{16} << 20U;
+
 constexpr const char* kBrowserID = "PlexaManager::GetBrowserID";
 
 bool AllSame(const std::vector<std::string>& texts)
@@ -35,32 +38,75 @@ void WriteAnswer(JsonText& out, const char* operation, const std::string& questi
 }  // namespace
 
 SessionWriter::SessionWriter(const Options& options, Troubles& troubles)
-    : mMasksContents(options.masksContents), mFiles(options, troubles)
+    : mMasksContents(options.masksContents), mFiles(options, troubles), mTroubles(troubles)
 {
     mTold.hasDispatcher.fill(true);
     BeginFile();
 }
 
-void SessionWriter::Write(const std::vector<Journal::InputPtr>& inputs)
+template <class Action>
+bool SessionWriter::Guard(Action action) noexcept
+{
+    try {
+        action();
+        return true;
+    } catch (const std::exception& exception) {
+        mTroubles.Tell("writer", "the recorder could not write: ", exception.what());
+    } catch (...) {  // of the XML library
+        mTroubles.Tell("writer", "the recorder could not write");
+    }
+    return false;
+}
+
+void SessionWriter::Write(const std::vector<Journal::InputPtr>& inputs) noexcept
 {
     for (const Journal::InputPtr& input : inputs) {
-        if (input->isLost)
+        bool isWritten = false;
+        Guard([&] { isWritten = TryToWrite(*input); });
+        if (!isWritten)
             mLost += input->lines;
-        else if (!mFiles.IsOpen() || mLost != 0 || mFiles.IsFull())
-            BeginFile();
-        if (!input->isLost) {
-            if (mFiles.IsOpen())
-                WriteOne(*input);
-            else
-                mLost += input->lines;
-        }
-        Change(input->change);
+        Guard([&] { Change(input->change); });
         mPosted += input->posts;
-        if (input->type == Input::Type::kDelivery)
-            AddDelivery(*input);
-        WriteDeliveries();
+        if (!Guard([&] {
+                AddDeliveries(*input);
+                WriteDeliveries();
+            }))
+            mTellsDeliveries = false;
+        Miss(*input);
     }
-    Emit();
+    Guard([&] { Emit(); });
+}
+
+void SessionWriter::Miss(const Input& input) noexcept
+{
+    mLost += input.missed;
+    for (Kind kind = 0; kind < kKindCount; ++kind)
+        if ((input.missedEnds & 1U << kind) != 0) {
+            Recording::Change change;
+            change.destroyed = kind;
+            Change(change);
+        }
+}
+
+void SessionWriter::Finish() noexcept
+{
+    Guard([&] {
+        if (mFiles.IsOpen() && mLost != 0)
+            PutLost();
+        Emit();
+    });
+}
+
+bool SessionWriter::TryToWrite(const Input& input)
+{
+    if (input.isLost)
+        return false;
+    if (!mFiles.IsOpen() || mLost != 0 || mFiles.IsFull(mBlock.size()))
+        BeginFile();
+    if (!mFiles.IsOpen())
+        return false;
+    WriteOne(input);
+    return true;
 }
 
 void SessionWriter::WriteOne(const Input& input)
@@ -77,7 +123,7 @@ void SessionWriter::WriteOne(const Input& input)
                     " other thread(s) were inside inputs: their order is that of their beginnings\n";
     if (input.isPassedOver)
         comments += "# begun before lines above, but not through when they were written\n";
-    if (input.endedByException && !input.thrown)
+    if (input.endedByException && input.thrown.empty())
         comments += "# no operation of the host threw this exception: a replay cannot\n";
     Put(comments + HostLine(input) + input.text.Text(), input.lines);
 }
@@ -100,17 +146,26 @@ void SessionWriter::Change(const Recording::Change& change)
         mState.readsFromDisk = *change.readsFromDisk;
 }
 
+void SessionWriter::PutLost()
+{
+    Put("# lost: " + std::to_string(mLost) +
+            " lines that were not written in time; the next file goes on with what it needs\n",
+        0);
+}
+
 void SessionWriter::BeginFile()
 {
     if (mFiles.IsOpen() && mLost != 0)
-        Put("# lost: " + std::to_string(mLost) +
-                " lines that the disk did not take in time; the next file goes on with what it needs\n",
-            0);
+        PutLost();
     Emit();
     if (!mFiles.BeginNext())
         return;
-    mOfEarlierFiles += mPosted - mDelivered;
-    mPosted = mDelivered = 0;
+    // Some may be delivered before the input that posted them is through: they cannot be told apart then.
+    const std::size_t pending = mOfEarlierFiles + mPosted;
+    mTellsDeliveries = mDelivered <= pending;
+    mOfEarlierFiles = mTellsDeliveries ? pending - mDelivered : 0;
+    mPosted = 0;
+    mDelivered = mTellsDeliveries ? 0 : mDelivered - pending;
     mDeliveries.clear();
     mTold = {};
     mTold.hasDispatcher.fill(true);
@@ -133,8 +188,10 @@ void SessionWriter::BeginFile()
         if (!host.Text().empty())
             start += "{\"host\":{" + host.Text() + "}}\n";
         for (const Kind kind : mState.connectors)
-            start += "{\"create\":\"" + std::string(Session::kConnectorKinds[kind].name) + "\"}\n";
-        if (mState.readsFromDisk)
+            start += R"({"create":")" + std::string(Session::kConnectorKinds[kind].name) + "\"}\n";
+        const auto isLibrary = [](Kind kind) { return Session::kConnectorKinds[kind].name == "library"; };
+        if (mState.readsFromDisk &&
+            std::any_of(mState.connectors.begin(), mState.connectors.end(), isLibrary))
             start += "{\"host\":{\"readsFromDisk\":true}}\n";
         start += kQuietEnd;
     }
@@ -156,17 +213,16 @@ std::string SessionWriter::HostLine(const Input& input)
             host.String(guid);
         host.EndArray();
     }
-    if (input.thrown) {
-        const auto calls = std::find_if(input.calls.begin(), input.calls.end(), [&input](const auto& each) {
-            return each.first == input.thrown->first;
-        });
+    if (!input.thrown.empty()) {
         host.Name("throwsAt");
         host.BeginArray();
-        host.BeginArray();
-        host.String(std::string_view(input.thrown->first));
-        host.Number(calls == input.calls.end() ? 1 : calls->second);
-        host.String(input.thrown->second);
-        host.EndArray();
+        for (const Thrown& each : input.thrown) {
+            host.BeginArray();
+            host.String(std::string_view(each.operation));
+            host.Number(each.call);
+            host.String(each.what);
+            host.EndArray();
+        }
         host.EndArray();
     }
     return host.Text().empty() ? std::string() : "{\"host\":{" + host.Text() + "}}\n";
@@ -197,9 +253,20 @@ void SessionWriter::AddAnswers(const Input& input, JsonText& host)
         return;  // nothing was asked that an earlier answer could spoil
 
     // A question with one unusual answer is told with all of them: they come in order.
-    std::map<std::pair<std::string_view, std::string_view>, bool> isUnusual;
-    for (const Answer& each : input.answers)
-        isUnusual[{each.operation, each.question}] |= mMasksContents || !each.isUsual;
+    struct Question
+    {
+        const std::string& firstAnswer;
+        bool isUnusual;
+    };
+    std::map<std::pair<std::string_view, std::string_view>, Question> questions;
+    bool isUsedUp = false;  // an input uses up a series of answers
+    for (const Answer& each : input.answers) {
+        const auto found =
+            questions.try_emplace({each.operation, each.question}, Question{each.answer, mMasksContents})
+                .first;
+        found->second.isUnusual = found->second.isUnusual || !each.isUsual;
+        isUsedUp = isUsedUp || found->second.firstAnswer != each.answer;
+    }
     JsonText answers;
     answers.BeginArray();
     if (!sameBrowserIDs)
@@ -209,10 +276,10 @@ void SessionWriter::AddAnswers(const Input& input, JsonText& host)
             WriteAnswer(answers, kBrowserID, "[]", text.Text());
         }
     for (const Answer& each : input.answers)
-        if (isUnusual[{each.operation, each.question}])
+        if (questions.at({each.operation, each.question}).isUnusual)
             WriteAnswer(answers, each.operation, each.question, each.answer);
     answers.EndArray();
-    if (sameBrowserIDs && answers.Text() == mTold.answers)
+    if (sameBrowserIDs && !isUsedUp && answers.Text() == mTold.answers)
         return;
     mTold.answers = answers.Text();
     mTold.answersBrowserID = !sameBrowserIDs;
@@ -220,22 +287,28 @@ void SessionWriter::AddAnswers(const Input& input, JsonText& host)
     host.Bare(mTold.answers);
 }
 
-void SessionWriter::AddDelivery(const Input& input)
+void SessionWriter::AddDeliveries(const Input& input)
 {
-    if (mOfEarlierFiles != 0) {
-        --mOfEarlierFiles;
+    const std::size_t earlier = std::min(mOfEarlierFiles, input.deliveries);
+    mOfEarlierFiles -= earlier;
+    mDelivered += input.deliveries - earlier;
+    if (earlier != 0 || input.deliveries == 0 || !mTellsDeliveries)
         return;
-    }
-    ++mDelivered;
     mDeliveries += input.text.Text();
+    if (mDeliveries.size() > kMostDeliveries)
+        mTellsDeliveries = false;
 }
 
 void SessionWriter::WriteDeliveries()
 {
-    if (mDelivered == 0 || mDelivered < mPosted || mLost != 0)
+    if (!mTellsDeliveries)
+        mDeliveries.clear();
+    if (mDelivered == 0 || mDelivered != mPosted || mLost != 0 || !mTellsDeliveries)
         return;
-    Put("{\"ui\":true}\n" + mDeliveries, 1 + mDelivered);
-    mDeliveries.clear();
+    Put(R"({"ui":true})"
+        "\n" +
+            std::exchange(mDeliveries, {}),
+        1 + mDelivered);
     mPosted = mDelivered = 0;
 }
 
@@ -263,10 +336,10 @@ void SessionWriter::Emit()
 {
     if (mBlock.empty())
         return;
-    if (!mFiles.IsOpen() || !mFiles.Write(mBlock))
-        mLost += mBlockLines;
-    mBlock.clear();
-    mBlockLines = 0;
+    const std::string block = std::exchange(mBlock, {});
+    const std::size_t lines = std::exchange(mBlockLines, 0);
+    if (!mFiles.IsOpen() || !mFiles.Write(block))
+        mLost += lines;
 }
 
 }  // namespace Recording

@@ -19,8 +19,14 @@ class SessionWriter
 public:
     SessionWriter(const Options& options, Troubles& troubles);
 
-    /// In the order in which they are to be played.
-    void Write(const std::vector<Journal::InputPtr>& inputs);
+    /// In the order in which they are to be played. What cannot be written, for want of memory too, is lost.
+    void Write(const std::vector<Journal::InputPtr>& inputs) noexcept;
+
+    /// What came behind the input was missed. \param input Perhaps not of those that are written.
+    void Miss(const Input& input) noexcept;
+
+    /// Says what was lost at the end.
+    void Finish() noexcept;
 
     std::filesystem::path CurrentFile() const { return mFiles.Current(); }
 
@@ -44,8 +50,14 @@ private:
     };
 
     void WriteOne(const Input& input);
+    /// \return Whether its line is written, or will be.
+    bool TryToWrite(const Input& input);
+    /// Runs what may fail. \return Whether it did not.
+    template <class Action>
+    bool Guard(Action action) noexcept;
     void Change(const Recording::Change& change);
 
+    void PutLost();
     /// Begins a file, if that is possible, with the comments and inputs that it needs.
     void BeginFile();
 
@@ -54,7 +66,7 @@ private:
     void AddDispatchers(const std::array<bool, kKindCount>& hasDispatcher, Session::JsonText& host);
 
     /// Delivered messages come as one input, once all that were posted in this file were delivered.
-    void AddDelivery(const Input& input);
+    void AddDeliveries(const Input& input);
     void WriteDeliveries();
 
     /// Puts lines into the file, whole and masked. \param lines How many.
@@ -65,6 +77,7 @@ private:
 
     const bool mMasksContents;
     SessionFiles mFiles;
+    Troubles& mTroubles;
     std::unique_ptr<Masking> mMasking;  ///< Of this file.
     State mState;
     Told mTold;
@@ -75,6 +88,7 @@ private:
     std::size_t mDelivered = 0;  ///< Of the messages that this file posted.
     std::size_t mPosted = 0;
     std::size_t mOfEarlierFiles = 0;  ///< Posted there, not delivered yet.
+    bool mTellsDeliveries = true;     ///< Those that this file posted can be told from others.
     std::string mDeliveries;
 };
 

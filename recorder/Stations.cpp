@@ -151,9 +151,9 @@ void Stations::AddListener(const ImmutableString& station, Kiln::Listener& liste
     }
     if (proxy == nullptr) {
         if (kind != kKindCount)
-            mTroubles.Tell(
-                "connector",
-                "a connector is not recorded: there is one of its kind, or it was not made by the recorder");
+            mTroubles.Tell("connector",
+                           "a connector is not recorded: there is one of its kind, it was not made by the "
+                           "recorder, or there is no memory");
         return mNext.AddListener(station, listener);
     }
     Input* const input = mHook.GetJournal().Innermost();
@@ -176,10 +176,9 @@ void Stations::EndSubscriptions(Kiln::Listener& listener) noexcept
             wasMade = mRecorded[kind].isMade;
         }
     }
-    if (kind == kKindCount)
-        return mNext.EndSubscriptions(listener);
     for (const auto& proxy : proxies)
         mNext.EndSubscriptions(*proxy);
+    mNext.EndSubscriptions(listener);  // where no proxy could be made, it was subscribed itself
     if (!wasMade)
         return;
     // What reached the connector before began before.
@@ -193,6 +192,8 @@ void Stations::EndSubscriptions(Kiln::Listener& listener) noexcept
         journal.Effect(*input, [&](JsonText& out) {
             mHook.Writer().Destroyed(out, Session::kConnectorKinds[kind].name);
         });
+    } else {
+        journal.MissEnd(kind);
     }
     journal.End(input);
     const std::lock_guard<std::mutex> lock(mMutex);
@@ -237,6 +238,8 @@ void Stations::Reach(Kind kind, const std::string& station, Kiln::Listener& list
         journal.EndByException(input);
         throw;
     }
+    if (input != nullptr && Session::kConnectorKinds[kind].name == "library")
+        mHook.TurnToRead(*input);
     journal.EndDelivery(input, expected);
 }
 

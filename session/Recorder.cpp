@@ -10,11 +10,13 @@ void Recorder::ThrowIfAsked(const char* operation)
 {
     if (mMuted)
         return;
-    for (auto each = mThrows.begin(); each != mThrows.end(); ++each) {
-        if (each->operation != operation || --each->call != 0)
-            continue;
-        const std::string what = std::move(each->what);
-        mThrows.erase(each);
+    auto due = mThrows.end();
+    for (auto each = mThrows.begin(); each != mThrows.end(); ++each)
+        if (each->operation == operation && --each->call == 0)
+            due = each;
+    if (due != mThrows.end()) {
+        const std::string what = std::move(due->what);
+        mThrows.erase(due);
         throw std::runtime_error(what);
     }
     if (mThrowing.count(operation) != 0)

@@ -10,6 +10,9 @@ namespace Session {
 /// \return Whether the text mentions an FTP password.
 bool MentionsPassword(std::string_view text);
 
+/// \return Whether an XML text in it may, written in one piece or not.
+bool MayMentionPassword(std::string_view text);
+
 /// \return The text up to the first mention of an FTP password, which an ill-formed text may write in any
 /// way; what
 ///         follows it becomes "=***".
