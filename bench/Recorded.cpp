@@ -72,8 +72,9 @@ void MeasureRecorded(ReferenceHost::Host& host)
         stage->host = std::make_unique<RecordedHost>(host);
         AC::AddTandemEvents();
         stage->connector = stage->host->GetRecorder().CreateIngestGlintLibraryConnector(&stage->dispatcher);
-        return Prepared{
-            [&host, &work, stage] { host.GetPanelEvents().Raise(AC::kPlexaEventType_GetAssociatedFiles, work.utf16); }};
+        return Prepared{[&host, &work, stage] {
+            host.GetPanelEvents().Raise(AC::kPlexaEventType_GetAssociatedFiles, work.utf16);
+        }};
     });
     Measure("station/recorded", 1, [&host] {
         const auto stage = std::make_shared<Stage>();

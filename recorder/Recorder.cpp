@@ -226,7 +226,8 @@ private:
 
 Recorder::Recorder(const AC::HostServices& host, Options options)
     : mHost(host),
-      mImplementation(options.folder.empty() ? nullptr : std::make_unique<Implementation>(host, std::move(options)))
+      mImplementation(options.folder.empty() ? nullptr
+                                             : std::make_unique<Implementation>(host, std::move(options)))
 {
 }
 

@@ -28,7 +28,8 @@ namespace Recording {
 struct Options
 {
     /// Where the files go; made when it is missing. They are NAME-000001.jsonl and so on, beginning behind
-    /// those that are there.
+    /// those that are there; two hosts at a time need two folders, or two names. Empty: nothing is recorded,
+    /// services and connectors are the bare ones.
     std::filesystem::path folder;
     std::string name = "session";
 
@@ -51,8 +52,9 @@ struct Options
     boost::function<void(const std::string& trouble)> onTrouble;
 };
 
-/// One recording. Made before the host is installed, destroyed after it is uninstalled and the last connector
-/// is gone; the destructor writes what is left. All operations may be called on any thread, several at once.
+/// One recording. Made after the XML platform and before the host is installed, destroyed after the host is
+/// uninstalled and the last connector is gone, and before the XML platform; the destructor writes what is
+/// left. All operations may be called on any thread, several at once.
 class Recorder
 {
 public:

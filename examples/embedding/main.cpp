@@ -1,5 +1,6 @@
 // A small host. It brings what is its own, the panel events and a dispatcher, and takes the other services
-// from the reference host, as a host may do while it grows. With a folder as argument it records itself there.
+// from the reference host, as a host may do while it grows. With a folder as argument it records itself
+// there.
 
 #include "Panels.h"
 #include "assetconnector/connectors/EventCatalogue.h"

@@ -194,7 +194,9 @@ TEST_F(ServicesTest, FilesLooksAtTheDisk)
 TEST_F(ServicesTest, PathsHaveANormalForm)
 {
     auto& files = host.GetFiles();
-    const auto native = [](const char16_t* path) { return std::filesystem::path(path).make_preferred().u16string(); };
+    const auto native = [](const char16_t* path) {
+        return std::filesystem::path(path).make_preferred().u16string();
+    };
     EXPECT_EQ(files.ToNormalizedPath(u"/a/./b/../c//d.mov"), native(u"/a/c/d.mov"));
     EXPECT_EQ(files.ToNormalizedPath(u"\\\\?\\D:\\a"), u"\\\\?\\D:\\a");
     EXPECT_EQ(files.NormalizePathWithoutUNC(u"\\\\?\\D:\\a"), u"D:\\a");

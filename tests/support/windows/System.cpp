@@ -3,9 +3,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <utility>
-#include <windows.h>
 
-#include <psapi.h>
+// clang-format off
+#include <windows.h>
+#include <psapi.h>  // needs the other one before it
+// clang-format on
 
 namespace TestSystem {
 
