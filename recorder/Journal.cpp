@@ -1,6 +1,6 @@
 #include "recorder/Journal.h"
 
-#include "recorder/HostObjects.h"
+#include "recorder/UnknownObjects.h"
 
 #include <algorithm>
 #include <utility>

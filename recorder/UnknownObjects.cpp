@@ -1,4 +1,4 @@
-#include "recorder/HostObjects.h"
+#include "recorder/UnknownObjects.h"
 
 #include "assetconnector/host/ferrite/Unicode.h"
 
