@@ -99,8 +99,11 @@ void SessionWriter::Finish() noexcept
 
 bool SessionWriter::TryToWrite(const Input& input)
 {
-    if (input.isLost)
+    if (input.isLost) {
+        mTroubles.Tell(
+            "lost", "lines are lost: more waits to be written than the buffer holds; the files say how many");
         return false;
+    }
     if (!mFiles.IsOpen() || mLost != 0 || mFiles.IsFull(mBlock.size()))
         BeginFile();
     if (!mFiles.IsOpen())
