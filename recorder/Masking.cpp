@@ -64,6 +64,18 @@ bool IsOfWord(char c)
            static_cast<unsigned char>(c) >= 0x80U;
 }
 
+/// \return How many bytes there are no part of a word. What stands for characters that texts cannot carry
+/// takes
+///         three: in one text it is what it was, in another U+FFFD.
+std::size_t LengthOfGap(std::string_view text, std::size_t at)
+{
+    constexpr std::string_view kBegin = "\xEF\xBF";
+    if (text.compare(at, kBegin.size(), kBegin) == 0 && at + kBegin.size() < text.size() &&
+        static_cast<unsigned char>(text[at + kBegin.size()]) >= 0xBDU)
+        return kBegin.size() + 1;
+    return IsOfWord(text[at]) ? 0 : 1;
+}
+
 std::string LowerCase(std::string_view text)
 {
     std::string lower(text);
@@ -98,35 +110,58 @@ bool IsNumber(std::string_view word)
     });
 }
 
-/// Letters that a text writes as references, such as "&#233;", are parts of words.
-std::string WithoutReferencesToLetters(std::string xml)
+/// \return Whether the word there is the inside of a reference to a character, "xFC" of "&#xFC;". Such a text
+/// may
+///         mean itself, or a character in another layer of the encoding: it stays.
+bool IsReference(std::string_view text, std::size_t begin, std::size_t end)
 {
+    if (begin == 0 || text[begin - 1] != '#' || end == text.size() || text[end] != ';')
+        return false;
+    const bool isHex = text[begin] == 'x';
+    const std::string_view digits = text.substr(begin + (isHex ? 1 : 0), end - begin - (isHex ? 1 : 0));
+    return !digits.empty() && std::all_of(digits.begin(), digits.end(), isHex ? IsHexDigit : IsDigit);
+}
+
+/// \return The letter to which the reference there refers, UTF-8; empty for anything else.
+std::string LetterAt(std::string_view reference)
+{
+    const bool isHex = reference.substr(0, 3) == "&#x";
+    const char* const end = reference.data() + reference.size();
+    std::uint32_t code = 0;
+    const auto read = std::from_chars(reference.data() + (isHex ? 3 : 2), end, code, isHex ? 16 : 10);
+    if (read.ec != std::errc() || read.ptr == end || *read.ptr != ';' || code > 0x10FFFFU ||
+        (code < 0x80U && !IsOfWord(static_cast<char>(code))))
+        return {};
+    UTF16String letter;
+    if (code >= 0x10000U)
+        letter.push_back(static_cast<char16_t>(0xD7C0U + (code >> 10U)));
+    letter.push_back(static_cast<char16_t>(code >= 0x10000U ? 0xDC00U | (code & 0x3FFU) : code));
+    return ferrite::utility::UTF16to8(letter);
+}
+
+/// Letters that a request writes as references, such as "&#233;", are parts of words.
+std::string WithoutReferencesToLetters(std::string_view xml)
+{
+    constexpr std::string_view kCdataEnd = "]]>";
     std::string plain;
-    std::size_t at = 0;
-    for (std::size_t reference = xml.find("&#"); reference != std::string::npos;
-         reference = xml.find("&#", at)) {
-        plain.append(xml, at, reference - at);
-        at = reference;
-        const bool isHex = xml.compare(reference, 3, "&#x") == 0;
-        const char* const digits = xml.data() + reference + (isHex ? 3 : 2);
-        std::uint32_t code = 0;
-        const auto read = std::from_chars(digits, xml.data() + xml.size(), code, isHex ? 16 : 10);
-        const bool isLetter = read.ec == std::errc() && read.ptr != xml.data() + xml.size() &&
-                              *read.ptr == ';' && code <= 0x10FFFFU &&
-                              (code >= 0x80U || IsOfWord(static_cast<char>(code)));
-        if (isLetter) {
-            UTF16String letter;
-            if (code >= 0x10000U)
-                letter.push_back(static_cast<char16_t>(0xD7C0U + (code >> 10U)));
-            letter.push_back(static_cast<char16_t>(code >= 0x10000U ? 0xDC00U | (code & 0x3FFU) : code));
-            plain += ferrite::utility::UTF16to8(letter);
-            at = static_cast<std::size_t>(read.ptr - xml.data()) + 1;
-        } else {
-            plain += "&#";
-            at += 2;
+    for (std::size_t at = 0; at < xml.size();) {
+        std::size_t next = std::min({xml.find("&#", at), xml.find("<![CDATA[", at), xml.size()});
+        plain += xml.substr(at, next - at);
+        at = next;
+        if (at == xml.size())
+            break;
+        if (xml[at] == '<') {
+            next = std::min(xml.find(kCdataEnd, at), xml.size() - 1) + 1;
+            plain += xml.substr(at, next - at);
+            at = next;
+            continue;
         }
+        const std::string letter = LetterAt(xml.substr(at));
+        next = letter.empty() ? at + 1 : xml.find(';', at) + 1;
+        plain += letter.empty() ? "&" : letter;
+        at = next;
     }
-    return plain.append(xml, at, std::string::npos);
+    return plain;
 }
 
 /// \return Whether the operation's arguments are names of the library's own.
@@ -192,17 +227,18 @@ std::string Masking::MaskedLine(std::string_view line)
     OrderedJson json = OrderedJson::parse(line.substr(begin));
     if (json.contains("hostCall") && NamesConstants(json["hostCall"].get_ref<const std::string&>()))
         return std::string(line);
+    const bool isRequest = !json.contains("notification");
     for (auto& [name, value] : json.items())
-        MaskMember(name, value);
+        MaskMember(name, value, isRequest);
     return std::string(line.substr(0, begin)) + Session::DumpJson(json);
 }
 
-void Masking::MaskMember(const std::string& name, OrderedJson& value)
+void Masking::MaskMember(const std::string& name, OrderedJson& value, bool isRequest)
 {
     if (name == "host") {
         MaskHost(value);
     } else if (name == "data") {
-        value = MaskedXML(value.get<std::string>());
+        value = MaskedXML(value.get<std::string>(), isRequest);
     } else if (name == "args" || name == "payload") {
         MaskValue(value);
     } else if (name == "exception") {
@@ -281,31 +317,31 @@ void Masking::SortTexts(const std::string& name, OrderedJson& value)
     });
 }
 
-std::string Masking::MaskedXML(std::string xml)
+std::string Masking::MaskedXML(std::string xml, bool isRequest)
 {
     xml = Session::PasswordsMaskedInXML(std::move(xml));
     if (!mContents)
         return xml;
-    return InMaskedOrder(MaskedWords(WithoutReferencesToLetters(std::move(xml))));
+    // The library writes no letters so: where one stands, it is what the text says.
+    return InMaskedOrder(MaskedWords(isRequest ? WithoutReferencesToLetters(xml) : xml));
 }
 
 std::string Masking::MaskedWords(std::string_view text)
 {
     std::string masked;
     for (std::size_t at = 0; at < text.size();) {
-        if (!IsOfWord(text[at])) {
-            masked += text[at++];
-            continue;
-        }
-        std::size_t end = at;
-        if (IsGuidAt(text, at)) {
+        std::size_t end = at + LengthOfGap(text, at);
+        const bool isGap = end != at;
+        const bool isGuid = !isGap && IsGuidAt(text, at);
+        if (isGuid)
             end = at + ferrite::utility::Guid::kTextLength;
-            masked += text.substr(at, end - at);
-        } else {
-            while (end < text.size() && IsOfWord(text[end]))
-                ++end;
-            masked += MaskOf(text.substr(at, end - at));
-        }
+        while (!isGap && !isGuid && end < text.size() && LengthOfGap(text, end) == 0)
+            ++end;
+        const std::string_view part = text.substr(at, end - at);
+        if (isGap || isGuid || IsReference(text, at, end))
+            masked += part;
+        else
+            masked += MaskOf(part);
         at = end;
     }
     return masked;

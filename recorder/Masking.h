@@ -25,7 +25,7 @@ public:
 
 private:
     std::string MaskedLine(std::string_view line);
-    void MaskMember(const std::string& name, Session::OrderedJson& value);
+    void MaskMember(const std::string& name, Session::OrderedJson& value, bool isRequest);
     void MaskHost(Session::OrderedJson& host);
     void MaskValue(Session::OrderedJson& value);
     /// Masks what properties are whose names mention a password. \return These names.
@@ -33,7 +33,7 @@ private:
     /// Maps and sets of texts are in their order; masked, it is another one.
     static void SortTexts(const std::string& name, Session::OrderedJson& value);
 
-    std::string MaskedXML(std::string xml);
+    std::string MaskedXML(std::string xml, bool isRequest);
     std::string MaskedWords(std::string_view text);
     std::string MaskOf(std::string_view word) const;
 

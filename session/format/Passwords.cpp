@@ -12,9 +12,24 @@
 namespace Session {
 namespace {
 
-constexpr std::string_view kPassword = "ftpPassword";
+/// In lower case: who writes the name in other capitals gets no password across, but has written it.
+constexpr std::string_view kPassword = "ftppassword";
 constexpr std::string_view kMask = "***";
 constexpr std::string_view kBlanks = " \t\r\n";
+
+char LowerCase(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// \return Where the next mention begins; npos without one.
+std::size_t FindPassword(std::string_view text, std::size_t from = 0)
+{
+    const auto found =
+        std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), kPassword.begin(),
+                    kPassword.end(), [](char a, char b) { return LowerCase(a) == b; });
+    return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
+}
 
 bool IsWellFormed(const std::string& xml)
 {
@@ -124,7 +139,7 @@ private:
     void StepAside(std::string_view endMark)
     {
         const std::size_t end = mXml.find(endMark, mAt);
-        const std::size_t mention = mXml.substr(0, std::min(end, mXml.size())).find(kPassword, mAt);
+        const std::size_t mention = FindPassword(mXml.substr(0, std::min(end, mXml.size())), mAt);
         if (mention != std::string_view::npos) {
             CopyTo(mention + kPassword.size());
             Mentioned();
@@ -224,7 +239,7 @@ private:
     /// Copies the next character. \return Whether a mention ends with it.
     bool Match(std::size_t length)
     {
-        const char c = length == 1 ? mXml[mAt] : mReferred;
+        const char c = LowerCase(length == 1 ? mXml[mAt] : mReferred);
         CopyTo(mAt + length);
         if (c == kPassword[mMatched])
             ++mMatched;
@@ -272,12 +287,12 @@ bool MayMentionPassword(std::string_view text)
 
 bool MentionsPassword(std::string_view text)
 {
-    return text.find(kPassword) != std::string_view::npos;
+    return FindPassword(text) != std::string_view::npos;
 }
 
 std::string WithoutPassword(std::string text)
 {
-    const std::size_t name = text.find(kPassword);
+    const std::size_t name = FindPassword(text);
     if (name != std::string::npos)
         text.replace(name + kPassword.size(), std::string::npos, "=***");
     return text;

@@ -87,7 +87,7 @@ TEST_F(RecordedFilesTest, FolderThatVanishesIsMadeAgain)
     Call();
     End();
     EXPECT_EQ(ExpectReplays(), 3U);
-    EXPECT_EQ(troubles.size(), 1U);
+    EXPECT_EQ(troubles, std::vector<std::string>());
 }
 
 #if defined(RLIMIT_FSIZE)

@@ -59,6 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
         Text{"property",
              Message("<assetMediaInfoList><assetMediaInfo><fileMetadata><customMetadata>ftpPassword s3cret"
                      "</customMetadata></fileMetadata></assetMediaInfo></assetMediaInfoList>")},
+        Text{"otherCapitals",
+             Message("<ftpSetting FTPpassword=\"s3cret\"/><ftppassword>s3cret</ftppassword>")},
         Text{"broken", "<browserMessage><ftpSetting ftpPassword=\"s3cret\""},
         Text{"brokenBefore",
              "<browserMessage><a b='1'b='2'><ftpSetting ftpPassword=\"s3cret\"/></browserMessage>"},
@@ -115,6 +117,38 @@ TEST_F(RecordedHost, SecretsOfTheHostAreMasked)
     End();
     ExpectReplays();
     EXPECT_EQ(CountOf("s3cret"), 0U) << recordings.Text();
+}
+
+/// What one text writes in another way than the next one: line ends, references, what no text can carry.
+TEST_F(RecordedHost, OddTextsReplayMasked)
+{
+    options.masksContents = true;
+    Begin();
+    MakeConnectors();
+    const std::string odd[] = {
+        "z\r\nz\tz",      "z&#xFC;z &#233;z &#xD;",         "z&amp;#xFC;z",   "z\x01z\x02",
+        "z\xFFz\xC0\x80", std::string("z\0z", 3),           "z\xEF\xBF\xBDz", "z\xEF\xBF\xBFz",
+        "z]]>z<a>z",      "\xF0\x9F\x98\x80z\xC3\xBCz-z_z", "#xFC;z",         "&#x;&#;&#z;"};
+    for (const std::string& text : odd) {
+        const UTF16String path = U("/z" + text + "/z.mov");
+        library->OnReadXMPFinished({}, {}, 0, path, {}, {}, boost::make_shared<std::string>(text), path, path,
+                                   {}, {}, {}, {});
+        collection->OnReadXMPFinished({}, {}, 0, path, {}, {}, boost::make_shared<std::string>(text), path,
+                                      path, {}, {}, {}, {});
+        library->OnTranscodeStatus({}, {}, -1, U(text), path);
+        collection->OnSaveAsset({}, {}, {}, nullptr, false);
+    }
+    Raise(AC::kPlexaEventType_OpenIngestDlg,
+          "<browserMessage><targetBin ID=\"z&#xFC;z&#xD;z&#50;z&amp;#xFC;z&#45;z\"/></browserMessage>");
+    Raise(AC::kPlexaEventType_ReadXMPFromDisk,
+          "<browserMessage><assetMediaInfoList><assetMediaInfo><filePath path=\"/z\"/><fileMetadata><xmp>"
+          "&lt;![CDATA[z&amp;#xFC;z&amp;#xD;]]&gt;</xmp></fileMetadata></"
+          "assetMediaInfo><assetMediaInfo><fileMetadata>"
+          "<xmp><![CDATA[<![CDATA[z&#xFC;z]]]]><![CDATA[>]]></xmp></fileMetadata></assetMediaInfo></"
+          "assetMediaInfoList>"
+          "</browserMessage>");
+    End();
+    ExpectReplays();
 }
 
 TEST_F(RecordedHost, WordsOfTheHostAreMasked)
