@@ -95,7 +95,8 @@ public:
         if (input != nullptr)
             mJournal.Effect(*input, writeMembers);
         else
-            mJournal.Add(Input::Type::kOutside, writeMembers);
+            mJournal.Add(Input::Type::kOutside,
+                         [&writeMembers](Input& /*input*/, Session::JsonText& out) { writeMembers(out); });
     }
 
     /// Passes a call on. \throws What the host throws, which is noted.

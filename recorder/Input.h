@@ -76,8 +76,9 @@ struct Input
     std::vector<Thrown> thrown;
     bool endedByException = false;
 
-    std::size_t posts = 0;
-    std::size_t deliveries = 0;  ///< Of posted messages.
+    std::vector<std::size_t> posts;  ///< What the posted messages say, hashed.
+    std::size_t delivered = 0;       ///< The same of the delivered one.
+    bool hasHalfPair = false;        ///< Half a surrogate pair is in the text, which JSON cannot carry.
     Change change;
 
     // While it is not finished:

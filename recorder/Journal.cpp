@@ -48,6 +48,7 @@ void Journal::Lose(Input& input) noexcept
     std::vector<std::string>().swap(input.browserIDs);
     std::vector<ferrite::utility::Guid>().swap(input.guids);
     std::vector<Thrown>().swap(input.thrown);
+    std::vector<std::size_t>().swap(input.posts);
 }
 
 void Journal::AddAnswer(Input& input, Answer answer)
@@ -70,8 +71,6 @@ void Journal::JoinLost()
         if (before != nullptr && before->isFinished && before->isLost && input.isFinished && input.isLost &&
             !changes(input.change)) {
             before->lines += input.lines;
-            before->posts += input.posts;
-            before->deliveries += input.deliveries;
             before->missed += input.missed;
             before->missedEnds |= input.missedEnds;
             if (input.change.readsFromDisk)

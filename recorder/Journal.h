@@ -105,14 +105,13 @@ public:
     /// Adds what the host answered. \param input Of this thread. \throws std::bad_alloc
     void AddAnswer(Input& input, Answer answer);
 
-    /// A line that stands for itself.
+    /// A line that stands for itself. \param writeMembers Gets the input, too.
     template <class WriteMembers>
     void Add(Input::Type type, WriteMembers writeMembers) noexcept
     {
         const InputPtr input = Open(type);
-        if (input != nullptr && type == Input::Type::kDelivery)
-            input->deliveries = 1;
-        Write(input, writeMembers);
+        const auto write = [&](Session::JsonText& out) { writeMembers(*input, out); };
+        Write(input, write);
         End(input);
     }
 

@@ -94,6 +94,13 @@ public:
             mJournal.EndByException(input);
             throw;
         }
+        if (KindOfRecorded(connector) != kind) {
+            mTroubles.Tell("services", "nothing is recorded: Recorder::Services() is not what is installed");
+            mStations.EndConnector(kind, false);
+            input->type = Input::Type::kOutside;
+            mJournal.End(input);
+            return connector;
+        }
         mStations.EndConnector(kind, true);
         SetHasDispatcher(input, kind, dispatcher);
         input->change.created = kind;
@@ -105,8 +112,7 @@ public:
     {
         if (!connector || dynamic_cast<const ConnectorProxy*>(connector.Get()) != nullptr)
             return connector;
-        const auto* const listener = dynamic_cast<const Kiln::Listener*>(connector->GetRawPointer());
-        const Kind kind = listener == nullptr ? kKindCount : mStations.KindOfRecorded(*listener);
+        const Kind kind = KindOfRecorded(connector);
         return kind == kKindCount ? connector : Proxy(kind, connector);
     }
 
@@ -137,6 +143,13 @@ public:
     std::filesystem::path CurrentFile() const { return mWriter.CurrentFile(); }
 
 private:
+    /// \param connector Not null. \return Its kind; kKindCount for one that is not recorded.
+    Kind KindOfRecorded(const Notifier& connector)
+    {
+        const auto* const listener = dynamic_cast<const Kiln::Listener*>(connector->GetRawPointer());
+        return listener == nullptr ? kKindCount : mStations.KindOfRecorded(*listener);
+    }
+
     /// \return The connector itself when there is no memory for a proxy.
     Notifier Proxy(Kind kind, const Notifier& connector)
     {

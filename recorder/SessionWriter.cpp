@@ -17,7 +17,6 @@ constexpr const char* kQuietStart =
 constexpr const char* kQuietEnd = "{\"host\":{\"quiet\":[]}}\n";
 
 /// How many bytes of deliveries wait for the last one.
-constexpr std::size_t kMostDeliveries = std::size_t{16} << 20U;
 
 constexpr const char* kBrowserID = "PlexaManager::GetBrowserID";
 
@@ -66,12 +65,10 @@ void SessionWriter::Write(const std::vector<Journal::InputPtr>& inputs) noexcept
         if (!isWritten)
             mLost += input->lines;
         Guard([&] { Change(input->change); });
-        mPosted += input->posts;
-        if (!Guard([&] {
-                AddDeliveries(*input);
-                WriteDeliveries();
-            }))
-            mTellsDeliveries = false;
+        Guard([&] {
+            AddDeliveries(*input, isWritten);
+            WriteDeliveries();
+        });
         Miss(*input);
     }
     Guard([&] { Emit(); });
@@ -127,7 +124,10 @@ void SessionWriter::WriteOne(const Input& input)
     if (input.isPassedOver)
         comments += "# begun before lines above, but not through when they were written\n";
     if (input.endedByException && input.thrown.empty())
-        comments += "# no operation of the host threw this exception: a replay cannot\n";
+        comments +=
+            "# no operation of the host threw this exception: a replay does only if the library itself did\n";
+    if (input.hasHalfPair)
+        comments += "# half a surrogate pair stands as U+FFFD: a replay reads what the library dropped\n";
     Put(comments + HostLine(input) + input.text.Text(), input.lines);
 }
 
@@ -163,13 +163,7 @@ void SessionWriter::BeginFile()
     Emit();
     if (!mFiles.BeginNext())
         return;
-    // Some may be delivered before the input that posted them is through: they cannot be told apart then.
-    const std::size_t pending = mOfEarlierFiles + mPosted;
-    mTellsDeliveries = mDelivered <= pending;
-    mOfEarlierFiles = mTellsDeliveries ? pending - mDelivered : 0;
-    mPosted = 0;
-    mDelivered = mTellsDeliveries ? 0 : mDelivered - pending;
-    mDeliveries.clear();
+    mDeliveries.Forget();
     mTold = {};
     mTold.hasDispatcher.fill(true);
     mMasking = std::make_unique<Masking>(mMasksContents);
@@ -290,29 +284,25 @@ void SessionWriter::AddAnswers(const Input& input, JsonText& host)
     host.Bare(mTold.answers);
 }
 
-void SessionWriter::AddDeliveries(const Input& input)
+void SessionWriter::AddDeliveries(const Input& input, bool isWritten)
 {
-    const std::size_t earlier = std::min(mOfEarlierFiles, input.deliveries);
-    mOfEarlierFiles -= earlier;
-    mDelivered += input.deliveries - earlier;
-    if (earlier != 0 || input.deliveries == 0 || !mTellsDeliveries)
+    if (!isWritten)
         return;
-    mDeliveries += input.text.Text();
-    if (mDeliveries.size() > kMostDeliveries)
-        mTellsDeliveries = false;
+    for (const std::size_t message : input.posts)
+        mDeliveries.Posted(message);
+    if (input.type == Input::Type::kDelivery)
+        mDeliveries.Delivered(input.delivered, input.text.Text());
 }
 
 void SessionWriter::WriteDeliveries()
 {
-    if (!mTellsDeliveries)
-        mDeliveries.clear();
-    if (mDelivered == 0 || mDelivered != mPosted || mLost != 0 || !mTellsDeliveries)
+    const std::vector<std::string> lines = mDeliveries.Take();
+    if (lines.empty())
         return;
-    Put(R"({"ui":true})"
-        "\n" +
-            std::exchange(mDeliveries, {}),
-        1 + mDelivered);
-    mPosted = mDelivered = 0;
+    std::string text = "{\"ui\":true}\n";
+    for (const std::string& line : lines)
+        text += line;
+    Put(text, 1 + lines.size());
 }
 
 void SessionWriter::Put(const std::string& text, std::size_t lines)

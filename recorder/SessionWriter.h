@@ -1,5 +1,6 @@
 #pragma once
 
+#include "recorder/Deliveries.h"
 #include "recorder/Masking.h"
 #include "recorder/SessionFiles.h"
 
@@ -65,8 +66,8 @@ private:
     void AddAnswers(const Input& input, Session::JsonText& host);
     void AddDispatchers(const std::array<bool, kKindCount>& hasDispatcher, Session::JsonText& host);
 
-    /// Delivered messages come as one input, once all that were posted in this file were delivered.
-    void AddDeliveries(const Input& input);
+    /// \param isWritten Whether its lines are in the file.
+    void AddDeliveries(const Input& input, bool isWritten);
     void WriteDeliveries();
 
     /// Puts lines into the file, whole and masked. \param lines How many.
@@ -84,12 +85,8 @@ private:
 
     std::string mBlock;  ///< What is not in the file yet.
     std::size_t mBlockLines = 0;
-    std::size_t mLost = 0;       ///< Lines since the last one that was written.
-    std::size_t mDelivered = 0;  ///< Of the messages that this file posted.
-    std::size_t mPosted = 0;
-    std::size_t mOfEarlierFiles = 0;  ///< Posted there, not delivered yet.
-    bool mTellsDeliveries = true;     ///< Those that this file posted can be told from others.
-    std::string mDeliveries;
+    std::size_t mLost = 0;  ///< Lines since the last one that was written.
+    Deliveries mDeliveries;
 };
 
 }  // namespace Recording

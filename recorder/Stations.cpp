@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 namespace Recording {
@@ -41,6 +42,31 @@ bool IsCatalogued(const UTF16String& type)
     const auto& events = AC::EventCatalogue();
     return std::any_of(events.begin(), events.begin() + AC::kRequestCount,
                        [&type](const AC::EventEntry& each) { return *each.identifier == type; });
+}
+
+/// \return What tells one posted message from another, of the line that is written from that place on up to
+/// its
+///         payload.
+std::size_t HashOfMessage(const JsonText& line, std::size_t begin, const Session::StationMessageClass& row)
+{
+    const std::string_view text = std::string_view(line.Text()).substr(begin);
+    const std::string_view payload = text.substr(text.find("\"payload\":"));
+    return std::hash<std::string_view>()(payload) * 31 + row.typeID;
+}
+
+/// \return Whether half a surrogate pair is in the text.
+bool HasHalfPair(const UTF16String& text)
+{
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] < 0xD800 || text[at] > 0xDFFF)
+            continue;
+        const bool isPair =
+            text[at] < 0xDC00 && at + 1 < text.size() && text[at + 1] >= 0xDC00 && text[at + 1] <= 0xDFFF;
+        if (!isPair)
+            return true;
+        ++at;
+    }
+    return false;
 }
 
 void WriteMessage(JsonText& out, const std::string& station, const char* name, const Kiln::Message& message,
@@ -229,8 +255,11 @@ void Stations::Reach(Kind kind, const std::string& station, Kiln::Listener& list
     const Journal::InputPtr input = journal.BeginDelivery(kind, message, station, [&](JsonText& out) {
         WriteMessage(out, station, name, message, mRegistered);
     });
-    if (input != nullptr && message.MessageTypeID() == Ridge::TandemEvent::TypeID())
-        input->request = &static_cast<const Ridge::TandemEvent&>(message).GetType();
+    if (input != nullptr && message.MessageTypeID() == Ridge::TandemEvent::TypeID()) {
+        const auto& event = static_cast<const Ridge::TandemEvent&>(message);
+        input->request = &event.GetType();
+        input->hasHalfPair = HasHalfPair(event.GetData());
+    }
     const std::size_t expected = CountListeners(station);
     try {
         Deliver(listener, message);
@@ -246,8 +275,11 @@ void Stations::Reach(Kind kind, const std::string& station, Kiln::Listener& list
 void Stations::BroadcastMessage(const ImmutableString& station, const Kiln::Message& message)
 {
     if (const auto* const row = Session::FindStationMessageClass(message))
-        mHook.GetJournal().Add(Input::Type::kDelivery,
-                               [&](JsonText& out) { mHook.Writer().Delivery(out, *row, station, message); });
+        mHook.GetJournal().Add(Input::Type::kDelivery, [&](Input& input, JsonText& out) {
+            const std::size_t begin = out.Text().size();
+            mHook.Writer().Delivery(out, *row, station, message);
+            input.delivered = HashOfMessage(out, begin, *row);
+        });
     mNext.BroadcastMessage(station, message);
 }
 
@@ -259,10 +291,15 @@ void Stations::PostMessageToUIThread(const ImmutableString& station, const Kiln:
         return mNext.PostMessageToUIThread(station, message, flag);
     Input* const input = mHook.GetJournal().Innermost();
     mHook.Count(input, kOperation);
-    mHook.Effect(input, [&](JsonText& out) { mHook.Writer().Post(out, *row, station, message, flag); });
+    std::size_t posted = 0;
+    mHook.Effect(input, [&](JsonText& out) {
+        const std::size_t begin = out.Text().size();
+        mHook.Writer().Post(out, *row, station, message, flag);
+        posted = HashOfMessage(out, begin, *row);
+    });
     mHook.Through(input, kOperation, [&] { mNext.PostMessageToUIThread(station, message, flag); });
     if (input != nullptr)
-        ++input->posts;
+        mHook.GetJournal().Guard(input, [&] { input->posts.push_back(posted); });
 }
 
 }  // namespace Recording

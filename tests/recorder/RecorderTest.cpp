@@ -335,6 +335,61 @@ TEST_F(RecorderTest, OneConnectorOfAKindIsRecorded)
     ExpectReplays();
 }
 
+TEST_F(RecorderTest, SaysThatItsServicesAreNotInstalled)
+{
+    recorder = std::make_unique<Recording::Recorder>(host.Services(), options);
+    installation = std::make_unique<ReferenceHost::Installation>(host);
+    MakeConnectors();
+    library->OnIngestStarted({});
+    EXPECT_EQ(troubles.size(), 1U);
+    End();
+    ExpectReplays();
+}
+
+/// Makes a media info only after something else has happened.
+struct BusyLibrary : ReferenceHost::IngestLibrary
+{
+    boost::shared_ptr<Ridge::AssetMediaInfo> CreateMasterClipMediaInfo(
+        const ferrite::utility::Guid& guid, const UTF16String& mediaPath, const UTF16String& fileName,
+        const Ridge::XMPText& xmp, const UTF16String& customMetadata, const UTF16String& createTime,
+        const UTF16String& lastModifyTime, const UTF16String& reservedText) override
+    {
+        act();
+        return IngestLibrary::CreateMasterClipMediaInfo(guid, mediaPath, fileName, xmp, customMetadata,
+                                                        createTime, lastModifyTime, reservedText);
+    }
+    boost::function<void()> act;
+};
+
+TEST_F(RecorderTest, DeliveriesComeInTheOrderOfTheFile)
+{
+    BusyLibrary busy;
+    Begin({host.GetPanelEvents(), host.GetStations(), busy, host.GetFiles(), host.GetTexts(),
+           host.GetMemory()});
+    MakeConnectors();
+    // Another thread begins later and posts before; what it posted is delivered before the other post, too.
+    busy.act = [&] {
+        std::thread([&] { collection->OnIngestStarted({1, 2}); }).join();
+        host.GetStations().DeliverPosted();
+        std::thread([&] { collection->OnIngestStarted({3, 4}); }).join();
+    };
+    collection->OnReadXMPFinished({}, {}, 0, u"/a", {}, {}, {}, {}, {}, {}, {}, {}, {});
+    host.GetStations().DeliverPosted();
+    End();
+    ExpectReplays();
+    EXPECT_EQ(CountOf("{\"deliver\":"), 3U);
+}
+
+TEST_F(RecorderTest, HalfASurrogatePairIsMarked)
+{
+    BeginWithConnectors();
+    host.GetStations().BroadcastMessage(
+        Ridge::GetPlexaStationID(),
+        Ridge::TandemEvent(AC::kPlexaEventType_ImportXMP, u"<browserMessage>\xD800</browserMessage>"));
+    End();
+    EXPECT_EQ(CountOf("# half a surrogate pair"), 1U);
+}
+
 TEST_F(RecorderTest, BareReferencesAreWrapped)
 {
     BeginWithConnectors();
