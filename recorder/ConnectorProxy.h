@@ -28,6 +28,8 @@ public:
             out.Name("args");
             journal.Writer().Values().WriteArguments(out, arguments...);
         });
+        if (input != nullptr)
+            input->showsReading = ShowsReading(callback);
         try {
             next();
         } catch (...) {
@@ -38,6 +40,12 @@ public:
     }
 
 private:
+    bool ShowsReading(std::string_view callback) const
+    {
+        return Session::kConnectorKinds[mKind].name == "library" &&
+               (callback == "OnImportXMPFinished" || callback == "OnReadXMPFinished");
+    }
+
     Journal& mJournal;
     const Kind mKind;
 };

@@ -1,6 +1,7 @@
 #include "recorder/Hook.h"
 
 #include "assetconnector/connectors/EventCatalogue.h"
+#include "assetconnector/host/ferrite/Unicode.h"
 
 #include <algorithm>
 #include <string_view>
@@ -85,6 +86,13 @@ void Hook::CacheAnswered(Input& input, const char* operation, Ridge::ResultCode 
     answer.EndObject();
     mJournal.AddAnswer(input, {operation, Writer().Values().TextOfArguments(mediaPath), answer.Take(),
                                result == -1 && after == before});
+}
+
+void Hook::ShowReading(Input& input, const std::string& notification)
+{
+    static const std::string kImported =
+        ferrite::utility::UTF16to8(AC::kPlexaEventType_NotificationImportXMPStatus);
+    input.readFromDisk = notification != kImported;
 }
 
 void Hook::TurnToRead(Input& input)

@@ -130,6 +130,8 @@ private:
     void Called(Input* input, const char* /*operation*/, const std::string& notification,
                 const std::string& data)
     {
+        if (input != nullptr && input->showsReading)
+            mJournal.Guard(input, [&] { ShowReading(*input, notification); });
         Effect(input, [&](Session::JsonText& out) { Writer().Notification(out, notification, data); });
     }
 
@@ -161,6 +163,7 @@ private:
                        const UTF16String& mediaPath, const std::string& before,
                        const std::string& after) const;
 
+    static void ShowReading(Input& input, const std::string& notification);
     /// Of the library connector, these calls show that the request was not empty.
     static void TurnReading(Input& input, Kind kind, const char* operation);
     /// Without a dispatcher, a fresh GUID shows that there is something to import.

@@ -76,9 +76,11 @@ struct Input
     std::vector<Thrown> thrown;
     bool endedByException = false;
 
-    std::vector<std::size_t> posts;  ///< What the posted messages say, hashed.
-    std::size_t delivered = 0;       ///< The same of the delivered one.
-    bool hasHalfPair = false;        ///< Half a surrogate pair is in the text, which JSON cannot carry.
+    std::vector<std::size_t> posts;    ///< What the posted messages say, hashed.
+    std::size_t delivered = 0;         ///< The same of the delivered one.
+    bool showsReading = false;         ///< What it tells panels shows how the library connector reads.
+    std::optional<bool> readFromDisk;  ///< What was seen of that.
+    bool hasHalfPair = false;          ///< Half a surrogate pair is in the text, which JSON cannot carry.
     Change change;
 
     // While it is not finished:

@@ -84,9 +84,12 @@ bool SessionFiles::BeginNext()
 
 bool SessionFiles::Write(const std::string& lines)
 {
-    mFile.write(lines.data(), static_cast<std::streamsize>(lines.size()));
+    std::error_code ignored;
+    const bool isThere = std::filesystem::exists(Current(), ignored);  // else it was removed under our hands
+    if (isThere)
+        mFile.write(lines.data(), static_cast<std::streamsize>(lines.size()));
     mFile.flush();
-    if (mFile) {
+    if (isThere && mFile) {
         mBytes += lines.size();
         return true;
     }

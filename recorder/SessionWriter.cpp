@@ -202,6 +202,12 @@ std::string SessionWriter::HostLine(const Input& input)
     if (input.change.hasDispatcher)
         hasDispatcher[input.change.hasDispatcher->first] = input.change.hasDispatcher->second;
     AddDispatchers(hasDispatcher, host);
+    // Another thread may have turned it, in an input that stands elsewhere.
+    if (input.readFromDisk.value_or(mState.readsFromDisk) != mState.readsFromDisk) {
+        mState.readsFromDisk = *input.readFromDisk;
+        host.Name("readsFromDisk");
+        host.Bool(mState.readsFromDisk);
+    }
     AddAnswers(input, host);
     if (!input.guids.empty()) {
         host.Name("guids");

@@ -55,7 +55,8 @@ public:
     /// \param hostCalls From now on these give no effect, and no others.
     void SetQuiet(std::set<std::string> hostCalls) { mQuiet = std::move(hostCalls); }
 
-    /// As long as it is muted, there are no effects, nothing is asked to throw, and no fresh GUID is used up.
+    /// As long as it is muted, there are no effects, nothing is asked to throw, and no answer and no fresh
+    /// GUID is used up.
     void SetMuted(bool muted) { mMuted = muted; }
 
     /// The connector that ends next is this one, and its end is an effect.
@@ -96,8 +97,9 @@ public:
             if (mMuted)
                 return {};
         (*this)(operation, arguments...);
-        const Json* const answer =
-            mAnswers.IsEmpty() ? nullptr : mAnswers.Next(operation, TextOfQuestion(Writer(), arguments...));
+        const Json* const answer = mMuted || mAnswers.IsEmpty()
+                                       ? nullptr
+                                       : mAnswers.Next(operation, TextOfQuestion(Writer(), arguments...));
         return answer == nullptr ? next() : Take<Answer>(*answer, next, arguments...);
     }
 
