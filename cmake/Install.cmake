@@ -77,7 +77,7 @@ install(DIRECTORY src/assetconnector/host src/assetconnector/message DESTINATION
 
 # Guides, and what they refer to beside them.
 set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/asset-connector)
-foreach(guide embedding conformance recording session-format message-format protocol checking panel-client)
+foreach(guide embedding conformance recording session-format message-format protocol checking panel-client performance)
     install(FILES docs/${guide}.md DESTINATION ${doc_dir}/docs)
 endforeach()
 install(DIRECTORY examples/embedding DESTINATION ${doc_dir}/examples)
