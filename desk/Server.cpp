@@ -57,24 +57,25 @@ struct Shared
     {
     }
 
+    void EndWithoutConnections()
+    {
+        if (isEnding && !isOver && visitors.empty() && sockets.empty())
+            ending.cancel();
+    }
+
     Connections& connections;
     const Pages pages;
     const ServerLimits limits;
     Access access;
-    asio::io_context context{1};
-    std::set<Visitor*> visitors;
-    std::set<PageSocket*> sockets;
     bool isEnding = false;
+    bool isOver = false;  ///< The thread is gone.
+    std::set<Visitor*> visitors;
+    std::set<boost::shared_ptr<PageSocket>> sockets;
+    asio::io_context context{1};  ///< Behind what is used when it destroys what was under way.
     asio::steady_timer ending{context};
-
-    void EndWithoutConnections()
-    {
-        if (isEnding && visitors.empty() && sockets.empty())
-            ending.cancel();
-    }
 };
 
-/// A page's WebSocket. It keeps itself alive by what is under way.
+/// A page's WebSocket, one of Shared::sockets until it ends.
 class PageSocket : public boost::enable_shared_from_this<PageSocket>
 {
 public:
@@ -85,14 +86,6 @@ public:
           mLink(boost::make_shared<Link>(shared.limits.link)),
           mRate(shared.limits.rate, RateLimit::Clock::now())
     {
-        mShared.sockets.insert(this);
-    }
-
-    ~PageSocket()
-    {
-        mLink->Disconnect();
-        mShared.sockets.erase(this);
-        mShared.EndWithoutConnections();
     }
 
     PageSocket(const PageSocket&) = delete;
@@ -100,6 +93,7 @@ public:
 
     void Accept(const Request& request)
     {
+        mShared.sockets.insert(shared_from_this());
         websocket::stream_base::timeout timeout{};
         timeout.handshake_timeout = mShared.limits.request;
         timeout.idle_timeout = mShared.limits.idle;
@@ -111,21 +105,11 @@ public:
         beast::get_lowest_layer(mStream).expires_never();
         beast::get_lowest_layer(mStream).socket().set_option(tcp::no_delay(true));
         mStream.async_accept(request, [self = shared_from_this()](error_code error) {
-            if (!error)
-                self->Begin();
+            error ? self->End(false) : self->Begin();
         });
     }
 
     Link& GetLink() { return *mLink; }
-
-    /// Without ado.
-    void Cut()
-    {
-        error_code ignored;
-        auto& socket = beast::get_lowest_layer(mStream).socket();
-        socket.set_option(asio::socket_base::linger(true, 0), ignored);
-        socket.close(ignored);
-    }
 
 private:
     void Begin()
@@ -213,10 +197,7 @@ private:
     void Close(const Closing& closing)
     {
         mIsClosing = true;
-        StartTimer(mShared.limits.close, [](PageSocket& self) {
-            self.Cut();
-            self.End(false);
-        });
+        StartTimer(mShared.limits.close, [](PageSocket& self) { self.End(false); });
         mStream.async_close({static_cast<websocket::close_code>(closing.code), closing.reason},
                             [self = shared_from_this()](error_code) { self->End(false); });
     }
@@ -230,6 +211,8 @@ private:
         error_code ignored;
         beast::get_lowest_layer(mStream).socket().close(ignored);
         mShared.connections.OnGone(mLink, isForGood);
+        mShared.sockets.erase(shared_from_this());
+        mShared.EndWithoutConnections();
     }
 
     Shared& mShared;
@@ -463,8 +446,10 @@ public:
             return;
         asio::post(mShared.context, [this] { BeginToEnd(); });
         mThread.join();
-        for (PageSocket* const socket : mShared.sockets)
+        mShared.isOver = true;
+        for (const auto& socket : mShared.sockets)
             socket->GetLink().Disconnect();
+        mShared.sockets.clear();
     }
 
     const Access& GetAccess() const noexcept { return mShared.access; }
@@ -502,7 +487,7 @@ private:
         mPause.cancel();
         for (Visitor* const visitor : mShared.visitors)
             visitor->Cut();
-        for (PageSocket* const socket : mShared.sockets)
+        for (const auto& socket : mShared.sockets)
             socket->GetLink().Close(Closing::kGoingAway, "the desk ends");
         mShared.ending.expires_after(mShared.limits.close);
         mShared.ending.async_wait([this](error_code) { mShared.context.stop(); });

@@ -397,14 +397,17 @@ TEST_F(PanelsTest, AnswersNameTheAskerAndNewsNobody)
     EXPECT_THAT(Told(), ElementsAre("TransferStatus to panel-2"));
     host.Answer<&Notifier::OnTransferStatus>(collectionAsker, id, id, 0, results);
     EXPECT_THAT(Told(), ElementsAre("TransferStatus to MediaCollection"));
-    host.Tell<&Notifier::OnIngestStarted>(id);
-    EXPECT_THAT(Told(), ElementsAre("StartIngest to ", "StartIngest to MediaCollection"));
+    host.Tell<&Notifier::OnTransferProgress>(id, id, 50);
+    EXPECT_THAT(Told(), ElementsAre("TransferProgress to none", "TransferProgress to MediaCollection"));
     for (const Desk::Origin& anybody : {asker, collectionAsker}) {
         host.Answer<&Notifier::OnInitMiniMetadata>(anybody, id, id, Ridge::IngestItemList());
         EXPECT_THAT(Told(), ElementsAre("InitMiniMetadata to MediaCollection"));
     }
     host.Tell<&Notifier::OnInitMiniMetadata>(id, id, Ridge::IngestItemList());
     EXPECT_THAT(Told(), ElementsAre("InitMiniMetadata to MediaCollection"));
+    EXPECT_FALSE(host.DeliverPosted());
+    host.Answer<&Notifier::OnGetTargetBinPath>(asker, id, id);
+    EXPECT_TRUE(host.DeliverPosted()) << "the media collection's connector alone posts it";
     EXPECT_EQ(host.Services().GetPanelEvents().GetBrowserID(), "");
 }
 
