@@ -306,10 +306,8 @@ private:
             return Text(request, http::status::not_found, "There is no socket.\n");
         if (!IsFromHere(request))
             return Text(request, http::status::forbidden, "A socket is for pages of the desk.\n");
-        if (request.count(http::field::cookie) != 1 ||
-            !mShared.access.HasCookie(ViewOf(request[http::field::cookie])))
-            return Text(request, http::status::forbidden,
-                        "Open the address that the desk printed, with its token.\n");
+        if (!HasCookie(request))
+            return WithoutToken(request);
         if (mBuffer.size() > 0)
             return Text(request, http::status::bad_request, "Frames before the answer.\n");
         if (mShared.sockets.size() >= mShared.limits.mostPages)
@@ -329,7 +327,7 @@ private:
         if (std::optional<Response> refusal = RefusalOfAnything(request))
             return std::move(*refusal);
         if (request.target() == kSessionTarget)
-            return BeginSession(request);
+            return Session(request);
         if (request.method() != http::verb::get && request.method() != http::verb::head)
             return NotAllowed(request, "GET, HEAD");
         std::optional<Page> page = mShared.pages.Read(ViewOf(request.target()));
@@ -338,16 +336,31 @@ private:
         return Finish(request, http::status::ok, page->type, std::move(page->content));
     }
 
-    /// A page that has the token from its address gets the cookie, which its scripts never see.
-    Response BeginSession(const Request& request) const
+    /// A page that posts the token from its address gets the cookie, which its scripts never see; one that
+    /// asks is told whether it has it.
+    Response Session(const Request& request) const
     {
+        if (request.method() == http::verb::get)
+            return HasCookie(request) ? Text(request, http::status::ok, "") : WithoutToken(request);
         if (request.method() != http::verb::post)
-            return NotAllowed(request, "POST");
+            return NotAllowed(request, "GET, POST");
         if (!mShared.access.IsToken(ViewOf(request[kTokenHeader])))
-            return Text(request, http::status::forbidden, "This is not the desk's token.\n");
+            return WithoutToken(request);
         Response response = Text(request, http::status::ok, "");
         response.set(http::field::set_cookie, mShared.access.SetCookie());
         return response;
+    }
+
+    bool HasCookie(const Request& request) const
+    {
+        return request.count(http::field::cookie) == 1 &&
+               mShared.access.HasCookie(ViewOf(request[http::field::cookie]));
+    }
+
+    Response WithoutToken(const Request& request) const
+    {
+        return Text(request, http::status::forbidden,
+                    "Open the address that the desk printed when it started, with its token.\n");
     }
 
     Response NotAllowed(const Request& request, const char* allowed) const
