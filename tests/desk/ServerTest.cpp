@@ -468,7 +468,7 @@ TEST_F(ServerTest, APageThatDoesNotReadHoldsUpNobody)
     const RawClient slow = OpenPanel();
     RawClient other = OpenPanel();
     const UTF16String longText(std::size_t{1} << 20, u'x');
-    for (int i = 1; i <= 40; ++i) {
+    for (int i = 1; i <= 20; ++i) {
         desk->Post([&longText](Desk::Host& host) {
             const auto id = ferrite::utility::Guid::CreateUnique();
             host.Answer<&Notifier::OnTranscodeStatus>({Desk::PanelKind::kLibrary, "panel-2"}, id, id,
