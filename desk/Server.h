@@ -61,9 +61,9 @@ public:
     void Stop();
 
 private:
-    class Network;
+    class Listener;
 
-    const std::unique_ptr<Network> mNetwork;
+    const std::unique_ptr<Listener> mListener;
 };
 
 }  // namespace Desk

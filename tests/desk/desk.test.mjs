@@ -62,7 +62,7 @@ class Socket {
         head[0] = 0x80 | opcode;
         head[1] = 0x80 | (isShort ? payload.length : 126);
         if (!isShort) head.writeUInt16BE(payload.length, 2);
-        this.#stream.write(Buffer.concat([head, payload]));
+        this.#stream?.write(Buffer.concat([head, payload]));
     }
 
     #take(bytes) {
