@@ -511,38 +511,24 @@ TEST_F(ServerTest, HostileTextsDoNothing)
         [this](Desk::Host&) { EXPECT_THAT(work.Lines(), ElementsAre("library StartTransfer for panel-1")); });
 }
 
-TEST_F(ServerTest, APageGoesOnWhereItWas)
+TEST_F(ServerTest, APageThatEndsDoesNotGoOn)
 {
-    Open();
-    const auto tell = [this] {
-        desk->Run([](Desk::Host& host) {
-            host.Tell<&Notifier::OnIngestStarted>(ferrite::utility::Guid::CreateUnique());
-        });
-    };
-    std::string session;
-    {
-        RawClient panel = OpenSocket();
-        Say(panel, PageFrames::Hello("library"));
-        session = ReadWith(panel, "welcome")["welcome"]["session"];
+    for (const bool ends : {false, true}) {
+        Open();
+        RawClient witness = OpenPanel();
+        std::string session;
+        {
+            RawClient panel = OpenSocket();
+            Say(panel, PageFrames::Hello("library"));
+            session = ReadWith(panel, "welcome")["welcome"]["session"];
+            panel.Send(ends ? RawClient::MakeFrame(8, "\x03\xe8") : "");
+            EXPECT_EQ(ends ? panel.ReadToClose() : 1000, 1000);
+        }
+        EXPECT_TRUE(ReadUntilPanels(witness, 1));
+        RawClient again = OpenSocket();
+        Say(again, PageFrames::HelloAgain("library", session, 0));
+        EXPECT_EQ(ReadWith(again, "welcome")["welcome"]["resumed"], !ends);
     }
-    tell();
-    RawClient again = OpenSocket();
-    Say(again, PageFrames::HelloAgain("library", session, 0));
-    EXPECT_EQ(ReadWith(again, "welcome")["welcome"]["resumed"], true);
-    EXPECT_EQ(ReadWith(again, "notify")["number"], 1);
-    {
-        RawClient elsewhere = OpenSocket();
-        Say(elsewhere, PageFrames::HelloAgain("library", session, 1));
-        EXPECT_EQ(again.ReadToClose(), Closing::kElsewhere);
-        elsewhere.Send(RawClient::MakeFrame(8, "\x03\xe8"));
-        EXPECT_EQ(elsewhere.ReadToClose(), Closing::kNormal);
-    }
-    RawClient witness = OpenPanel();
-    const RawClient another = OpenPanel();
-    EXPECT_TRUE(ReadUntilPanels(witness, 2)) << "the page that ended is gone";
-    RawClient late = OpenSocket();
-    Say(late, PageFrames::HelloAgain("library", session, 1));
-    EXPECT_EQ(ReadWith(late, "welcome")["welcome"]["resumed"], false) << "a page that ended does not go on";
 }
 
 TEST_F(ServerTest, EndsWithAWord)

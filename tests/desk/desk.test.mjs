@@ -124,15 +124,6 @@ after(async () => {
     }
 });
 
-test('the page and the client are served', async () => {
-    for (const [path, type] of [['/', 'text/html'], ['/client/index.js', 'text/javascript']]) {
-        const answer = await answerTo(ask(path));
-        assert.equal(answer.statusCode, 200);
-        assert.ok(answer.headers['content-type'].startsWith(type));
-        answer.resume();
-    }
-});
-
 test('each panel gets its answers and only those', { timeout: 60000 }, async () => {
     const [one, two, collection] = [await open('library'), await open('library'), await open('mediaCollection')];
     assert.notEqual(one.transport.browserID, two.transport.browserID);
@@ -162,14 +153,6 @@ test('a panel goes on when its connection is lost', { timeout: 60000 }, async ()
     const answer = panel.request('OpenIngestDialog');
     assert.equal((await answer).header.browserID, browserID);
     assert.deepEqual(events.map(([event]) => event), ['open', 'waiting', 'open']);
-});
-
-test('who has no cookie is not let in', { timeout: 60000 }, async () => {
-    const right = cookie;
-    cookie = 'desk=0';
-    await assert.rejects(connectWebSocket('ws://desk/socket',
-        { socket: () => new Socket(), firstDelay: 5, longestDelay: 10, giveUpAfter: 100 }), /no connection/);
-    cookie = right;
 });
 
 test('the desk ends with a word, and cleanly', { timeout: 60000 }, async () => {
