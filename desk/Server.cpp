@@ -85,9 +85,9 @@ private:
                 return;
             if (error)
                 return AcceptLater();
+            Accept();
             if (mShared.visitors.size() < mShared.limits.mostVisitors)
                 boost::make_shared<Network::Visitor>(mShared, std::move(socket))->Read();
-            Accept();
         });
     }
 

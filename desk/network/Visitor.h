@@ -81,8 +81,8 @@ private:
         const Request request = mParser->release();
         if (!websocket::is_upgrade(request))
             return Write(mShared.reception.Answer(VisitOf(request)), request);
-        if (const std::optional<Reply> refusal = RefuseSocket(request))
-            return Write(*refusal, request);
+        if (std::optional<Reply> refusal = RefuseSocket(request))
+            return Write(std::move(*refusal), request);
         boost::make_shared<PageSocket>(mShared, std::move(mStream))->Accept(request);
     }
 
@@ -112,9 +112,9 @@ private:
         return std::nullopt;
     }
 
-    void Write(const Reply& reply, const Request& request)
+    void Write(Reply reply, const Request& request)
     {
-        mResponse = Response(static_cast<http::status>(reply.status), 11, reply.content);
+        mResponse = Response(static_cast<http::status>(reply.status), 11, std::move(reply.content));
         for (const auto& [name, value] : reply.fields)
             mResponse.set(name, value);
         mResponse.keep_alive(reply.status == 200 && request.keep_alive());

@@ -136,10 +136,11 @@ TEST_F(BridgeTest, WelcomesWithWhatThePageMustKnow)
 
 TEST_F(BridgeTest, RefusesWhatMakesNoSense)
 {
-    const std::string deep(100000, '[');
+    const std::string deep = std::string(100000, '[') + std::string(100000, ']');
     for (const std::string& text :
-         {std::string("{"), std::string("[]"), std::string("1"), std::string("\"\xff\""), "{\"a\":" + deep,
-          std::string(R"({"hello": 1})"), std::string(R"({"hello": {"kind": "other"}})"),
+         {std::string("{"), std::string("[]"), std::string("1"), std::string("\"\xff\""),
+          "{\"a\":" + deep + "}", std::string(R"({"hello": 1})"),
+          std::string(R"({"hello": {"kind": "other"}})"),
           std::string(R"({"hello": {"kind": "library", "session": "s"}})"),
           std::string(R"({"hello": {"kind": "library", "session": "s", "heard": -1}})"),
           PageFrames::Raise("ExitApp", "<x/>", 1)}) {
@@ -156,7 +157,9 @@ TEST_F(BridgeTest, RefusesWhatMakesNoSense)
         page.Say(PageFrames::Hello("library"));
         page.Say(text);
         EXPECT_EQ(page.Code(), Closing::kPolicy) << text;
+        page.Say(PageFrames::Raise("TransferRequest", kThing, 2));
     }
+    EXPECT_THAT(work.Lines(), IsEmpty()) << "nothing more is heard of such a page";
 }
 
 TEST_F(BridgeTest, IgnoresWhatItDoesNotKnow)
@@ -257,20 +260,29 @@ TEST_F(BridgeTest, EndsTheOldConnectionOfAPageThatComesAgain)
     EXPECT_THAT(again.TakeNotifications(), ElementsAre("news to none"));
 }
 
+/// Two may be away.
 TEST_F(BridgeTest, ForgetsPagesThatEndAndTheOldestThatAreAway)
 {
     std::vector<std::string> sessions;
-    for (int i = 0; i < 4; ++i) {
+    const auto open = [this, &sessions] {
         Page page(*bridge);
         sessions.push_back(page.SayHello(PageFrames::Hello("library"))["session"]);
-        bridge->OnGone(page.link, i == 3);
-    }
-    std::vector<bool> resumed;
-    for (const std::string& session : sessions) {
+        return page;
+    };
+    const auto comesAgain = [this, &sessions](std::size_t at) -> bool {
         Page page(*bridge);
-        resumed.push_back(page.SayHello(PageFrames::HelloAgain("library", session, 0))["resumed"]);
-    }
-    EXPECT_THAT(resumed, ElementsAre(false, true, true, false));
+        return page.SayHello(PageFrames::HelloAgain("library", sessions.at(at), 0))["resumed"];
+    };
+    bridge->OnGone(open().link, false);
+    bridge->OnGone(open().link, false);
+    EXPECT_TRUE(comesAgain(0)) << "and stays";
+    bridge->OnGone(open().link, false);
+    bridge->OnGone(open().link, false);
+    bridge->OnGone(open().link, true);
+    EXPECT_TRUE(comesAgain(2));
+    EXPECT_TRUE(comesAgain(3));
+    EXPECT_FALSE(comesAgain(1)) << "the oldest";
+    EXPECT_FALSE(comesAgain(4)) << "it ended";
 }
 
 TEST_F(BridgeTest, DropsAPageThatDoesNotReadAndNoOther)
@@ -284,16 +296,26 @@ TEST_F(BridgeTest, DropsAPageThatDoesNotReadAndNoOther)
     other.Take();
     TellNews(1);
     EXPECT_EQ(slow.Code(), 0);
-    TellNews(4);
+    TellNews(1);
     EXPECT_EQ(slow.Code(), Closing::kTooSlow);
-    EXPECT_EQ(other.TakeNotifications().size(), 5u);
+    EXPECT_EQ(other.TakeNotifications().size(), 2u);
+}
 
+TEST(Link, HoldsSoManyBytes)
+{
+    Desk::Link::Limits limits;
     limits.mostBytes = 10;
-    Desk::Link one(limits);
-    one.Send(boost::make_shared<const std::string>(100, 'x'));
-    EXPECT_FALSE(one.IsClosed()) << "a frame that waits alone may be long";
-    one.Send(boost::make_shared<const std::string>("x"));
-    EXPECT_TRUE(one.IsClosed());
+    const auto frame = [](std::size_t size) { return boost::make_shared<const std::string>(size, 'x'); };
+    Desk::Link link(limits);
+    for (const std::size_t size : {100u, 8u, 8u}) {  // one that waits alone may be longer
+        link.Send(frame(size));
+        EXPECT_EQ(link.TakeFrame()->size(), size);
+    }
+    link.Send(frame(6));
+    link.Send(frame(6));
+    EXPECT_EQ(link.TakeFrame(), nullptr);
+    link.Close(Closing::kPolicy, "");
+    EXPECT_EQ(link.GetClosing()->code, Closing::kTooSlow) << "the first reason counts";
 }
 
 TEST_F(BridgeTest, WorksOnBehindWorkThatThrows)

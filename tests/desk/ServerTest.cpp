@@ -1,6 +1,9 @@
 // The desk as a browser and everybody else reach it: over bare sockets.
 
+#include "assetconnector/connectors/IngestMediaCollectionConnector.h"
 #include "assetconnector/host/ferrite/Guid.h"
+#include "assetconnector/host/kiln/Listener.h"
+#include "assetconnector/host/kiln/StationUtils.h"
 #include "desk/RunningDesk.h"
 #include "desk/Server.h"
 #include "tests/desk/Frames.h"
@@ -15,9 +18,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <optional>
 #include <string>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -251,6 +256,7 @@ TEST_F(ServerTest, NoPathLeavesTheFolder)
                                                               "/pipe.js",
                                                               "/secret.js",
                                                               "/index.html%00.js",
+                                                              "xindex.html",
                                                               "/client//index.js",
                                                               "/client/index%2ejs",
                                                               "/client/",
@@ -304,6 +310,7 @@ TEST_F(ServerTest, GivesTheCookieForTheTokenAlone)
              Row{"empty", "POST", "Desk-Token: \r\n", 403},
              Row{"wrong", "POST", "Desk-Token: " + wrong + "\r\n", 403},
              Row{"cut", "POST", "Desk-Token: " + wrong.substr(1) + "\r\n", 403},
+             Row{"more", "POST", "Desk-Token: " + Access().Token() + "0\r\n", 403},
              Row{"the cookie", "POST", "Desk-Token: " + answer.Field("Set-Cookie").substr(5, 64) + "\r\n",
                  403},
              Row{"another method", "GET", right, 403},
@@ -348,7 +355,7 @@ TEST_F(ServerTest, ASocketIsForPagesOfThisDesk)
              Row{"a wrong cookie", Origin() + "Cookie: desk=" + std::string(64, '0') + "\r\n", 403},
              Row{"the token as cookie", Origin() + "Cookie: desk=" + Access().Token() + "\r\n", 403},
              Row{"another desk's cookie", Origin() + othersCookie, 403},
-             Row{"another name's cookie", Origin() + "Cookie: x" + Cookie().substr(20), 403},
+             Row{"another name's cookie", Origin() + "Cookie: risk=" + Cookie().substr(25), 403},
              Row{"no origin", Cookie(), 403},
              Row{"no page", "Origin: null\r\n" + Cookie(), 403},
              Row{"a foreign page", "Origin: https://evil.example\r\n" + Cookie(), 403},
@@ -359,6 +366,11 @@ TEST_F(ServerTest, ASocketIsForPagesOfThisDesk)
          })
         EXPECT_EQ(Ask(Head(row.target, {"GET", {}, Upgrade() + row.fields})).status, row.status) << row.name;
 
+    EXPECT_EQ(Ask(Head("/socket", {"GET", {}, Upgrade() + Origin() + Cookie()}) +
+                  RawClient::MakeFrame(kText, PageFrames::Hello("library")))
+                  .status,
+              400)
+        << "who cannot wait for the answer is no browser";
     RawClient client(other.Port());
     client.Send(Head("/socket", {"GET", {}, Upgrade() + Origin() + Cookie()}));
     EXPECT_EQ(client.ReadAnswer().status, 421) << "what is right here is wrong at another desk";
@@ -529,6 +541,44 @@ TEST_F(ServerTest, APageThatEndsDoesNotGoOn)
         Say(again, PageFrames::HelloAgain("library", session, 0));
         EXPECT_EQ(ReadWith(again, "welcome")["welcome"]["resumed"], !ends);
     }
+}
+
+/// Posts one more message from inside the first delivery.
+class Repeater : public Kiln::Listener
+{
+public:
+    Repeater() { Kiln::StationUtils::AddListener(AC::GetMCAssetConnectorStation(), this); }
+    ~Repeater() override { EndSubscriptions(); }
+
+    std::future<std::thread::id> Second() { return mSecond.get_future(); }
+
+private:
+    void OnStationMessage(const Kiln::Message& message) override
+    {
+        if (++mCount == 1)
+            Kiln::StationUtils::PostMessageToUIThread(AC::GetMCAssetConnectorStation(), message, true);
+        else
+            mSecond.set_value(std::this_thread::get_id());
+    }
+
+    int mCount = 0;
+    std::promise<std::thread::id> mSecond;
+};
+
+TEST_F(ServerTest, PostedMessagesComeOnTheHostsThread)
+{
+    Open();
+    std::optional<Repeater> repeater;
+    std::future<std::thread::id> second;
+    std::thread::id thread;
+    desk->Run([&](Desk::Host& host) {
+        thread = std::this_thread::get_id();
+        second = repeater.emplace().Second();
+        host.Tell<&Notifier::OnIngestStarted>(ferrite::utility::Guid::CreateUnique());
+    });
+    ASSERT_EQ(second.wait_for(10s), std::future_status::ready);
+    EXPECT_EQ(second.get(), thread);
+    desk->Run([&](Desk::Host&) { repeater.reset(); });
 }
 
 TEST_F(ServerTest, EndsWithAWord)
