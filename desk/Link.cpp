@@ -11,8 +11,7 @@ void Link::Send(Frame frame)
     const Lock lock(mMutex);
     if (mClosing)
         return;
-    const bool isFull = mFrames.size() >= mLimits.mostFrames || mBytes + frame->size() > mLimits.mostBytes;
-    if (isFull && !mFrames.empty()) {
+    if (mFrames.size() >= mLimits.mostFrames || mBytes >= mLimits.mostBytes) {
         CloseLocked(Closing::kTooSlow, "the page does not read what it is told: too much waits for it");
         return;
     }

@@ -37,7 +37,7 @@ public:
     struct Limits
     {
         std::size_t mostFrames = 2048;
-        std::size_t mostBytes = std::size_t{32} << 20;  ///< A single frame may be longer.
+        std::size_t mostBytes = std::size_t{32} << 20;  ///< The last frame may go beyond.
     };
 
     explicit Link(const Limits& limits) : mLimits(limits) {}

@@ -393,17 +393,27 @@ TEST_F(ServerTest, RefusesWhatIsNoRequest)
 
 TEST_F(ServerTest, EndsConnectionsThatDoNotComeToThePoint)
 {
+    // Each with a desk of its own, so that a slow machine meets no limit that it should not.
+    options.server.close = kSoon;
     options.server.request = kSoon;
-    options.server.hello = kSoon;
-    options.server.idle = 2 * kSoon;
     Open();
     RawClient silent(desk->Port());
     EXPECT_TRUE(silent.ReadToEnd());
     RawClient half(desk->Port());
     half.Send("GET / HTTP/1.1\r\nHo");
     EXPECT_TRUE(half.ReadToEnd());
+    desk.reset();
+
+    options.server.request = Desk::ServerLimits().request;
+    options.server.hello = kSoon;
+    Open();
     RawClient noHello = OpenSocket();
     EXPECT_EQ(noHello.ReadToClose(), Closing::kPolicy);
+    desk.reset();
+
+    options.server.hello = Desk::ServerLimits().hello;
+    options.server.idle = 5 * kSoon;
+    Open();
     RawClient halfFrame = OpenPanel();
     halfFrame.Send(RawClient::MakeFrame(kText, "{", 1000));
     EXPECT_TRUE(halfFrame.ReadToEnd());
@@ -474,7 +484,7 @@ TEST_F(ServerTest, ClosesOnFramesThatBreakTheRules)
 
 TEST_F(ServerTest, APageThatDoesNotReadHoldsUpNobody)
 {
-    options.server.link.mostBytes = std::size_t{1} << 20;
+    options.server.link.mostBytes = std::size_t{5} << 20;  // two of the frames below
     options.server.close = kSoon;
     Open();
     const RawClient slow = OpenPanel();
