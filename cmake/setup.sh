@@ -26,6 +26,7 @@ build_packages=(g++ cmake ninja-build libxerces-c-dev libboost-dev nlohmann-json
 test_packages=(libgtest-dev libgmock-dev libxml2-utils python3-jsonschema)
 packaging_packages=(dpkg-dev file binutils)
 windows_packages=(g++-mingw-w64-x86-64-posix wine64 wine dpkg-dev googletest)
+desk_options=(-DASSETCONNECTOR_BUILD_DESK=ON)
 
 # say_at_first_step TEXT: says it once the build on standard input compiles or links something.
 say_at_first_step() {
@@ -37,14 +38,16 @@ say_at_first_step() {
     done
 }
 
-# build PRESET TARGET [OPTION...]: configures what is not configured with these options yet, and builds.
+# build PRESET TARGET [OPTION...]: configures what is not configured with these options yet, and builds. Without
+# options any configuration will do.
 # Silent when there is nothing to do; on failure shows what the build said.
 build() {
     local preset=$1 target=$2 dir=$top/build/$1 log
     shift 2
     log=$dir/build.log
     mkdir -p "$dir"
-    if [ ! -f "$dir/build.ninja" ] || [ "$*" != "$(cat "$dir/.options" 2>/dev/null)" ]; then
+    if [ ! -f "$dir/build.ninja" ] ||
+        { [ $# -gt 0 ] && [ "$*" != "$(cat "$dir/.options" 2>/dev/null)" ]; }; then
         say "configuring $preset"
         (cd "$top" && cmake --preset "$preset" "$@") >"$log" 2>&1 || { cat "$log" >&2; fail "cmake failed"; }
         printf '%s' "$*" >"$dir/.options"

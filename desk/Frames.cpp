@@ -1,0 +1,131 @@
+#include "desk/Frames.h"
+
+#include <boost/smart_ptr/make_shared_object.hpp>
+#include <nlohmann/json.hpp>
+
+#include <utility>
+
+namespace Desk {
+namespace {
+
+using Json = nlohmann::json;
+
+/// Frames are flat; what nests deeper would only take memory.
+constexpr int kDeepest = 8;
+
+constexpr const char* kKindNames[] = {"library", "mediaCollection"};
+
+struct TooDeep
+{
+};
+
+/// \return Discarded when the text is no JSON or nests too deeply.
+Json Parse(const std::string& text)
+{
+    const auto refuseDepth = [](int depth, Json::parse_event_t, Json&) {
+        if (depth > kDeepest)
+            throw TooDeep();
+        return true;
+    };
+    try {
+        return Json::parse(text, refuseDepth, false);
+    } catch (const TooDeep&) {
+        return Json(Json::value_t::discarded);
+    }
+}
+
+std::optional<std::uint64_t> NumberOf(const Json& object, const char* member)
+{
+    const auto found = object.find(member);
+    if (found == object.end() || !found->is_number_unsigned())
+        return std::nullopt;
+    const auto number = found->get<std::uint64_t>();
+    return number <= kMostNumber ? std::optional(number) : std::nullopt;
+}
+
+std::optional<std::string> TextOf(const Json& object, const char* member)
+{
+    const auto found = object.find(member);
+    if (found == object.end() || !found->is_string())
+        return std::nullopt;
+    return found->get<std::string>();
+}
+
+PageFrame ReadHello(const Json& json)
+{
+    if (!json.is_object())
+        return FrameFault{"the hello is no object"};
+    Hello hello;
+    const std::optional<std::string> kind = TextOf(json, "kind");
+    if (kind == NameOf(PanelKind::kMediaCollection))
+        hello.kind = PanelKind::kMediaCollection;
+    else if (kind != NameOf(PanelKind::kLibrary))
+        return FrameFault{"the hello's kind must be library or mediaCollection"};
+    hello.session = TextOf(json, "session");
+    if (!hello.session)
+        return hello;
+    const std::optional<std::uint64_t> heard = NumberOf(json, "heard");
+    if (!heard)
+        return FrameFault{"a hello that goes on without the number of what was heard"};
+    hello.heard = *heard;
+    return hello;
+}
+
+Frame Write(const Json& json)
+{
+    return boost::make_shared<const std::string>(json.dump(-1, ' ', false, Json::error_handler_t::replace));
+}
+
+}  // namespace
+
+PageFrame ReadPageFrame(const std::string& text)
+{
+    const Json json = Parse(text);
+    if (json.is_discarded())
+        return FrameFault{"a frame is no JSON, or nests too deeply"};
+    if (!json.is_object())
+        return FrameFault{"a frame is no object"};
+    if (const auto hello = json.find("hello"); hello != json.end())
+        return ReadHello(*hello);
+    if (json.find("raise") == json.end())
+        return UnknownFrame{};
+    std::optional<std::string> type = TextOf(json, "raise");
+    std::optional<std::string> xml = TextOf(json, "xml");
+    const std::optional<std::uint64_t> number = NumberOf(json, "number");
+    if (!type || !xml || !number || *number == 0)
+        return FrameFault{"a request without type, text or number"};
+    return Raise{std::move(*type), std::move(*xml), *number};
+}
+
+Frame WriteWelcome(const Welcome& welcome)
+{
+    return Write({{"welcome",
+                   {{"session", welcome.session},
+                    {"browserID", welcome.browserID},
+                    {"handles", welcome.handles},
+                    {"resumed", welcome.isResumed},
+                    {"number", welcome.number},
+                    {"heard", welcome.heard}}}});
+}
+
+Frame WriteNotification(const std::string& type, const std::string& xml, std::uint64_t number)
+{
+    return Write({{"notify", type}, {"xml", xml}, {"number", number}});
+}
+
+Frame WriteHeard(std::uint64_t number)
+{
+    return Write({{"heard", number}});
+}
+
+Frame WriteState(const Json& state)
+{
+    return Write({{"state", state}});
+}
+
+const char* NameOf(PanelKind kind)
+{
+    return kKindNames[IndexOf(kind)];
+}
+
+}  // namespace Desk

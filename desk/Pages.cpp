@@ -1,0 +1,95 @@
+#include "desk/Pages.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <system_error>
+
+namespace Desk {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{16} << 20;
+
+struct Type
+{
+    std::string_view extension;
+    const char* name;
+};
+
+constexpr Type kTypes[] = {
+    {".html", "text/html; charset=utf-8"},
+    {".js", "text/javascript; charset=utf-8"},
+    {".css", "text/css; charset=utf-8"},
+    {".json", "application/json"},
+    {".svg", "image/svg+xml"},
+    {".png", "image/png"},
+};
+
+const char* TypeOf(std::string_view name)
+{
+    const auto found = std::find_if(std::begin(kTypes), std::end(kTypes), [name](const Type& type) {
+        return name.size() > type.extension.size() &&
+               name.substr(name.size() - type.extension.size()) == type.extension;
+    });
+    return found == std::end(kTypes) ? nullptr : found->name;
+}
+
+constexpr bool IsPlain(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+           c == '_' || c == '.';
+}
+
+/// \return Whether the target is made of plain names alone, none of which begins with a point. Nothing in it
+///         is decoded, so there is one spelling of each file.
+bool IsPlainTarget(std::string_view target)
+{
+    if (target.empty() || target.front() != '/' || target.back() == '/')
+        return false;
+    char before = '\0';
+    for (const char c : target) {
+        if (c == '/' ? before == '/' : !IsPlain(c) || (c == '.' && before == '/'))
+            return false;
+        before = c;
+    }
+    return true;
+}
+
+bool IsBelow(const fs::path& path, const fs::path& folder)
+{
+    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
+}
+
+}  // namespace
+
+Pages::Pages(const fs::path& folder)
+{
+    std::error_code error;
+    mFolder = fs::canonical(folder, error);
+    if (error || !fs::is_directory(mFolder, error))
+        throw std::runtime_error("there is no folder of pages at " + folder.string());
+}
+
+std::optional<Page> Pages::Read(std::string_view target) const
+{
+    if (target == "/")
+        target = "/index.html";
+    const char* const type = TypeOf(target);
+    if (type == nullptr || !IsPlainTarget(target))
+        return std::nullopt;
+    std::error_code error;
+    const fs::path path = fs::canonical(mFolder / target.substr(1), error);
+    if (error || !IsBelow(path, mFolder) || !fs::is_regular_file(path, error) ||
+        fs::file_size(path, error) > kLargestFile || error)
+        return std::nullopt;
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        return std::nullopt;
+    return Page{{std::istreambuf_iterator<char>(file), {}}, type};
+}
+
+}  // namespace Desk

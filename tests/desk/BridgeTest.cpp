@@ -1,0 +1,448 @@
+// What passes between pages and host, without a network.
+
+#include "desk/Bridge.h"
+#include "desk/Host.h"
+#include "desk/Link.h"
+#include "tests/desk/Frames.h"
+#include "tests/desk/WorkLog.h"
+
+#include <boost/smart_ptr/make_shared_object.hpp>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Desk::Closing;
+using Desk::LinkRef;
+using Desk::Notifier;
+using ferrite::utility::Guid;
+using Json = nlohmann::json;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char* kThing =
+    "<browserMessage><filePath "
+    "path=\"/a.mov\"/><assetMediaInfoList><assetMediaInfo><filePath>/a.mov</filePath>"
+    "</assetMediaInfo></assetMediaInfoList></browserMessage>";
+
+std::string BrowserIDIn(const std::string& xml)
+{
+    const std::string start = "<browserID ID=\"";
+    const std::size_t found = xml.find(start);
+    if (found == std::string::npos)
+        return "none";
+    const std::size_t begin = found + start.size();
+    return xml.substr(begin, xml.find('"', begin) - begin);
+}
+
+/// A page as the host sees it.
+class Page
+{
+public:
+    explicit Page(Desk::Bridge& bridge, const Desk::Link::Limits& limits = {})
+        : link(boost::make_shared<Desk::Link>(limits)), mBridge(bridge)
+    {
+    }
+
+    void Say(const std::string& text) { mBridge.OnText(link, text); }
+
+    /// \return The welcome.
+    Json SayHello(const std::string& text)
+    {
+        Say(text);
+        const std::vector<Json> frames = Take();
+        return frames.empty() ? Json() : frames.front().value("welcome", Json());
+    }
+
+    std::vector<Json> Take()
+    {
+        std::vector<Json> frames;
+        while (const Desk::Frame frame = link->TakeFrame())
+            frames.push_back(Json::parse(*frame));
+        return frames;
+    }
+
+    /// \return Of each notification that came the last part of its identifier, and whom its header names.
+    std::vector<std::string> TakeNotifications()
+    {
+        std::vector<std::string> told;
+        for (const Json& frame : Take()) {
+            if (!frame.contains("notify"))
+                continue;
+            const std::string type = frame["notify"];
+            told.push_back(type.substr(type.rfind('.') + 1) + " to " + BrowserIDIn(frame["xml"]));
+        }
+        return told;
+    }
+
+    int Code() const
+    {
+        const auto closing = link->GetClosing();
+        return closing ? closing->code : 0;
+    }
+
+    const LinkRef link;
+
+private:
+    Desk::Bridge& mBridge;
+};
+
+class BridgeTest : public ::testing::Test
+{
+protected:
+    BridgeTest() { host.Attach(bridge); }
+
+    static Desk::Bridge::Limits SmallLimits()
+    {
+        Desk::Bridge::Limits limits;
+        limits.log.mostFrames = 3;
+        limits.mostAway = 2;
+        return limits;
+    }
+
+    void TellNews(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            bridge->OnNotification("news", "<n/>");
+    }
+
+    WorkLog work;
+    Desk::Host host{work};
+    boost::shared_ptr<Desk::Bridge> bridge = boost::make_shared<Desk::Bridge>(host, SmallLimits());
+};
+
+TEST_F(BridgeTest, WelcomesWithWhatThePageMustKnow)
+{
+    TellNews(2);
+    Page page(*bridge);
+    page.Say(PageFrames::Hello("mediaCollection"));
+    std::vector<Json> frames = page.Take();
+    ASSERT_EQ(frames.size(), 2u);
+    const std::string session = frames[0]["welcome"].value("session", "");
+    EXPECT_EQ(session.size(), 36u);
+    frames[0]["welcome"].erase("session");
+    EXPECT_EQ(frames[0], Json::parse(R"({"welcome": {"browserID": "panel-1", "resumed": false, "number": 2,
+                                         "heard": 0, "handles": ["com.velmo.browser.event.OpenAsset"]}})"));
+    EXPECT_EQ(frames[1],
+              Json::parse(R"({"state": {"panels": [{"browserID": "panel-1", "kind": "mediaCollection"}]}})"));
+    EXPECT_TRUE(page.link->TakeReadOn());
+}
+
+TEST_F(BridgeTest, RefusesWhatMakesNoSense)
+{
+    const std::string deep = std::string(100000, '[') + std::string(100000, ']');
+    for (const std::string& text :
+         {std::string("{"), std::string("[]"), std::string("1"), std::string("\"\xff\""),
+          "{\"a\":" + deep + "}", std::string(R"({"hello": 1})"),
+          std::string(R"({"hello": {"kind": "other"}})"),
+          std::string(R"({"hello": {"kind": "library", "session": "s"}})"),
+          std::string(R"({"hello": {"kind": "library", "session": "s", "heard": -1}})"),
+          PageFrames::Raise("ExitApp", "<x/>", 1)}) {
+        Page page(*bridge);
+        page.Say(text);
+        EXPECT_EQ(page.Code(), Closing::kPolicy) << text.substr(0, 80);
+    }
+    for (const char* const text :
+         {R"({"hello": {"kind": "library"}})", R"({"raise": "x", "xml": "<x/>"})",
+          R"({"raise": "x", "xml": "<x/>", "number": 0})", R"({"raise": "x", "xml": "<x/>", "number": "1"})",
+          R"({"raise": "x", "xml": "<x/>", "number": 9007199254740992})", R"({"raise": "x", "number": 1})",
+          R"({"raise": 1, "xml": "<x/>", "number": 1})"}) {
+        Page page(*bridge);
+        page.Say(PageFrames::Hello("library"));
+        page.Say(text);
+        EXPECT_EQ(page.Code(), Closing::kPolicy) << text;
+        page.Say(PageFrames::Raise("TransferRequest", kThing, 2));
+    }
+    EXPECT_THAT(work.Lines(), IsEmpty()) << "nothing more is heard of such a page";
+}
+
+TEST_F(BridgeTest, IgnoresWhatItDoesNotKnow)
+{
+    Page page(*bridge);
+    page.Say(R"({"hello": {"kind": "library", "more": [1]}, "more": {}})");
+    page.Say(R"({"later": 1})");
+    page.Say(R"({"raise": "com.other.thing", "xml": "<x/>", "number": 4, "more": null})");
+    EXPECT_EQ(page.Code(), 0);
+    EXPECT_EQ(page.Take().back(), Json::parse(R"({"heard": 4})"));
+}
+
+TEST_F(BridgeTest, TakesEachRequestOnce)
+{
+    Page page(*bridge);
+    const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
+    page.Say(PageFrames::Raise("TransferRequest", kThing, 7));
+    page.Say(PageFrames::Raise("TransferRequest", kThing, 7));
+    page.Say(PageFrames::Raise("TransferRequest", kThing, 6));
+    bridge->OnGone(page.link, false);
+    Page again(*bridge);
+    EXPECT_EQ(again.SayHello(PageFrames::HelloAgain("library", session, 0))["heard"], 7);
+    again.Say(PageFrames::Raise("TransferRequest", kThing, 7));
+    EXPECT_THAT(work.Lines(), ElementsAre("library StartTransfer for panel-1"));
+    again.Say(PageFrames::Raise("TransferRequest", kThing, 8));
+    EXPECT_EQ(work.Lines().size(), 2u);
+}
+
+struct Resumption
+{
+    const char* name;
+    const char* kind;
+    bool isSession;
+    std::uint64_t heard;
+    bool isResumed;
+    std::vector<std::uint64_t> numbers;
+};
+
+/// Five notifications were told, of which the last three are kept.
+TEST_F(BridgeTest, GivesPagesThatComeAgainWhatTheyMissed)
+{
+    for (const Resumption& row : {Resumption{"nothing missed", "library", true, 5, true, {}},
+                                  {"one missed", "library", true, 4, true, {5}},
+                                  {"all that is kept", "library", true, 2, true, {3, 4, 5}},
+                                  {"one too many", "library", true, 1, false, {}},
+                                  {"of another host", "library", true, 6, false, {}},
+                                  {"another session", "library", false, 5, false, {}},
+                                  {"another kind", "mediaCollection", true, 5, false, {}}}) {
+        Desk::Bridge own(host, SmallLimits());
+        Page page(own);
+        const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
+        for (int i = 0; i < 5; ++i)
+            own.OnNotification("news", "<n/>");
+        own.OnGone(page.link, false);
+
+        Page again(own);
+        again.Say(PageFrames::HelloAgain(row.kind, row.isSession ? session : "s", row.heard));
+        std::vector<std::uint64_t> numbers;
+        Json welcome;
+        for (const Json& frame : again.Take()) {
+            if (frame.contains("welcome"))
+                welcome = frame["welcome"];
+            if (frame.contains("notify"))
+                numbers.push_back(frame["number"]);
+        }
+        EXPECT_EQ(welcome["resumed"], row.isResumed) << row.name;
+        EXPECT_EQ(welcome["session"] == session, row.isResumed) << row.name;
+        EXPECT_EQ(welcome["browserID"], row.isResumed ? "panel-1" : "panel-2") << row.name;
+        EXPECT_EQ(welcome["number"], row.isResumed ? row.heard : 5) << row.name;
+        EXPECT_EQ(numbers, row.numbers) << row.name;
+    }
+}
+
+TEST_F(BridgeTest, KeepsNoMoreThanItsBytes)
+{
+    Desk::Bridge::Limits limits;
+    limits.log.mostBytes = 1000;
+    Desk::Bridge own(host, limits);
+    Page page(own);
+    const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
+    own.OnNotification("news", std::string(600, 'x'));
+    own.OnNotification("news", std::string(600, 'x'));
+    Page kept(own);
+    EXPECT_EQ(kept.SayHello(PageFrames::HelloAgain("library", session, 1))["resumed"], true);
+    Page lost(own);
+    EXPECT_EQ(lost.SayHello(PageFrames::HelloAgain("library", session, 0))["resumed"], false);
+}
+
+TEST_F(BridgeTest, EndsTheOldConnectionOfAPageThatComesAgain)
+{
+    Page page(*bridge);
+    const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
+    Page again(*bridge);
+    again.SayHello(PageFrames::HelloAgain("library", session, 0));
+    EXPECT_EQ(page.Code(), Closing::kElsewhere);
+    bridge->OnGone(page.link, true);
+    TellNews(1);
+    EXPECT_THAT(again.TakeNotifications(), ElementsAre("news to none"));
+}
+
+/// Two may be away.
+TEST_F(BridgeTest, ForgetsPagesThatEndAndTheOldestThatAreAway)
+{
+    std::vector<std::string> sessions;
+    const auto open = [this, &sessions] {
+        Page page(*bridge);
+        sessions.push_back(page.SayHello(PageFrames::Hello("library"))["session"]);
+        return page;
+    };
+    const auto comesAgain = [this, &sessions](std::size_t at) -> bool {
+        Page page(*bridge);
+        return page.SayHello(PageFrames::HelloAgain("library", sessions.at(at), 0))["resumed"];
+    };
+    bridge->OnGone(open().link, false);
+    bridge->OnGone(open().link, false);
+    EXPECT_TRUE(comesAgain(0)) << "and stays";
+    bridge->OnGone(open().link, false);
+    bridge->OnGone(open().link, false);
+    bridge->OnGone(open().link, true);
+    EXPECT_TRUE(comesAgain(2));
+    EXPECT_TRUE(comesAgain(3));
+    EXPECT_FALSE(comesAgain(1)) << "the oldest";
+    EXPECT_FALSE(comesAgain(4)) << "it ended";
+}
+
+TEST_F(BridgeTest, DropsAPageThatDoesNotReadAndNoOther)
+{
+    Desk::Link::Limits limits;
+    limits.mostFrames = 4;
+    Page slow(*bridge, limits);
+    Page other(*bridge);
+    slow.Say(PageFrames::Hello("library"));  // welcome and state, and the state once more
+    other.Say(PageFrames::Hello("library"));
+    other.Take();
+    TellNews(1);
+    EXPECT_EQ(slow.Code(), 0);
+    TellNews(1);
+    EXPECT_EQ(slow.Code(), Closing::kTooSlow);
+    EXPECT_EQ(other.TakeNotifications().size(), 2u);
+}
+
+TEST(Link, HoldsSoManyBytes)
+{
+    Desk::Link::Limits limits;
+    limits.mostBytes = 10;
+    const auto frame = [](std::size_t size) { return boost::make_shared<const std::string>(size, 'x'); };
+    Desk::Link link(limits);
+    for (const std::size_t size : {100u, 8u, 8u}) {
+        link.Send(frame(size));
+        EXPECT_EQ(link.TakeFrame()->size(), size);
+    }
+    link.Send(frame(9));
+    link.Send(frame(100));
+    EXPECT_FALSE(link.IsClosed()) << "the last one may be long";
+    link.Send(frame(1));
+    EXPECT_EQ(link.TakeFrame(), nullptr);
+    link.Close(Closing::kPolicy, "");
+    EXPECT_EQ(link.GetClosing()->code, Closing::kTooSlow) << "the first reason counts";
+}
+
+TEST_F(BridgeTest, WorksOnBehindWorkThatThrows)
+{
+    Page page(*bridge);
+    page.Say(PageFrames::Hello("library"));
+    page.link->TakeReadOn();
+    work.throwsNext = true;
+    EXPECT_THROW(page.Say(PageFrames::Raise("TransferRequest", kThing, 1)), std::runtime_error);
+    EXPECT_TRUE(page.link->TakeReadOn());
+    EXPECT_EQ(host.Asker(), nullptr);
+    page.Say(PageFrames::Raise("TransferRequest", kThing, 2));
+    EXPECT_EQ(work.Lines().size(), 2u);
+    EXPECT_EQ(page.Take().back(), Json::parse(R"({"heard": 2})"));
+}
+
+/// Two library panels and one of the media collection.
+class PanelsTest : public BridgeTest
+{
+protected:
+    PanelsTest()
+    {
+        first.Say(PageFrames::Hello("library"));
+        second.Say(PageFrames::Hello("library"));
+        collection.Say(PageFrames::Hello("mediaCollection"));
+        Forget();
+    }
+
+    void Forget()
+    {
+        for (Page* const page : {&first, &second, &collection})
+            page->Take();
+    }
+
+    /// \return What each of the panels heard, which is the same.
+    std::vector<std::string> Told()
+    {
+        std::vector<std::string> told = first.TakeNotifications();
+        EXPECT_EQ(second.TakeNotifications(), told);
+        EXPECT_EQ(collection.TakeNotifications(), told);
+        return told;
+    }
+
+    Page first{*bridge};
+    Page second{*bridge};
+    Page collection{*bridge};
+};
+
+TEST_F(PanelsTest, ARequestActsOnce)
+{
+    using Lines = std::vector<std::string>;
+    struct Row
+    {
+        const char* name;
+        Lines ofLibrary;     ///< What is done when the second library panel asks.
+        Lines ofCollection;  ///< When the media collection's panel does.
+    };
+    const std::string ingest = "<browserMessage><ingestMediaItemList><ingestMediaItem src=\"" TEST_DATA
+                               "/desk/BridgeTest.cpp\"/></ingestMediaItemList></browserMessage>";
+    std::uint64_t number = 0;
+    for (const Row& row : {
+             Row{"TransferRequest",
+                 {"library StartTransfer for panel-2"},
+                 {"mediaCollection StartTransfer for panel-3"}},
+             Row{"OpenIngestDialog",
+                 {"library ShowIngestDialog for panel-2"},
+                 {"mediaCollection ShowIngestDialog for panel-3"}},
+             Row{"ReadXMPFromDisk", {"library ReadXMPFile for panel-2"}, {}},
+             Row{"RequestThumbnail",
+                 {"library CreateThumbnail for panel-2"},
+                 {"library CreateThumbnail for panel-3"}},
+             Row{"TriggerSaveAsset",
+                 {"mediaCollection SaveAssetItems for panel-2"},
+                 {"mediaCollection SaveAssetItems for panel-3"}},
+             Row{"IngestMedia",
+                 {"mediaCollection StartMediaIngest for panel-2"},
+                 {"mediaCollection StartMediaIngest for panel-3"}},
+             Row{"OpenAsset",
+                 {std::string("com.velmo.browser.event.OpenAsset ") + kThing + " for panel-2"},
+                 {std::string("com.velmo.browser.event.OpenAsset ") + kThing + " for panel-3"}},
+             Row{"SelectAssets", {}, {}},
+         }) {
+        const std::string request =
+            PageFrames::Raise(row.name, row.name == std::string("IngestMedia") ? ingest : kThing, ++number);
+        second.Say(request);
+        EXPECT_EQ(work.Lines(), row.ofLibrary) << row.name;
+        work.Clear();
+        collection.Say(request);
+        EXPECT_EQ(work.Lines(), row.ofCollection) << row.name;
+        work.Clear();
+    }
+}
+
+TEST_F(PanelsTest, AnswersNameTheAskerAndNewsNobody)
+{
+    const Guid id = Guid::CreateUnique();
+    const Ridge::TransferResultList results;
+    const Desk::Origin asker{Desk::PanelKind::kLibrary, "panel-2"};
+    const Desk::Origin collectionAsker{Desk::PanelKind::kMediaCollection, "panel-3"};
+    host.Answer<&Notifier::OnTransferStatus>(asker, id, id, 0, results);
+    EXPECT_THAT(Told(), ElementsAre("TransferStatus to panel-2"));
+    host.Answer<&Notifier::OnTransferStatus>(collectionAsker, id, id, 0, results);
+    EXPECT_THAT(Told(), ElementsAre("TransferStatus to MediaCollection"));
+    host.Tell<&Notifier::OnTransferProgress>(id, id, 50);
+    EXPECT_THAT(Told(), ElementsAre("TransferProgress to none", "TransferProgress to MediaCollection"));
+    for (const Desk::Origin& anybody : {asker, collectionAsker}) {
+        host.Answer<&Notifier::OnInitMiniMetadata>(anybody, id, id, Ridge::IngestItemList());
+        EXPECT_THAT(Told(), ElementsAre("InitMiniMetadata to MediaCollection"));
+    }
+    host.Tell<&Notifier::OnInitMiniMetadata>(id, id, Ridge::IngestItemList());
+    EXPECT_THAT(Told(), ElementsAre("InitMiniMetadata to MediaCollection"));
+    EXPECT_FALSE(host.DeliverPosted());
+    host.Answer<&Notifier::OnGetTargetBinPath>(asker, id, id);
+    EXPECT_TRUE(host.DeliverPosted()) << "the media collection's connector alone posts it";
+    EXPECT_EQ(host.Services().GetPanelEvents().GetBrowserID(), "");
+}
+
+TEST_F(PanelsTest, WhatConnectorsSayByThemselvesGoesToAll)
+{
+    second.Say(PageFrames::Raise("OpenIngestDialog",
+                                 "<browserMessage><browserID ID=\"panel-1\"/></browserMessage>", 1));
+    EXPECT_THAT(Told(), ElementsAre("OpenIngestDialogStatus to panel-1", "OpenIngestDialogStatus to panel-1"))
+        << "the text may name another panel";
+    EXPECT_THAT(work.Lines(), ElementsAre("library ShowIngestDialog for panel-2"))
+        << "but the request stays whose connection it is";
+}
+
+}  // namespace
