@@ -7,8 +7,12 @@
 #include "conformance/Watchdog.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <exception>
 #include <iterator>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -17,6 +21,38 @@
 
 namespace Conformance {
 namespace {
+
+/// As long as it lives, an exception that leaves a thread is told before it ends the process. One at a time.
+class LeavingExceptions
+{
+public:
+    /// \param tell Called on that thread.
+    explicit LeavingExceptions(boost::function<void(const std::string& exception)> tell)
+        : mTell(std::move(tell)), mBefore(std::set_terminate(&Terminate))
+    {
+        gListener = this;
+    }
+    ~LeavingExceptions()
+    {
+        gListener = nullptr;
+        std::set_terminate(mBefore);
+    }
+    LeavingExceptions(const LeavingExceptions&) = delete;
+    LeavingExceptions& operator=(const LeavingExceptions&) = delete;
+
+private:
+    [[noreturn]] static void Terminate()
+    {
+        if (const LeavingExceptions* const listener = gListener.exchange(nullptr))
+            listener->mTell(std::current_exception() == nullptr ? "something" : DescribeException());
+        std::abort();
+    }
+
+    static inline std::atomic<const LeavingExceptions*> gListener{nullptr};
+
+    const boost::function<void(const std::string& exception)> mTell;
+    const std::terminate_handler mBefore;
+};
 
 bool Fits(const Check& check, const std::string& wanted)
 {
@@ -87,8 +123,17 @@ public:
 
     Report Run()
     {
-        for (const Check* check : mPlan.Checked())
-            mReport.results.push_back(RunWatched(*check));
+        std::optional<LeavingExceptions> leaving;
+        if (mOptions.onHang)
+            leaving.emplace([this](const std::string& exception) {
+                mOptions.onHang(LostReport("an end of what it calls",
+                                           exception + " leaves a thread of the host", "ends the process"));
+            });
+        for (const Check* check : mPlan.Checked()) {
+            Result result = RunWatched(*check);
+            const std::lock_guard<std::mutex> lock(mMutex);
+            mReport.results.push_back(std::move(result));
+        }
         return std::move(mReport);
     }
 
@@ -103,7 +148,13 @@ private:
             }
         std::optional<Watchdog> watchdog;
         if (mOptions.onHang)
-            watchdog.emplace(mOptions.hangLimit, [this, &check] { mOptions.onHang(HungReport(check)); });
+            watchdog.emplace(mOptions.hangLimit, [this] {
+                const auto limit =
+                    std::chrono::duration_cast<std::chrono::seconds>(mOptions.hangLimit).count();
+                mOptions.onHang(LostReport(
+                    "an end", "none within " + std::to_string(limit) + " s: a service does not come back",
+                    "hangs"));
+            });
         return RunOne(check);
     }
 
@@ -138,21 +189,19 @@ private:
         });
     }
 
-    /// The thread that runs the checks is in the one that hangs, and changes nothing meanwhile.
-    Report HungReport(const Check& hung) const
+    /// What is left when the check that is under way does not come to its end. Any thread.
+    Report LostReport(const std::string& expected, const std::string& actual, const std::string& reason) const
     {
+        const std::lock_guard<std::mutex> lock(mMutex);
         Report report = mReport;
-        const auto limit = std::chrono::duration_cast<std::chrono::seconds>(mOptions.hangLimit).count();
-        for (std::size_t i = mReport.results.size(); i < mPlan.Checked().size(); ++i) {
+        const std::size_t lost = report.results.size();
+        for (std::size_t i = lost; i < mPlan.Checked().size(); ++i) {
             Result result = ResultOf(*mPlan.Checked()[i]);
-            if (mPlan.Checked()[i] == &hung) {
+            if (i == lost) {
                 result.outcome = Outcome::kFailed;
-                result.seconds = static_cast<double>(limit);
-                result.failures = {
-                    {"the whole check", "an end",
-                     "none within " + std::to_string(limit) + " s: a service does not come back"}};
+                result.failures = {{"the whole check", expected, actual}};
             } else {
-                result.reason = hung.name + " hangs";
+                result.reason = mPlan.Checked()[lost]->name + ' ' + reason;
             }
             report.results.push_back(std::move(result));
         }
@@ -163,6 +212,7 @@ private:
     const Options& mOptions;
     const CountedMemory& mMemory;
     const Plan& mPlan;
+    mutable std::mutex mMutex;
     Report mReport;
 };
 

@@ -29,8 +29,9 @@ struct Options
     /// How long a whole check may take.
     std::chrono::milliseconds hangLimit = std::chrono::seconds(60);
 
-    /// Called, on another thread, when a check takes longer than that: a service does not come back. The
-    /// report says so; nothing else can be done but to end the process. Empty: the run waits on.
+    /// Called, on another thread, when a check takes longer than that: a service does not come back; or when
+    /// an exception leaves a thread of the host, which ends the process. The report says so; nothing else can
+    /// be done but to end the process. Empty: the run waits on.
     boost::function<void(const Report& report)> onHang;
 };
 
