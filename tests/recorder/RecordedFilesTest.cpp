@@ -78,6 +78,7 @@ TEST_F(RecordedFilesTest, FolderThatIsAFileIsTroubleOnce)
     EXPECT_EQ(CountOf(" lines before this file were lost\n"), 1U);
 }
 
+#if defined(__unix__)  // elsewhere a file that is open stays, and none can be kept from growing
 TEST_F(RecordedFilesTest, FolderThatVanishesIsMadeAgain)
 {
     options.fileBytes = 1;
@@ -90,7 +91,6 @@ TEST_F(RecordedFilesTest, FolderThatVanishesIsMadeAgain)
     EXPECT_EQ(troubles, std::vector<std::string>());
 }
 
-#if defined(RLIMIT_FSIZE)
 TEST_F(RecordedFilesTest, FullDiskLosesLinesAndNothingElse)
 {
     BeginWithConnectors();
