@@ -36,7 +36,7 @@ std::chrono::seconds Limit(const std::string& text)
     constexpr std::size_t kDigits = 5;
     if (text.empty() || text.size() > kDigits || text.find_first_not_of("0123456789") != std::string::npos ||
         std::stoi(text) == 0)
-        throw std::invalid_argument("--limit wants seconds, not \"" + text + "\"");
+        throw std::invalid_argument("--limit wants whole seconds, not \"" + text + "\"");
     return std::chrono::seconds(std::stoi(text));
 }
 

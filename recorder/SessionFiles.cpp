@@ -1,6 +1,7 @@
 #include "recorder/SessionFiles.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <string_view>
 #include <system_error>
@@ -69,10 +70,11 @@ bool SessionFiles::BeginNext()
         ++number;
     const std::filesystem::path path = PathOf(number);
     mFile.clear();
+    errno = 0;
     mFile.open(path, std::ios::binary | std::ios::trunc);
     if (!mFile.is_open()) {
-        mTroubles.Tell("file", "cannot write ", path.u8string(),
-                       ": nothing is recorded until it can be written");
+        mTroubles.Tell("file", "cannot write ", path.u8string(), " (", std::generic_category().message(errno),
+                       "): nothing is recorded until it can be written");
         return false;
     }
     mNumber = number;
