@@ -6,12 +6,12 @@
 
 namespace Desk {
 
-RunningDesk::RunningDesk(const DeskOptions& options, Work& work)
+RunningDesk::RunningDesk(const DeskOptions& options, const MakeHost& makeHost)
     : mThread(options.problem, [this] { DeliverPosted(); })
 {
     Pages pages(options.pages);
-    mThread.Run([this, &options, &work] {
-        mHost.emplace(work);
+    mThread.Run([this, &options, &makeHost] {
+        mHost = makeHost(mThread);
         mBridge = boost::make_shared<Bridge>(*mHost, options.bridge);
         mHost->Attach(mBridge);
     });

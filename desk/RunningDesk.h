@@ -4,13 +4,13 @@
 #include "desk/Host.h"
 #include "desk/HostThread.h"
 #include "desk/Server.h"
-#include "desk/Work.h"
 
 #include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -31,9 +31,11 @@ struct DeskOptions
 class RunningDesk final : private Connections
 {
 public:
-    /// \param work Outlives the desk.
-    /// \throws std::runtime_error without the pages or the port; as AC::InstallHost.
-    RunningDesk(const DeskOptions& options, Work& work);
+    /// Makes the host, on its thread.
+    using MakeHost = boost::function<std::unique_ptr<Host>(HostThread& thread)>;
+
+    /// \throws std::runtime_error without the pages or the port; what making the host throws.
+    RunningDesk(const DeskOptions& options, const MakeHost& makeHost);
 
     /// Ends the connections, then the host.
     ~RunningDesk() override;
@@ -56,7 +58,7 @@ private:
     void EndHost();
 
     HostThread mThread;
-    std::optional<Host> mHost;  ///< Host and bridge are the thread's.
+    std::unique_ptr<Host> mHost;  ///< Host and bridge are the thread's.
     boost::shared_ptr<Bridge> mBridge;
     std::optional<Server> mServer;
 };

@@ -1,6 +1,7 @@
 // The desk: serves the panels' pages and is their host until it is interrupted.
 
 #include "assetconnector/host/XMLPlatform.h"
+#include "desk/LiveHost.h"
 #include "desk/RunningDesk.h"
 #include "desk/Work.h"
 
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <pthread.h>
 #include <string>
 
@@ -48,7 +50,8 @@ void RunUntilInterrupted(const Desk::DeskOptions& options)
     const EndSignals signals;
     const AC::XMLPlatform platform;
     Desk::IdleWork work;
-    const Desk::RunningDesk desk(options, work);
+    const Desk::RunningDesk desk(
+        options, [&work](Desk::HostThread&) { return std::make_unique<Desk::LiveHost>(work); });
     std::cout << "The desk is open at " << desk.GetAccess().Address() << "\n"
               << "Whoever has this address may use it. Ctrl+C ends the desk." << std::endl;
     signals.Wait();

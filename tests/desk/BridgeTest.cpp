@@ -1,8 +1,10 @@
 // What passes between pages and host, without a network.
 
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "desk/Bridge.h"
-#include "desk/Host.h"
 #include "desk/Link.h"
+#include "desk/LiveHost.h"
+#include "session/format/FormatError.h"
 #include "tests/desk/Frames.h"
 #include "tests/desk/WorkLog.h"
 
@@ -20,7 +22,6 @@ namespace {
 
 using Desk::Closing;
 using Desk::LinkRef;
-using Desk::Notifier;
 using ferrite::utility::Guid;
 using Json = nlohmann::json;
 using ::testing::ElementsAre;
@@ -113,7 +114,7 @@ protected:
     }
 
     WorkLog work;
-    Desk::Host host{work};
+    Desk::LiveHost host{work};
     boost::shared_ptr<Desk::Bridge> bridge = boost::make_shared<Desk::Bridge>(host, SmallLimits());
 };
 
@@ -413,26 +414,51 @@ TEST_F(PanelsTest, ARequestActsOnce)
 
 TEST_F(PanelsTest, AnswersNameTheAskerAndNewsNobody)
 {
-    const Guid id = Guid::CreateUnique();
-    const Ridge::TransferResultList results;
-    const Desk::Origin asker{Desk::PanelKind::kLibrary, "panel-2"};
-    const Desk::Origin collectionAsker{Desk::PanelKind::kMediaCollection, "panel-3"};
-    host.Answer<&Notifier::OnTransferStatus>(asker, id, id, 0, results);
-    EXPECT_THAT(Told(), ElementsAre("TransferStatus to panel-2"));
-    host.Answer<&Notifier::OnTransferStatus>(collectionAsker, id, id, 0, results);
-    EXPECT_THAT(Told(), ElementsAre("TransferStatus to MediaCollection"));
-    host.Tell<&Notifier::OnTransferProgress>(id, id, 50);
-    EXPECT_THAT(Told(), ElementsAre("TransferProgress to none", "TransferProgress to MediaCollection"));
-    for (const Desk::Origin& anybody : {asker, collectionAsker}) {
-        host.Answer<&Notifier::OnInitMiniMetadata>(anybody, id, id, Ridge::IngestItemList());
-        EXPECT_THAT(Told(), ElementsAre("InitMiniMetadata to MediaCollection"));
+    constexpr const char* kTask = "7a5c0001-0000-4000-8000-000000000001";
+    const struct
+    {
+        const char* callback;
+        Json arguments;  ///< Behind task and message.
+        std::vector<std::string> library, collection, news;
+    } rows[] = {
+        {"OnTransferStatus",
+         {0, Json::array()},
+         {"TransferStatus to panel-2"},
+         {"TransferStatus to MediaCollection"},
+         {"TransferStatus to none", "TransferStatus to MediaCollection"}},
+        {"OnInitMiniMetadata",
+         {Json::array()},
+         {"InitMiniMetadata to MediaCollection"},
+         {"InitMiniMetadata to MediaCollection"},
+         {"InitMiniMetadata to MediaCollection"}},
+    };
+    const Guid message = Guid::CreateUnique();
+    const auto call = [&](const auto& row, std::optional<Desk::Origin> asker,
+                          std::optional<Desk::PanelKind> to = std::nullopt) {
+        work.askers.clear();
+        const std::string id = ferrite::utility::UTF16to8(message.AsString());
+        if (asker)
+            work.askers.emplace(id, *asker);
+        Json arguments = {kTask, id};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        host.Callback(row.callback, arguments, to);
+        return Told();
+    };
+    const Desk::Origin ofLibrary{Desk::PanelKind::kLibrary, "panel-2"};
+    const Desk::Origin ofCollection{Desk::PanelKind::kMediaCollection, "panel-3"};
+    for (const auto& row : rows) {
+        EXPECT_EQ(call(row, ofLibrary), row.library) << row.callback;
+        EXPECT_EQ(call(row, ofCollection), row.collection) << row.callback;
+        EXPECT_EQ(call(row, std::nullopt), row.news) << row.callback;
     }
-    host.Tell<&Notifier::OnInitMiniMetadata>(id, id, Ridge::IngestItemList());
-    EXPECT_THAT(Told(), ElementsAre("InitMiniMetadata to MediaCollection"));
+    EXPECT_THAT(call(rows[0], std::nullopt, Desk::PanelKind::kLibrary),
+                ElementsAre("TransferStatus to none"));
     EXPECT_FALSE(host.DeliverPosted());
-    host.Answer<&Notifier::OnGetTargetBinPath>(asker, id, id);
+    host.Callback("OnGetTargetBinPath", {kTask, kTask}, std::nullopt);
     EXPECT_TRUE(host.DeliverPosted()) << "the media collection's connector alone posts it";
     EXPECT_EQ(host.Services().GetPanelEvents().GetBrowserID(), "");
+    EXPECT_THROW(host.Callback("OnNothing", Json::array(), std::nullopt), Session::FormatError);
+    EXPECT_THROW(host.Callback("OnIngestStarted", {1}, std::nullopt), Session::FormatError);
 }
 
 TEST_F(PanelsTest, WhatConnectorsSayByThemselvesGoesToAll)
