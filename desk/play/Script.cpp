@@ -1,16 +1,20 @@
 #include "desk/play/Script.h"
 
 #include "assetconnector/host/ferrite/Unicode.h"
+#include "desk/Marks.h"
 #include "session/SessionFile.h"
 #include "session/format/Json.h"
 
 #include <algorithm>
 #include <iterator>
 #include <sstream>
+#include <string_view>
 #include <utility>
 
 namespace Desk {
 namespace {
+
+constexpr std::string_view kPrefix = Marks::kPrefix;
 
 /// \return The input for people: its key, and its value or the last part of it.
 std::string TitleOf(const Session::Json& input)
@@ -48,6 +52,8 @@ public:
     void OnComment(const Session::Line& line) override
     {
         const std::string text = TextOfComment(line.text);
+        if (text.compare(0, kPrefix.size(), kPrefix) == 0)
+            return;
         if (!std::exchange(mIsComment, true))
             mComment = text;
         else if (!text.empty())
