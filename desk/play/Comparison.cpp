@@ -2,6 +2,7 @@
 
 #include "assetconnector/codec/ACMessageDecoder.h"
 #include "assetconnector/host/ferrite/Unicode.h"
+#include "desk/play/Shortened.h"
 #include "session/SimulatedObjects.h"
 #include "session/format/FormatError.h"
 #include "session/format/Json.h"
@@ -114,13 +115,7 @@ std::string Shown(const Json* value)
 {
     if (value == nullptr)
         return "left out";
-    std::string text = Session::WithoutPassword(Session::DumpJson(*value));
-    if (text.size() <= kMostShown)
-        return text;
-    std::size_t end = kMostShown;
-    while ((static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
-        --end;
-    return text.substr(0, end) + "\u2026";
+    return Shortened(Session::WithoutPassword(Session::DumpJson(*value)), kMostShown);
 }
 
 std::string MarkOf(const std::string& path, const Json* ofFile, const Json* live)

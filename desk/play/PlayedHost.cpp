@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 
 namespace Desk {
@@ -164,7 +165,7 @@ Json PlayedHost::State() const
               {"lines", mScript.lines},
               {"waitsFor", next != nullptr && next->awaits ? Json(*next->awaits) : Json()},
               {"next", next != nullptr ? Json(next->title) : Json()},
-              {"comment", shown != nullptr ? shown->comment : ""},
+              {"comment", shown != nullptr ? *shown->comment : ""},
               {"isEnded", next == nullptr},
               {"isStepping", mPace.Get().isStepping},
               {"speed", mPace.Get().speed},

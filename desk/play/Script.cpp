@@ -2,8 +2,11 @@
 
 #include "assetconnector/host/ferrite/Unicode.h"
 #include "desk/Marks.h"
+#include "desk/play/Shortened.h"
 #include "session/SessionFile.h"
 #include "session/format/Json.h"
+
+#include <boost/smart_ptr/make_shared_object.hpp>
 
 #include <algorithm>
 #include <iterator>
@@ -15,6 +18,8 @@ namespace Desk {
 namespace {
 
 constexpr std::string_view kPrefix = Marks::kPrefix;
+constexpr std::size_t kMostOfTitle = 80;
+constexpr std::size_t kMostOfComment = 2000;
 
 /// \return The input for people: its key, and its value or the last part of it.
 std::string TitleOf(const Session::Json& input)
@@ -27,7 +32,8 @@ std::string TitleOf(const Session::Json& input)
         if (found->is_string()) {
             const auto& value = found->get_ref<const std::string&>();
             const bool isIdentifier = std::string(key) == "panel";
-            return std::string(key) + ' ' + (isIdentifier ? value.substr(value.rfind('.') + 1) : value);
+            const std::string shown = isIdentifier ? value.substr(value.rfind('.') + 1) : value;
+            return std::string(key) + ' ' + Shortened(shown, kMostOfTitle);
         }
         return *found == false ? std::string(key) + " false" : key;
     }
@@ -54,10 +60,11 @@ public:
         const std::string text = TextOfComment(line.text);
         if (text.compare(0, kPrefix.size(), kPrefix) == 0)
             return;
-        if (!std::exchange(mIsComment, true))
-            mComment = text;
-        else if (!text.empty())
-            mComment += (mComment.empty() ? "" : "\n") + text;
+        const std::string above = std::exchange(mIsComment, true) ? *mComment : std::string();
+        const char* const between = above.empty() || text.empty() ? "" : "\n";
+        if (above.size() < kMostOfComment)
+            mComment =
+                boost::make_shared<const std::string>(Shortened(above + between + text, kMostOfComment));
     }
 
     void OnInput(const Session::Line& line, const Session::Json& json,
@@ -88,7 +95,7 @@ private:
 
     Script& mScript;
     Turn mTurn;
-    std::string mComment;
+    boost::shared_ptr<const std::string> mComment = boost::make_shared<const std::string>();
     bool mIsComment = false;
 };
 

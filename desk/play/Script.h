@@ -1,5 +1,7 @@
 #pragma once
 
+#include <boost/shared_ptr.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <istream>
@@ -23,7 +25,7 @@ struct Turn
     std::optional<std::uint64_t> us;    ///< When, where the file says so.
     std::string title;                  ///< Such as "callback OnIngestFinished".
     std::optional<std::string> awaits;  ///< The identifier of the request that a panel is to raise.
-    std::string comment;                ///< The last one above it.
+    boost::shared_ptr<const std::string> comment;  ///< The last one above it; never null.
 };
 
 /// A session file in memory, without its effects.

@@ -3,12 +3,15 @@
 #include "assetconnector/host/XMLPlatform.h"
 #include "desk/play/PlayedHost.h"
 #include "session/NotificationText.h"
+#include "session/SessionCheck.h"
 #include "session/SessionFile.h"
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <set>
@@ -159,6 +162,16 @@ protected:
         return found;
     }
 
+    /// Behind Recorded. \return What a replay of the recording does otherwise.
+    std::string Difference() const
+    {
+        std::istringstream file(recording);
+        Session::SessionCheck check;
+        Session::PlaySession(file, Session::Style::kSession, check);
+        const auto& found = check.FirstDifference();
+        return found ? "expected: " + found->expected + "\nactual:   " + found->actual : std::string();
+    }
+
     const AC::XMLPlatform platform;
     HandTimer timer;
     std::string recording;  ///< Whole when the host is gone.
@@ -234,6 +247,34 @@ TEST_F(PlayedHostTest, DaysArePlayedWithTheIDsOfLivePages)
         EXPECT_GT(expected.size(), 5u);
         panel->told.clear();
         EXPECT_THAT(Recorded("next"), IsEmpty()) << day;
+        EXPECT_EQ(Difference(), "") << day;
+    }
+}
+
+TEST_F(PlayedHostTest, SessionsPlayWithoutPages)
+{
+    for (const auto& path : std::filesystem::directory_iterator(TEST_DATA "/sessions")) {
+        recording.clear();
+        std::ifstream file(path.path());
+        Play(Desk::ReadScript(file, "all"), false);
+        std::vector<std::string> expected;
+        file.clear();
+        file.seekg(0);
+        for (std::string line; std::getline(file, line);)
+            if (line.compare(0, 16, "{\"notification\"") == 0)
+                expected.push_back(Json::parse(line)["data"]);
+        while (State()["isEnded"] == false) {
+            timer.Pass(milliseconds(300));
+            host->GetPlayback()->RaiseIt();
+        }
+        EXPECT_EQ(State()["problem"], Json()) << path;
+        host.reset();
+        std::vector<std::string> told;
+        std::istringstream lines(recording);
+        for (std::string line; std::getline(lines, line);)
+            if (line.compare(0, 16, "{\"notification\"") == 0)
+                told.push_back(Json::parse(line)["data"]);
+        EXPECT_EQ(told, expected) << path;
     }
 }
 
