@@ -13,9 +13,11 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -94,6 +96,20 @@ private:
     Desk::Bridge& mBridge;
 };
 
+/// Time passes by hand.
+struct HandTimer final : Desk::Timer
+{
+    void PostAfter(std::chrono::milliseconds /*delay*/, Task task) override { tasks.push_back(task); }
+
+    void Pass()
+    {
+        for (const Task& task : std::exchange(tasks, {}))
+            task();
+    }
+
+    std::vector<Task> tasks;
+};
+
 class BridgeTest : public ::testing::Test
 {
 protected:
@@ -107,6 +123,12 @@ protected:
         return limits;
     }
 
+    boost::shared_ptr<Desk::Bridge> MakeBridge(const Desk::Bridge::Limits& limits)
+    {
+        return boost::make_shared<Desk::Bridge>(
+            host, timer, tools, [] { return Json::object(); }, limits);
+    }
+
     void TellNews(int count)
     {
         for (int i = 0; i < count; ++i)
@@ -115,7 +137,19 @@ protected:
 
     WorkLog work;
     Desk::LiveHost host{work};
-    boost::shared_ptr<Desk::Bridge> bridge = boost::make_shared<Desk::Bridge>(host, SmallLimits());
+    HandTimer timer;
+    Desk::Traffic traffic{{}, [] {}};
+    Desk::Tools tools{Desk::Tools::Needs{
+        host, timer, traffic,
+        [this](const std::string& browserID, const Desk::Faults::Settings& settings) {
+            return bridge->Disturb(browserID, settings);
+        },
+        [] {}, [this] { ++ends; },
+        [](const std::string& session, const boost::function<void(const std::string&)>& told) {
+            told(session.find("TransferRequest") == std::string::npos ? "" : "line 1: no");
+        }}};
+    int ends = 0;
+    boost::shared_ptr<Desk::Bridge> bridge = MakeBridge(SmallLimits());
 };
 
 TEST_F(BridgeTest, WelcomesWithWhatThePageMustKnow)
@@ -130,8 +164,10 @@ TEST_F(BridgeTest, WelcomesWithWhatThePageMustKnow)
     frames[0]["welcome"].erase("session");
     EXPECT_EQ(frames[0], Json::parse(R"({"welcome": {"browserID": "panel-1", "resumed": false, "number": 2,
                                          "heard": 0, "handles": ["com.velmo.browser.event.OpenAsset"]}})"));
-    EXPECT_EQ(frames[1],
-              Json::parse(R"({"state": {"panels": [{"browserID": "panel-1", "kind": "mediaCollection"}]}})"));
+    EXPECT_EQ(
+        frames[1],
+        Json::parse(
+            R"({"state": {"panels": [{"browserID": "panel-1", "kind": "mediaCollection", "faults": null}]}})"));
     EXPECT_TRUE(page.link->TakeReadOn());
 }
 
@@ -209,14 +245,14 @@ TEST_F(BridgeTest, GivesPagesThatComeAgainWhatTheyMissed)
                                   {"of another host", "library", true, 6, false, {}},
                                   {"another session", "library", false, 5, false, {}},
                                   {"another kind", "mediaCollection", true, 5, false, {}}}) {
-        Desk::Bridge own(host, SmallLimits());
-        Page page(own);
+        const auto own = MakeBridge(SmallLimits());
+        Page page(*own);
         const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
         for (int i = 0; i < 5; ++i)
-            own.OnNotification("news", "<n/>");
-        own.OnGone(page.link, false);
+            own->OnNotification("news", "<n/>");
+        own->OnGone(page.link, false);
 
-        Page again(own);
+        Page again(*own);
         again.Say(PageFrames::HelloAgain(row.kind, row.isSession ? session : "s", row.heard));
         std::vector<std::uint64_t> numbers;
         Json welcome;
@@ -238,14 +274,14 @@ TEST_F(BridgeTest, KeepsNoMoreThanItsBytes)
 {
     Desk::Bridge::Limits limits;
     limits.log.mostBytes = 1000;
-    Desk::Bridge own(host, limits);
-    Page page(own);
+    const auto own = MakeBridge(limits);
+    Page page(*own);
     const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
-    own.OnNotification("news", std::string(600, 'x'));
-    own.OnNotification("news", std::string(600, 'x'));
-    Page kept(own);
+    own->OnNotification("news", std::string(600, 'x'));
+    own->OnNotification("news", std::string(600, 'x'));
+    Page kept(*own);
     EXPECT_EQ(kept.SayHello(PageFrames::HelloAgain("library", session, 1))["resumed"], true);
-    Page lost(own);
+    Page lost(*own);
     EXPECT_EQ(lost.SayHello(PageFrames::HelloAgain("library", session, 0))["resumed"], false);
 }
 
