@@ -61,6 +61,12 @@ public:
     /// Tells panels what no connector does. \param identifier Of a notification. \param xml UTF-8.
     virtual void Tell(const std::string& identifier, const std::string& xml) = 0;
 
+    /// Puts a mark into the recording. \see Marks::Put
+    virtual void Mark(const char* member, const std::string& mark) = 0;
+
+    /// Waits until everything that has passed is in the recording.
+    virtual void FlushRecording() = 0;
+
     /// \return What of the host pages are told beside tasks and panels: members of the frame "state".
     virtual Session::Json State() const = 0;
 

@@ -39,6 +39,12 @@ void HostThread::PostAfter(std::chrono::milliseconds delay, Task task)
     mChanged.notify_one();
 }
 
+void HostThread::DropLater()
+{
+    const std::lock_guard<std::mutex> lock(mMutex);
+    mLater.clear();
+}
+
 void HostThread::Run(Task task)
 {
     std::promise<void> done;

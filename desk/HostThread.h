@@ -45,6 +45,9 @@ public:
     /// Posts the task when the time has passed; never, when the thread is ended before. Any thread.
     void PostAfter(std::chrono::milliseconds delay, Task task) override;
 
+    /// Forgets what PostAfter was told and is not due. Any thread.
+    void DropLater();
+
     /// Posts the task and waits for it. Not on the thread.
     /// \throws What the task throws.
     void Run(Task task);

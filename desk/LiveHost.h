@@ -32,6 +32,8 @@ public:
     void Callback(const std::string& name, const Session::Json& arguments,
                   std::optional<PanelKind> to) override;
     void Tell(const std::string& identifier, const std::string& xml) override;
+    void Mark(const char* member, const std::string& mark) override { Marks::Put(mRecorder, member, mark); }
+    void FlushRecording() override { mRecorder.Flush(); }
     Session::Json State() const override { return {{"mode", "live"}, {"play", nullptr}}; }
 
     /// \return Whose request is being raised, null outside of Raise.

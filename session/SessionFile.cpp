@@ -113,6 +113,11 @@ void PlayLine(Line& line, Player& player, Observer& observer)
 
 }  // namespace
 
+bool IsEffect(const Json& line)
+{
+    return EffectIn(line) != nullptr;
+}
+
 void PlaySession(std::istream& file, Style style, Observer& observer)
 {
     Player player(style, [&observer](const std::string& effect) { observer.OnEffect(effect); });

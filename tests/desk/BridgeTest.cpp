@@ -5,21 +5,23 @@
 #include "desk/Link.h"
 #include "desk/LiveHost.h"
 #include "session/format/FormatError.h"
-#include "tests/desk/Frames.h"
-#include "tests/desk/WorkLog.h"
+#include "tests/desk/BridgeFixture.h"
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
+using BridgeTest = BridgeFixture;
 using Desk::Closing;
 using Desk::LinkRef;
 using ferrite::utility::Guid;
@@ -31,92 +33,6 @@ constexpr const char* kThing =
     "<browserMessage><filePath "
     "path=\"/a.mov\"/><assetMediaInfoList><assetMediaInfo><filePath>/a.mov</filePath>"
     "</assetMediaInfo></assetMediaInfoList></browserMessage>";
-
-std::string BrowserIDIn(const std::string& xml)
-{
-    const std::string start = "<browserID ID=\"";
-    const std::size_t found = xml.find(start);
-    if (found == std::string::npos)
-        return "none";
-    const std::size_t begin = found + start.size();
-    return xml.substr(begin, xml.find('"', begin) - begin);
-}
-
-/// A page as the host sees it.
-class Page
-{
-public:
-    explicit Page(Desk::Bridge& bridge, const Desk::Link::Limits& limits = {})
-        : link(boost::make_shared<Desk::Link>(limits)), mBridge(bridge)
-    {
-    }
-
-    void Say(const std::string& text) { mBridge.OnText(link, text); }
-
-    /// \return The welcome.
-    Json SayHello(const std::string& text)
-    {
-        Say(text);
-        const std::vector<Json> frames = Take();
-        return frames.empty() ? Json() : frames.front().value("welcome", Json());
-    }
-
-    std::vector<Json> Take()
-    {
-        std::vector<Json> frames;
-        while (const Desk::Frame frame = link->TakeFrame())
-            frames.push_back(Json::parse(*frame));
-        return frames;
-    }
-
-    /// \return Of each notification that came the last part of its identifier, and whom its header names.
-    std::vector<std::string> TakeNotifications()
-    {
-        std::vector<std::string> told;
-        for (const Json& frame : Take()) {
-            if (!frame.contains("notify"))
-                continue;
-            const std::string type = frame["notify"];
-            told.push_back(type.substr(type.rfind('.') + 1) + " to " + BrowserIDIn(frame["xml"]));
-        }
-        return told;
-    }
-
-    int Code() const
-    {
-        const auto closing = link->GetClosing();
-        return closing ? closing->code : 0;
-    }
-
-    const LinkRef link;
-
-private:
-    Desk::Bridge& mBridge;
-};
-
-class BridgeTest : public ::testing::Test
-{
-protected:
-    BridgeTest() { host.Attach(bridge); }
-
-    static Desk::Bridge::Limits SmallLimits()
-    {
-        Desk::Bridge::Limits limits;
-        limits.log.mostFrames = 3;
-        limits.mostAway = 2;
-        return limits;
-    }
-
-    void TellNews(int count)
-    {
-        for (int i = 0; i < count; ++i)
-            bridge->OnNotification("news", "<n/>");
-    }
-
-    WorkLog work;
-    Desk::LiveHost host{work};
-    boost::shared_ptr<Desk::Bridge> bridge = boost::make_shared<Desk::Bridge>(host, SmallLimits());
-};
 
 TEST_F(BridgeTest, WelcomesWithWhatThePageMustKnow)
 {
@@ -130,8 +46,10 @@ TEST_F(BridgeTest, WelcomesWithWhatThePageMustKnow)
     frames[0]["welcome"].erase("session");
     EXPECT_EQ(frames[0], Json::parse(R"({"welcome": {"browserID": "panel-1", "resumed": false, "number": 2,
                                          "heard": 0, "handles": ["com.velmo.browser.event.OpenAsset"]}})"));
-    EXPECT_EQ(frames[1],
-              Json::parse(R"({"state": {"panels": [{"browserID": "panel-1", "kind": "mediaCollection"}]}})"));
+    EXPECT_EQ(
+        frames[1],
+        Json::parse(
+            R"({"state": {"panels": [{"browserID": "panel-1", "kind": "mediaCollection", "faults": null}]}})"));
     EXPECT_TRUE(page.link->TakeReadOn());
 }
 
@@ -209,14 +127,14 @@ TEST_F(BridgeTest, GivesPagesThatComeAgainWhatTheyMissed)
                                   {"of another host", "library", true, 6, false, {}},
                                   {"another session", "library", false, 5, false, {}},
                                   {"another kind", "mediaCollection", true, 5, false, {}}}) {
-        Desk::Bridge own(host, SmallLimits());
-        Page page(own);
+        const auto own = MakeBridge(SmallLimits());
+        Page page(*own);
         const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
         for (int i = 0; i < 5; ++i)
-            own.OnNotification("news", "<n/>");
-        own.OnGone(page.link, false);
+            own->OnNotification("news", "<n/>");
+        own->OnGone(page.link, false);
 
-        Page again(own);
+        Page again(*own);
         again.Say(PageFrames::HelloAgain(row.kind, row.isSession ? session : "s", row.heard));
         std::vector<std::uint64_t> numbers;
         Json welcome;
@@ -238,14 +156,14 @@ TEST_F(BridgeTest, KeepsNoMoreThanItsBytes)
 {
     Desk::Bridge::Limits limits;
     limits.log.mostBytes = 1000;
-    Desk::Bridge own(host, limits);
-    Page page(own);
+    const auto own = MakeBridge(limits);
+    Page page(*own);
     const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
-    own.OnNotification("news", std::string(600, 'x'));
-    own.OnNotification("news", std::string(600, 'x'));
-    Page kept(own);
+    own->OnNotification("news", std::string(600, 'x'));
+    own->OnNotification("news", std::string(600, 'x'));
+    Page kept(*own);
     EXPECT_EQ(kept.SayHello(PageFrames::HelloAgain("library", session, 1))["resumed"], true);
-    Page lost(own);
+    Page lost(*own);
     EXPECT_EQ(lost.SayHello(PageFrames::HelloAgain("library", session, 0))["resumed"], false);
 }
 

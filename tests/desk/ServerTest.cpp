@@ -91,7 +91,9 @@ protected:
 
     void Open()
     {
-        desk.emplace(options, [this](Desk::HostThread&) { return std::make_unique<Desk::LiveHost>(work); });
+        desk.emplace(options, [this](const Desk::RunningDesk::HostNeeds& needs) {
+            return std::make_unique<Desk::LiveHost>(work, needs.recording);
+        });
     }
 
     const Desk::Access& Access() const { return desk->GetAccess(); }
@@ -212,7 +214,7 @@ TEST_F(ServerTest, ServesPagesUnderAStrictPolicy)
         const std::string policy = answer.Field("Content-Security-Policy");
         for (const char* const part :
              {"default-src 'none'; script-src 'self';", "connect-src 'self' ws://", "frame-ancestors 'none'",
-              "require-trusted-types-for 'script'; trusted-types 'none'"})
+              "require-trusted-types-for 'script'; trusted-types 'none'", "report-uri /csp-report"})
             EXPECT_THAT(policy, HasSubstr(part));
         EXPECT_THAT(policy, Not(HasSubstr("unsafe")));
         EXPECT_EQ(answer.Field("Cross-Origin-Resource-Policy"), "same-origin");
@@ -329,6 +331,7 @@ TEST_F(ServerTest, GivesTheCookieForTheTokenAlone)
 class NobodyHears : public Desk::Connections
 {
     void OnText(const Desk::LinkRef& /*link*/, std::string /*text*/) override {}
+    void OnReport(const std::string& /*report*/) override {}
     void OnGone(const Desk::LinkRef& /*link*/, bool /*isForGood*/) override {}
 };
 
@@ -336,7 +339,7 @@ TEST_F(ServerTest, ASocketIsForPagesOfThisDesk)
 {
     Open();
     NobodyHears nobody;
-    const Desk::Server other(nobody, Desk::Pages(folder.Pages()), 0, {});
+    const Desk::Server other(nobody, Desk::Site(folder.Pages(), {}), 0, {});
     const std::string othersCookie =
         "Cookie: " + other.GetAccess().SetCookie().substr(0, other.GetAccess().SetCookie().find(';')) +
         "\r\n";
@@ -608,7 +611,7 @@ TEST_F(ServerTest, SaysWhatItCannotHave)
 {
     Open();
     NobodyHears nobody;
-    EXPECT_THROW(Desk::Server(nobody, Desk::Pages(folder.Pages()), desk->Port(), {}), std::runtime_error);
+    EXPECT_THROW(Desk::Server(nobody, Desk::Site(folder.Pages(), {}), desk->Port(), {}), std::runtime_error);
     EXPECT_THROW(Desk::Pages(folder.Pages() / "missing"), std::runtime_error);
     EXPECT_THROW(Desk::Pages(folder.Pages() / "index.html"), std::runtime_error);
 }
