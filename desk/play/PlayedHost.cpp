@@ -108,7 +108,7 @@ void PlayedHost::Raise(const Origin& asker, const std::string& type, const std::
 {
     const Marks::Raising raising(mSeat->recorder, asker, type);
     if (!Awaits(type)) {
-        Marks::Put(mSeat->recorder, "next", Marks::kNotInSession);
+        Mark("next", Marks::kNotInSession);
         const PassingScope passing(*this);
         const SpeakerScope speaking(*this, &asker);
         mPlayer.Play(mPlayer.Read({{"panel", type}, {"data", xml}}));
@@ -121,7 +121,7 @@ void PlayedHost::Raise(const Origin& asker, const std::string& type, const std::
         comparison = CompareRequests(mPairs, asker, ofFile, xml);
     }
     for (const std::string& mark : comparison.marks)
-        Marks::Put(mSeat->recorder, "next", mark);
+        Mark("next", mark);
     if (!comparison.messageID.IsZero())
         mAskers[comparison.messageID] = asker;
     PlayNext(&asker, &xml);
@@ -151,6 +151,11 @@ void PlayedHost::Tell(const std::string& identifier, const std::string& xml)
 {
     const PassingScope passing(*this);
     mSeat->recorder.Services().panelEvents.DispatchApplicationEvent(identifier, xml);
+}
+
+void PlayedHost::Mark(const char* member, const std::string& mark)
+{
+    Marks::Put(mSeat->recorder, member, mark);
 }
 
 Json PlayedHost::State() const

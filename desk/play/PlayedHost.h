@@ -53,6 +53,8 @@ public:
     void Callback(const std::string& name, const Session::Json& arguments,
                   std::optional<PanelKind> to) override;
     void Tell(const std::string& identifier, const std::string& xml) override;
+    void Mark(const char* member, const std::string& mark) override;
+    void FlushRecording() override { mSeat->recorder.Flush(); }
     Session::Json State() const override;
     Playback* GetPlayback() override { return this; }
 
