@@ -2,7 +2,9 @@
 
 import { Panel, connectWebSocket } from '../client/index.js';
 
-/** The token leaves the address at once, and the page for good: what stays is a cookie that no script sees. */
+/**
+ * The token leaves the address at once, and the page for good: what stays is a cookie that no script sees.
+ */
 export async function beginSession() {
     const token = new URLSearchParams(location.hash.slice(1)).get('token');
     if (token !== null) history.replaceState(null, '', location.pathname);
