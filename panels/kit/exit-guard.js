@@ -23,7 +23,8 @@ export class ExitGuard {
 
     /** What a host that was asked to end waits for an objection. */
     asked() {
-        const reason = reasonToStay(this.#page.tasks.running.length, this.#kept.checked);
+        const own = this.#page.tasks.running.filter(({ by }) => by === undefined);
+        const reason = reasonToStay(own.length, this.#kept.checked);
         if (reason === undefined) setText(this.#line, 'The host is about to end.');
         else this.#say(reason);
     }
@@ -35,7 +36,7 @@ export class ExitGuard {
 
     /** What the host says of its end, where it does. */
     heardState(exit) {
-        if (exit?.refusedBy !== undefined && exit.refusedBy !== this.#page.panel?.browserID)
+        if (exit?.refusedBy !== undefined && exit.refusedBy !== this.#page.panel?.pageID)
             setText(this.#line, `The host stays: ${exit.refusedBy} told it not to end.`);
     }
 

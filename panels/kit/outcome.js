@@ -1,11 +1,15 @@
 // How work ended, from the answer to its request or from what became of it, in words for people.
 
-import { errorText, isGood, pathEnd, resultName, resultText } from './format.js';
+import { errorText, isGood, resultName, resultText } from './format.js';
 
-/** What the work of a request is called, and what to do when it fails. */
+/** What the work of a request is called, what to do when it fails, and why it fails where nobody says. */
 export const works = {
     OpenIngestDialog: ['Open the ingest dialog', 'Look whether the host shows a dialog already.'],
-    IngestMedia: ['Ingest', 'Check the path and the folder for copies, then ingest what is missing.'],
+    IngestMedia: [
+        'Ingest',
+        'Check the path and the folder for copies, then ingest what is missing.',
+        'Nothing is there, or a folder instead of a file, or a file instead of a folder.',
+    ],
     Ingest: ['Ingest'],
     ImportXMP: ['Read XMP', 'Check that the file is still there, then read it again.'],
     ReadXMPFromDisk: [
@@ -27,19 +31,20 @@ export const works = {
         'Save',
         'Check that the project is open and its folder can be written, then save again.',
     ],
+    ReportEvent: ['Report'],
     ExportAsset: ['Export', 'Look at the host for the reason, then export again.'],
 };
 
 export const workTitle = (what) => works[what]?.[0] ?? what;
-export const workAdvice = (what) => works[what]?.[1] ?? '';
 
 const accessAdvice = 'Ask for the right to read and write there, then try again.';
 
 /** @returns {string} Why something failed and what to do about it. */
 export function failureText(what, { result, errorMessage = '' } = {}) {
     const isDenied = resultName(result) === 'AccessDenied';
-    const reason = errorMessage.trim() || (isDenied ? 'Access was denied.' : 'The host gave no reason.');
-    return `${reason} ${isDenied ? accessAdvice : workAdvice(what)}`.trim();
+    const [, advice = '', usual = 'The host gave no reason.'] = works[what] ?? [];
+    const reason = errorMessage.trim() || (isDenied ? 'Access was denied.' : usual);
+    return `${reason} ${isDenied ? accessAdvice : advice}`.trim();
 }
 
 const statusOf = (name) => (name === 'Canceled' ? 'cancelled' : 'failed');
@@ -66,8 +71,7 @@ export function outcomeOf(what, answer) {
         const detail = status === 'cancelled' ? '' : failureText(what, { result, errorMessage: errorInfo });
         return { status, detail, items };
     }
-    const detail = items.map(({ path, text }) => `${pathEnd(path)}: ${text}`).join(' ');
-    return { status: isWhole ? 'done' : statusOf(resultName(result)), detail, items };
+    return { status: isWhole ? 'done' : statusOf(resultName(result)), detail: '', items };
 }
 
 /** Of a request that got no answer. What nobody answers for certain may well be done. */

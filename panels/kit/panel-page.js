@@ -16,7 +16,7 @@ const shortWork = 60000;
 const silentWork = 10000; // for what hosts need not answer
 
 const connectionTexts = {
-    open: ({ browserID }) => `Connected as ${browserID}.`,
+    open: ({ pageID }) => `Connected as ${pageID}.`,
     waiting: () => 'The connection is lost and made again. What you see may be out of date; actions wait.',
     gap: ({ canAsk }) =>
         `Connected again, but news was lost: what you see may be out of date. ${
@@ -91,6 +91,8 @@ export class PanelPage {
     }
 
     #heard(name, message) {
+        if (name === 'requestInitInfoStatus' && this.#connection.dataset.event === 'gap')
+            this.#say('open', `Connected as ${this.#panel.pageID}. The host has told how things stand now.`);
         this.tasks.hear(name, message);
         this.#on.news?.(name, message);
     }
@@ -98,7 +100,7 @@ export class PanelPage {
     #stateCame(state) {
         if (Array.isArray(state?.tasks)) {
             this.#strip.note = '';
-            this.tasks.heardState(state.tasks, { kind: this.#kind, browserID: this.#panel?.browserID });
+            this.tasks.heardState(state.tasks, { kind: this.#kind, pageID: this.#panel?.pageID });
         }
         this.#on.state?.(state ?? {});
     }
@@ -110,7 +112,7 @@ export class PanelPage {
         if (!isAgain) {
             const text = connectionTexts[event]({
                 detail,
-                browserID: this.#panel?.browserID,
+                pageID: this.#panel?.pageID,
                 canAsk: this.#canAsk,
             });
             this.#say(event, text);
@@ -154,16 +156,34 @@ export class PanelPage {
         }
     }
 
+    /** Raises what hosts need not answer: only what keeps it from being sent is told. */
+    async send(what, content, title) {
+        const sent = this.#panel.request(what, content, { timeout: silentWork });
+        this.#strip.announce(`${title}: sent.`);
+        try {
+            await sent;
+        } catch (error) {
+            if (error.code === 'timeout') return;
+            const id = newGuid();
+            this.tasks.begin({ id, what, title });
+            this.tasks.end(id, outcomeOfError(error));
+        }
+    }
+
     /**
      * Raises a request as a task of the strip.
      * @param {string} what The request.
      * @param {object} content
      * @param {{title?: string, paths?: string[], isLong?: boolean, isSilent?: boolean}} [how] `isSilent`:
      * hosts need
-     *     not answer it.
+     *     not answer it; `judge`: reads the answer in place of `outcomeOf`.
      * @returns {Promise<{status: string, detail: string, items: object[], answer?: object}>} How it went.
      */
-    async run(what, content, { title, paths = [], isLong = false, isSilent = false } = {}) {
+    async run(
+        what,
+        content,
+        { title, paths = [], isLong = false, isSilent = false, judge = outcomeOf } = {},
+    ) {
         const [id, msgID] = [newGuid(), newGuid()];
         const controller = new AbortController();
         const cancel = findRequest(what).cancel === undefined ? undefined : () => controller.abort();
@@ -180,7 +200,7 @@ export class PanelPage {
                 { ...content, header: { taskID: id, msgID } },
                 { signal: controller.signal, timeout: isLong ? longWork : isSilent ? silentWork : shortWork },
             );
-            outcome = { ...outcomeOf(what, answer ?? {}), answer };
+            outcome = { ...judge(what, answer ?? {}), answer };
         } catch (error) {
             outcome = outcomeOfError(error, { isSilent });
         }

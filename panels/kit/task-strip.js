@@ -2,7 +2,9 @@
 
 import { element, setText } from './elements.js';
 import { statusTexts } from './outcome.js';
-import { plural } from './format.js';
+import { pathEnd, plural } from './format.js';
+
+const mostItems = 20;
 
 const tones = { done: 'good', failed: 'bad', lost: 'warn', cancelled: '', running: '', paused: 'warn' };
 const isOver = ({ status }) => !['running', 'paused'].includes(status);
@@ -11,10 +13,12 @@ class Entry {
     #title = element('span', { className: 'task-title' });
     #status = element('span', { className: 'badge' });
     #detail = element('p', { className: 'task-detail' });
+    #items = element('ul', { className: 'task-items' });
     #bar = element('progress', { max: 100 });
     #cancel = element('button', { type: 'button', textContent: 'Cancel' });
     #clear = element('button', { type: 'button', className: 'quiet', textContent: 'Dismiss' });
     #task;
+    #shown;
 
     constructor(on) {
         this.#cancel.addEventListener('click', () => on.cancel(this.#task));
@@ -27,7 +31,7 @@ class Entry {
             this.#cancel,
             this.#clear,
         );
-        this.node = element('li', { className: 'task' }, head, this.#bar, this.#detail);
+        this.node = element('li', { className: 'task' }, head, this.#bar, this.#detail, this.#items);
     }
 
     show(task, canCancel) {
@@ -41,6 +45,7 @@ class Entry {
         this.#status.className = `badge ${tones[status]}`;
         setText(this.#detail, detail);
         this.#detail.hidden = detail === '';
+        this.#showItems(task.items);
         this.#bar.hidden = !isRunning;
         this.#bar.setAttribute('aria-label', title);
         if (percentage === null) this.#bar.removeAttribute('value');
@@ -49,6 +54,15 @@ class Entry {
         this.#cancel.setAttribute('aria-label', `Cancel: ${title}`);
         this.#clear.hidden = isRunning;
         this.#clear.setAttribute('aria-label', `Dismiss: ${title}`);
+    }
+
+    #showItems(items) {
+        if (this.#shown === items) return;
+        this.#shown = items;
+        const texts = items.slice(0, mostItems).map(({ path, text }) => `${pathEnd(path)}: ${text}`);
+        if (items.length > mostItems) texts.push(`And ${items.length - mostItems} more.`);
+        this.#items.replaceChildren(...texts.map((textContent) => element('li', { textContent })));
+        this.#items.hidden = items.length === 0;
     }
 }
 

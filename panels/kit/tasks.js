@@ -10,6 +10,12 @@ const gapText = 'News of it was lost. Look at the host for how it goes.';
 
 const isOver = ({ status }) => status !== 'running' && status !== 'paused';
 
+/** @returns {string} What is being done, and how far it is. */
+export function progressText({ what, status, percentage }) {
+    if (status === 'paused') return `${workTitle(what)}: paused`;
+    return percentage === null ? `${workTitle(what)}: running` : `${workTitle(what)}: ${percentage} %`;
+}
+
 function ingestDetail({ ready, copies, batches }) {
     const bins = [...new Set([...batches.values()].map(({ bin }) => bin).filter(Boolean))];
     const finished = [...batches.values()].filter(({ isDone }) => isDone).length;
@@ -147,7 +153,7 @@ export class TaskList {
     }
 
     /** What the host lists is so, whatever was heard; what it no longer lists is over. */
-    heardState(listed, { kind, browserID }) {
+    heardState(listed, { kind, pageID }) {
         const own = listed.filter((task) => task.kind === undefined || task.kind === kind);
         for (const { taskID, msgID, what, by, percentage, isPaused } of own) {
             const known = this.#tasks.get(taskID);
@@ -157,7 +163,7 @@ export class TaskList {
             task.status = isPaused ? 'paused' : 'running';
             if (task.what !== 'Ingest' || isBack) task.detail = ingestDetail(task);
             Object.assign(task, { isListed: true, percentage: percentage ?? task.percentage });
-            task.by = by === browserID ? undefined : by;
+            task.by = by === pageID ? undefined : by;
         }
         const ids = new Set(own.map(({ taskID }) => taskID));
         for (const task of this.running)

@@ -2,11 +2,12 @@
 
 import { isGood, pathEnd } from '../kit/format.js';
 import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf, saying } from '../kit/media.js';
-import { failureText } from '../kit/outcome.js';
+import { failureText, workTitle } from '../kit/outcome.js';
+import { progressText } from '../kit/tasks.js';
 
 /** What stands of a clip beside what is wrong with it; the first that is so. */
 const states = [
-    [({ problem }) => problem !== undefined, 'bad', () => 'Failed'],
+    [({ problem }) => problem !== undefined, 'bad', () => ''],
     [({ isUnreachable }) => isUnreachable, 'bad', () => 'Not reachable'],
     [({ isChanged }) => isChanged, 'warn', () => 'Changed on disk'],
     [({ isXmpChanged }) => isXmpChanged, 'warn', () => 'XMP changed'],
@@ -18,10 +19,7 @@ const states = [
  * one.
  */
 export function stateOf(clip, task) {
-    if (task !== undefined) {
-        const share = task.percentage === null ? '' : ` ${task.percentage} %`;
-        return { tone: '', text: `${task.title.split(' – ')[0]}${share}` };
-    }
+    if (task !== undefined) return { tone: '', text: progressText(task) };
     const [, tone, text] = states.find(([applies]) => applies(clip));
     return { tone, text: text(clip) };
 }
@@ -35,10 +33,7 @@ const advices = [
         ({ isChanged }) => isChanged,
         'The file is another one than when it was read. Read its XMP and properties again.',
     ],
-    [
-        ({ isXmpChanged }) => isXmpChanged,
-        'The XMP below is what the host told last. Read it from disk to be sure.',
-    ],
+    [({ isXmpChanged }) => isXmpChanged, 'The host told new XMP. Read it from disk to be sure.'],
 ];
 
 /** @returns {string} What is wrong with a clip and what to do; empty where nothing is. */
@@ -165,7 +160,7 @@ export class ClipList {
 
     /** Something went wrong with a clip; another try begins by forgetting it. */
     failed(what, path, failure) {
-        this.note(path, failureText(what, failure));
+        this.note(path, `${workTitle(what)} failed. ${failureText(what, failure)}`);
     }
 
     note(path, problem) {
@@ -221,6 +216,7 @@ const comparedBy = {
 export function listed(clips, { search = '', key = '', descending = false } = {}) {
     const words = search.toLowerCase().split(/\s+/).filter(Boolean);
     const found = clips.filter((clip) => {
+        if (words.length === 0) return true;
         const text = [clip.name, clip.path, clip.bin ?? '', ...clip.metadata.map(([, value]) => value)]
             .join('\n')
             .toLowerCase();

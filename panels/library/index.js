@@ -9,7 +9,7 @@ import { glyph } from '../kit/glyphs.js';
 import { typeNames } from '../kit/media.js';
 import { PanelPage } from '../kit/panel-page.js';
 import { ClipList, adviceOf, listed, stateOf } from './clips.js';
-import { Details } from './details.js';
+import { makeDetails } from './details.js';
 import * as questions from './questions.js';
 import * as requests from './requests.js';
 
@@ -56,7 +56,10 @@ async function run(what, content, work, some, how = {}) {
         const known = new Map(items.map(({ path, text }) => [path, text]));
         for (const path of paths)
             if (known.size === 0 || known.has(path))
-                clips.note(path, `${work} failed. ${known.get(path) ?? detail}`);
+                clips.note(
+                    path,
+                    `${work}${status === 'failed' ? ' failed.' : ':'} ${known.get(path) ?? detail}`,
+                );
     }
     show();
     return answer;
@@ -169,7 +172,7 @@ const detailTools = {
         { label: 'Write to disk …', run: writeXmp, prevented: needsXmp },
     ]),
 };
-const details = new Details(
+const details = makeDetails(
     document.getElementById('details'),
     Object.fromEntries(Object.entries(detailTools).map(([name, actions]) => [name, actions.buttons])),
 );
@@ -182,19 +185,13 @@ function showState(clip, cell) {
     const task = page.tasks.at(clip.path);
     const { tone, text } = stateOf(clip, task);
     const advice = task === undefined ? adviceOf(clip) : '';
-    cell.append(element('span', { className: tone, textContent: advice ? `${text}: ${advice}` : text }));
+    cell.append(element('span', { className: tone, textContent: [text, advice].filter(Boolean).join(': ') }));
 }
 
 grid.columns = [
     { key: 'type', label: 'Kind', width: '9ch', sortable: true, cell: showType },
     { key: 'name', label: 'Name', width: '3fr', sortable: true },
-    {
-        key: 'path',
-        label: 'File',
-        width: '2fr',
-        sortable: true,
-        cell: ({ path }, cell) => cell.append(pathEnd(path)),
-    },
+    { key: 'state', label: 'State', width: '3fr', sortable: true, cell: showState },
     {
         key: 'length',
         label: 'Duration',
@@ -203,8 +200,14 @@ grid.columns = [
         sortable: true,
         cell: ({ length, rate }, cell) => cell.append(duration(length, rate)),
     },
+    {
+        key: 'path',
+        label: 'File',
+        width: '2fr',
+        sortable: true,
+        cell: ({ path }, cell) => cell.append(pathEnd(path)),
+    },
     { key: 'bin', label: 'Bin', width: '1fr', sortable: true },
-    { key: 'state', label: 'State', width: '3fr', sortable: true, cell: showState },
 ];
 
 function update() {

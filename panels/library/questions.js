@@ -4,7 +4,7 @@
 import { ticksPerSecond } from '../client/values.js';
 import { ask } from '../kit/dialog.js';
 import { pathEnd, pathFolder, plural, ticksOf, timecode } from '../kit/format.js';
-import { nameProblem, pathProblem, withoutEnding } from './requests.js';
+import { nameProblem, pathProblem, withoutEnding } from '../kit/paths.js';
 
 const last = { bin: '', preset: '', folder: '', withXmp: true, where: 'local', target: '', port: '21' };
 

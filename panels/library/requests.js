@@ -2,6 +2,7 @@
 
 import { pathEnd } from '../kit/format.js';
 import { saying } from '../kit/media.js';
+import { withoutEnding } from '../kit/paths.js';
 
 const isWhole = (ticks, rate) => typeof ticks === 'bigint' && ticks % rate === 0n;
 
@@ -12,8 +13,6 @@ export function rangeOf({ path, rate, start, length }) {
 }
 
 const originOf = ({ batchID, taskItemID }) => saying({ batchID, taskItemID });
-
-export const withoutEnding = (name) => name.replace(/(?!^)\.[^.]*$/, '');
 
 export const importXmp = (clip) => ({ fileList: [clip.path], ...originOf(clip) });
 
@@ -79,17 +78,3 @@ export const transfer = (clips, { where, folder, overwrite, server, port, user, 
 });
 
 export const rename = ({ path }, newName) => ({ renameItemList: [{ src: path, newName }] });
-
-/** @returns {string | undefined} Why a file cannot be called so. */
-export function nameProblem(name, { path } = {}) {
-    if (/[/\\\0]/.test(name)) return 'A name has no / or \\: a file stays in its folder.';
-    if (name === '.' || name === '..') return 'Choose a name that is not a folder’s.';
-    if (path !== undefined && name === pathEnd(path)) return 'That is its name already.';
-    return undefined;
-}
-
-/** @returns {string | undefined} Why a path is none that a host can use. */
-export const pathProblem = (path) =>
-    /^(\/|[A-Za-z]:[/\\]|\\\\)/.test(path.trim())
-        ? undefined
-        : 'Enter a whole path, such as /media/out or D:\\media.';
