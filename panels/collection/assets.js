@@ -176,9 +176,9 @@ export class AssetTree {
     }
 
     /**
-     * @param {{isShut: (key: string) => boolean, search?: string, valueOf?: (node) => unknown, descending?:
+     * @param {{isShut: (key: string) => boolean, search?: string, sortedBy?: (node) => unknown, descending?:
      * boolean}} how
-     *     `valueOf`: by what those beside each other are put in order.
+     *     `sortedBy`: by what those beside each other are put in order.
      * @returns {object[]} Nodes with their `level` and whether they are `expanded`, in the order of the tree.
      * Of a
      *     search those found and what holds them.
@@ -187,7 +187,7 @@ export class AssetTree {
         isShut,
         search = '',
         textOf = ({ name, path }) => `${name}\n${path}`,
-        valueOf,
+        sortedBy,
         descending = false,
     }) {
         const words = search.toLowerCase().split(/\s+/).filter(Boolean);
@@ -196,9 +196,9 @@ export class AssetTree {
         const compare = (a, b) => (a[0] < b[0] ? -1 : a[0] > b[0] ? 1 : 0) * (descending ? -1 : 1);
         const inOrder = (keys) => {
             const nodes = keys.map((key) => this.#nodes.get(key));
-            if (valueOf === undefined) return nodes;
+            if (sortedBy === undefined) return nodes;
             return nodes
-                .map((node) => [valueOf(node), node])
+                .map((node) => [sortedBy(node), node])
                 .sort(compare)
                 .map(([, node]) => node);
         };

@@ -251,7 +251,7 @@ function update(isAnew) {
 
 function show(isAnew = false) {
     const { key, descending } = order;
-    const valueOf = valuesToSort[key] ?? (columns.nameOf(key) && ((node) => columns.valueOf(node.id, key)));
+    const sortedBy = valuesToSort[key] ?? (columns.nameOf(key) && ((node) => columns.valueOf(node.id, key)));
     grid.emptyText =
         search.value.trim() === ''
             ? 'No assets yet. Choose Ingest files to begin; what the host ingests or saves shows here.'
@@ -260,7 +260,7 @@ function show(isAnew = false) {
         isShut: (node) => shut.has(node),
         search: search.value,
         textOf,
-        valueOf,
+        sortedBy,
         descending,
     });
     update(isAnew);
