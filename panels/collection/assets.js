@@ -3,8 +3,10 @@
 import { newGuid } from '../client/guid.js';
 import { isGood, pathEnd } from '../kit/format.js';
 import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf } from '../kit/media.js';
+import { clipTypes } from '../kit/words.js';
 
-const wholes = [1, 3]; // clips and rough cuts
+/** What a file is as a whole, not as a part of it. */
+const wholes = [clipTypes.masterClip, clipTypes.roughCut];
 
 export class AssetTree {
     #nodes = new Map(); // by key
@@ -25,7 +27,7 @@ export class AssetTree {
         const before = this.#nodes.get(key);
         const name = changes.name ?? before?.name ?? changes.alias ?? pathEnd(changes.path ?? '');
         const made = {
-            type: 1,
+            type: clipTypes.masterClip,
             children: [],
             copies: [],
             extraPaths: [],

@@ -7,7 +7,7 @@ import { Actions, noConnection } from '../kit/actions.js';
 import { element } from '../kit/elements.js';
 import { duration, plural } from '../kit/format.js';
 import { glyph } from '../kit/glyphs.js';
-import { typeNames } from '../kit/media.js';
+import { isOfRoughCut, typeNames } from '../kit/media.js';
 import { failureText } from '../kit/outcome.js';
 import { PanelPage } from '../kit/panel-page.js';
 import { progressText } from '../kit/tasks.js';
@@ -30,9 +30,7 @@ const page = new PanelPage('mediaCollection', {
         if (tree.hear(name, message)) show();
     },
     state: (state) => {
-        if (!Array.isArray(state.columns)) return;
-        columns.heardState(state.columns);
-        showColumns();
+        if (Array.isArray(state.columns) && columns.heardState(state.columns)) showColumns();
     },
     unknown: 'This host lists neither tasks nor columns: what other pages did is not known here.',
 });
@@ -75,9 +73,9 @@ async function ingest() {
 }
 
 /** Why XMP was not read; rough cuts are the usual reason. */
-const xmpFailure = (what, { type }) =>
-    type === 3 || type === 4
-        ? `${typeNames[type]}: it carries no XMP of its own. Read that of the clip.`
+const xmpFailure = (what, node) =>
+    isOfRoughCut(node)
+        ? `${typeNames[node.type]}: it carries no XMP of its own. Read that of the clip.`
         : failureText(what);
 
 /** What was asked for and is not in the answer could not be read. */

@@ -111,6 +111,7 @@ export function ask({ title, text, fields: described, action }) {
             event.preventDefault();
             end(null);
         });
+        dialog.addEventListener('close', () => end(null)); // browsers close one that does not want to
         showAsked();
         document.body.append(dialog);
         dialog.showModal();

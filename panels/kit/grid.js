@@ -29,6 +29,7 @@ class Grid extends HTMLElement {
     #elements = new Map(); // of the rows that are there, by key
     #column = -1; // where the focus is within a row; -1: at the row itself
     #frame;
+    #hadFocus = false; // whether rows that were thrown away had it
     #endNext = false; // whether the next picture is to show the end
     #head = element('div', { className: 'grid-head', role: 'rowgroup' });
     #body = element('div', { className: 'grid-rows', role: 'rowgroup' });
@@ -80,6 +81,7 @@ class Grid extends HTMLElement {
         this.style.setProperty('--least', `calc(${widths.map(least).join(' + ') || '0px'})`);
         this.#view.setAttribute('aria-colcount', columns.length);
         this.#column = Math.min(this.#column, columns.length - 1);
+        this.#hadFocus = this.#body.contains(document.activeElement);
         this.#elements.clear();
         this.#body.replaceChildren();
         this.#showHead();
@@ -204,7 +206,8 @@ class Grid extends HTMLElement {
         const wanted = new Set(Array.from({ length: Math.max(0, last - first) }, (_, i) => first + i));
         if (rows.length > 0) wanted.add(this.#model.active); // it may have the focus
         const indices = [...wanted].sort((a, b) => a - b);
-        const hadFocus = this.#body.contains(document.activeElement);
+        const hadFocus = this.#hadFocus || this.#body.contains(document.activeElement);
+        this.#hadFocus = false;
         const spare = this.#takeSpare(indices);
         indices.forEach((index, place) => {
             const key = this.#model.keyAt(index);

@@ -4,6 +4,7 @@
 import { PanelError } from '../client/errors.js';
 import { newGuid } from '../client/guid.js';
 import { findRequest, shortName } from '../client/rules.js';
+import { noConnection } from './actions.js';
 import { element, setText } from './elements.js';
 import { errorText } from './format.js';
 import { outcomeOf, outcomeOfError, statusTexts, workTitle } from './outcome.js';
@@ -194,7 +195,7 @@ export class PanelPage {
         });
         let outcome;
         try {
-            if (!this.#isUsable) throw new PanelError('disconnected', 'there is no connection');
+            if (!this.#isUsable) throw new PanelError('unsent', noConnection);
             const answer = await this.#panel.request(
                 what,
                 { ...content, header: { taskID: id, msgID } },

@@ -163,7 +163,7 @@ export class TaskList {
             task.status = isPaused ? 'paused' : 'running';
             if (task.what !== 'Ingest' || isBack) task.detail = ingestDetail(task);
             Object.assign(task, { isListed: true, percentage: percentage ?? task.percentage });
-            task.by = by === pageID ? undefined : by;
+            task.by = by === pageID ? undefined : (by ?? undefined);
         }
         const ids = new Set(own.map(({ taskID }) => taskID));
         for (const task of this.running)
@@ -174,6 +174,7 @@ export class TaskList {
 
     #vanished(task) {
         if (task.by !== undefined) this.#tasks.delete(task.id);
+        else if (task.ready > 0) this.end(task.id, { status: 'done', detail: ingestDetail(task) });
         else this.end(task.id, { status: 'lost', detail: lostText });
     }
 
