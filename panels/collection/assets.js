@@ -179,11 +179,9 @@ export class AssetTree {
 
     /**
      * @param {{isShut: (key: string) => boolean, search?: string, sortedBy?: (node) => unknown, descending?:
-     * boolean}} how
-     *     `sortedBy`: by what those beside each other are put in order.
+     *     boolean}} how `sortedBy`: by what those beside each other are put in order.
      * @returns {object[]} Nodes with their `level` and whether they are `expanded`, in the order of the tree.
-     * Of a
-     *     search those found and what holds them.
+     *     Of a search those found and what holds them.
      */
     rows({
         isShut,

@@ -12,8 +12,7 @@ const leastFlexible = '14ch';
 
 /**
  * Columns are `{ key, label, width, align, sortable, cell(row, td) }`. A tree has `levelOf(row)`, from 0 on,
- * and
- * `isExpanded(row)`, undefined where nothing is in it; it asks for the other by the event `expand`.
+ * and `isExpanded(row)`, undefined where nothing is in it; it asks for the other by the event `expand`.
  * Events: `select`, `open` (detail: the row), `sort` ({ key, descending }), `expand` ({ row, expanded }).
  */
 class Grid extends HTMLElement {

@@ -71,10 +71,8 @@ export class TaskList {
 
     /**
      * @param {{id: string, what: string, msgID?: string, title?: string, paths?: string[], cancel?: () =>
-     * void,
-     *     isAwaited?: boolean, isBrief?: boolean}} task `isAwaited`: its end is told by the answer;
-     *     `isBrief`: nobody
-     *     needs it any more when it went well.
+     *     void, isAwaited?: boolean, isBrief?: boolean}} task `isAwaited`: its end is told by the answer;
+     *     `isBrief`: nobody needs it any more when it went well.
      */
     begin(task) {
         this.#add(task);

@@ -17,7 +17,7 @@ const states = [
 
 /**
  * @returns {{tone: string, text: string}} The state of a clip, with the task that works on it, if there is
- * one.
+ *     one.
  */
 export function stateOf(clip, task) {
     if (task !== undefined) return { tone: '', text: progressText(task) };
