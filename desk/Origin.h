@@ -14,6 +14,9 @@ enum class PanelKind
 
 constexpr PanelKind kPanelKinds[] = {PanelKind::kLibrary, PanelKind::kMediaCollection};
 
+/// What all panels of the media collection are called.
+constexpr const char16_t* kCollectionID = u"MediaCollection";
+
 constexpr std::size_t IndexOf(PanelKind kind)
 {
     return static_cast<std::size_t>(kind);

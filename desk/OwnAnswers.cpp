@@ -54,8 +54,9 @@ void OwnAnswers::Answer(Host& host, const Origin& asker, const std::string& type
                 mTraffic.WithOverview([](const Overview& overview) { return overview.Assets(); }));
         }
         answer.header = request.header;
-        answer.header.browserID = ferrite::utility::UTF8to16(
-            asker.kind == PanelKind::kMediaCollection ? "MediaCollection" : asker.browserID);
+        answer.header.browserID = asker.kind == PanelKind::kMediaCollection
+                                      ? kCollectionID
+                                      : ferrite::utility::UTF8to16(asker.browserID);
         answer.result = u"OK";
         host.Tell(UTF16to8(*row.status), AC::ACMessageEncoder::EncodeUTF8(answer, AC::kNotificationRoot));
     }

@@ -137,8 +137,11 @@ std::optional<Json> Tools::Exit(const Json& /*with*/, const Asker& /*asker*/)
     AC::ACMessage message;
     message.header.taskID = ferrite::utility::Guid::CreateUnique();
     message.header.msgID = ferrite::utility::Guid::CreateUnique();
-    mNeeds.host.Tell(ferrite::utility::UTF16to8(AC::kPlexaEventType_NotificationAppExit),
-                     AC::ACMessageEncoder::EncodeUTF8(message, AC::kNotificationRoot));
+    for (const char16_t* const browserID : {u"", kCollectionID}) {  // a panel hears what may be its own
+        message.header.browserID = browserID;
+        mNeeds.host.Tell(ferrite::utility::UTF16to8(AC::kPlexaEventType_NotificationAppExit),
+                         AC::ACMessageEncoder::EncodeUTF8(message, AC::kNotificationRoot));
+    }
     mNeeds.timer.PostAfter(kToRefuse, [this] {
         mNeeds.host.FlushRecording();
         HearRefusal();

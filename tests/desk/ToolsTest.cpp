@@ -199,7 +199,8 @@ TEST_F(ToolsTest, EndsUnlessAPanelRefuses)
     EXPECT_EQ(tools.ExitState(), Json({{"isAsked", true}})) << "an old refusal does not count";
     timer.Pass();
     EXPECT_EQ(ends, 1);
-    EXPECT_THAT(library.TakeNotifications(), ElementsAre("AppExit to none", "AppExit to none"));
+    EXPECT_THAT(library.TakeNotifications(), ElementsAre("AppExit to none", "AppExit to MediaCollection",
+                                                         "AppExit to none", "AppExit to MediaCollection"));
 }
 
 /// What a page hears when each frame of three meets the fault, at once and later.
