@@ -34,12 +34,12 @@ class Row {
     #ends({ lanes, to }, causing) {
         const { line } = this;
         const named = to?.(line);
-        const connector = causing?.to ?? 'connector';
+        const connector = causing?.line.callback === undefined ? 'connector' : causing.to;
         const lane = (at) => [undefined, named ?? connector, 'host'][at];
         if (this.group === 'request') return [this.by ?? browserIn(line) ?? 'panel', 'connectors'];
         if (this.group === 'notification') {
             const browser = browserIn(line);
-            const told = causing?.line.callback !== undefined ? causing.to : connectorNaming(browser);
+            const told = causing?.line.callback === undefined ? connectorNaming(browser) : causing.to;
             return [causing === undefined ? 'host' : told, browser || 'panels'];
         }
         return lanes.length === 0 ? ['desk', ''] : [lane(lanes[0]), lane(lanes[1])];

@@ -103,7 +103,7 @@ test('lines belong together by cause, by ids and by answers', () => {
     assert.equal(log.relations(row('notification', 'TransferStatus')).get(request.number), 'request');
     const paths = log.rows.map(({ name, from, to }) => `${name}: ${from} -> ${to}`);
     for (const path of ['ExitApp: panel-1 -> connectors', 'OnRenameStatus: host -> library',
-        'RenameStatus: library -> panel-1', 'RefuseExit: connectors -> host'])
+        'RenameStatus: library -> panel-1', 'RefuseExit: connector -> host'])
         assert.ok(paths.includes(path), path);
     assert.deepEqual(log.inputsOf(log.rows.map(({ number }) => number)),
         entriesOf(session('library-day')).filter(({ line }) => isInput(line)).map(({ number }) => number));
