@@ -3,6 +3,7 @@
 #include "assetconnector/host/ferrite/Guid.h"
 #include "assetconnector/host/ferrite/Unicode.h"
 
+#include <boost/smart_ptr/make_shared_object.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -15,6 +16,18 @@ namespace {
 std::string FreshID()
 {
     return ferrite::utility::UTF16to8(ferrite::utility::Guid::CreateUnique().AsString());
+}
+
+nlohmann::json FaultsOf(const Disturbance& toPage, const Disturbance& fromPage)
+{
+    const Faults::Settings& settings = toPage.GetFaults().GetSettings();
+    nlohmann::json kinds = nlohmann::json::array();
+    for (const Fault kind : settings.kinds)
+        kinds.push_back(NameOf(kind));
+    return {{"seed", settings.seed},
+            {"percent", settings.percent},
+            {"kinds", kinds},
+            {"count", toPage.GetFaults().Count() + fromPage.GetFaults().Count()}};
 }
 
 /// Calls Link::ReadOn at the end, whatever happens.
@@ -42,6 +55,8 @@ void Bridge::OnText(const LinkRef& link, const std::string& text)
 
 void Bridge::OnGone(const LinkRef& link, bool isForGood)
 {
+    if (mTools.Leave(link))
+        return;
     const auto session = FindByLink(link);
     if (session == mSessions.end())
         return;
@@ -63,12 +78,22 @@ void Bridge::OnNotification(const std::string& type, const std::string& data)
     mLog.Add(frame);
     for (const Session& session : mSessions)
         if (session.link)
-            session.link->Send(frame);
+            Tell(session, frame, type, data);
+}
+
+void Bridge::Tell(const Session& session, const Frame& frame, const std::string& type,
+                  const std::string& data)
+{
+    if (!session.toPage)
+        return session.link->Send(frame);
+    session.toPage->Take([link = session.link, frame, type, data, number = mLog.Last()](Faults* faults) {
+        link->Send(faults == nullptr ? frame : WriteNotification(type, faults->Garbled(data), number));
+    });
 }
 
 void Bridge::Take(const LinkRef& link, const Hello& hello)
 {
-    if (FindByLink(link) != mSessions.end())
+    if (FindByLink(link) != mSessions.end() || mTools.Has(link))
         return link->Close(Closing::kPolicy, "a second hello on a connection");
     auto session = FindResumed(hello);
     const bool isResumed = session != mSessions.end();
@@ -92,12 +117,38 @@ void Bridge::Take(const LinkRef& link, const Raise& raise)
     const auto session = FindByLink(link);
     if (session == mSessions.end())
         return link->Close(Closing::kPolicy, "the first frame must be a hello");
-    if (raise.number <= session->heard)
-        return;  // sent again, since the page had not been told
+    if (!session->fromPage)
+        return Receive(link, raise);
+    const boost::shared_ptr<Disturbance> disturbance = session->fromPage;
+    disturbance->Take([this, link, raise](Faults* faults) {
+        Receive(link, {raise.type, faults == nullptr ? raise.xml : faults->Garbled(raise.xml), raise.number});
+    });
+}
+
+void Bridge::Receive(const LinkRef& link, const Raise& raise)
+{
+    const auto session = FindByLink(link);
+    if (session == mSessions.end() || raise.number <= session->heard)
+        return;  // gone meanwhile; or sent again, since the page had not been told
     session->heard = raise.number;
     link->Send(WriteHeard(raise.number));
     const Origin asker = session->origin;  // the session may end meanwhile
     mHost.Raise(asker, raise.type, raise.xml);
+}
+
+void Bridge::Take(const LinkRef& link, const ToolHello& hello)
+{
+    if (FindByLink(link) != mSessions.end() || mTools.Has(link))
+        return link->Close(Closing::kPolicy, "a second hello on a connection");
+    mTools.Join(link, hello.heard);
+    link->Send(StateFrame());
+}
+
+void Bridge::Take(const LinkRef& link, const Command& command)
+{
+    if (!mTools.Has(link))
+        return link->Close(Closing::kPolicy, "commands are for pages of the kind desk");
+    mTools.Do(link, command);
 }
 
 void Bridge::Take(const LinkRef& link, const FrameFault& fault)
@@ -117,7 +168,7 @@ Bridge::Sessions::iterator Bridge::FindResumed(const Hello& hello)
 Bridge::Sessions::iterator Bridge::BeginSession(PanelKind kind)
 {
     const std::string browserID = "panel-" + std::to_string(++mPanelCount);
-    return mSessions.insert(mSessions.end(), {FreshID(), {kind, browserID}, 0, nullptr});
+    return mSessions.insert(mSessions.end(), {FreshID(), {kind, browserID}, 0, {}, {}, {}});
 }
 
 Bridge::Sessions::iterator Bridge::FindByLink(const LinkRef& link)
@@ -126,17 +177,57 @@ Bridge::Sessions::iterator Bridge::FindByLink(const LinkRef& link)
                         [&link](const Session& session) { return session.link == link; });
 }
 
-void Bridge::SendState()
+Frame Bridge::StateFrame() const
 {
-    nlohmann::json panels = nlohmann::json::array();
+    nlohmann::json state = mMore();
+    nlohmann::json& panels = state["panels"] = nlohmann::json::array();
     for (const Session& session : mSessions)
         if (session.link)
-            panels.push_back(
-                {{"browserID", session.origin.browserID}, {"kind", NameOf(session.origin.kind)}});
-    const Frame frame = WriteState({{"panels", panels}});
+            panels.push_back({{"browserID", session.origin.browserID},
+                              {"kind", NameOf(session.origin.kind)},
+                              {"faults", session.toPage ? FaultsOf(*session.toPage, *session.fromPage)
+                                                        : nlohmann::json()}});
+    return WriteState(state);
+}
+
+void Bridge::SendState()
+{
+    const Frame frame = StateFrame();
     for (const Session& session : mSessions)
         if (session.link)
             session.link->Send(frame);
+    mTools.Send(frame);
+}
+
+bool Bridge::Disturb(const std::string& browserID, const Faults::Settings& settings)
+{
+    const auto session = std::find_if(mSessions.begin(), mSessions.end(), [&browserID](const Session& each) {
+        return each.link && each.origin.browserID == browserID;
+    });
+    if (session == mSessions.end())
+        return false;
+    for (const auto& before : {std::exchange(session->toPage, {}), std::exchange(session->fromPage, {})})
+        if (before)
+            before->Flush();
+    if (settings.percent > 0 && !settings.kinds.empty()) {
+        const auto make = [&](std::uint32_t seed, const char* member, const std::string& direction) {
+            const auto disconnect = [this, browserID] {
+                for (const Session& each : mSessions)
+                    if (each.link && each.origin.browserID == browserID)
+                        each.link->Close(Closing::kFault, "a fault that somebody asked for");
+            };
+            const auto mark = [this, member, direction, browserID](const std::string& fault) {
+                mHost.Mark(member, fault + direction + browserID);
+            };
+            Faults::Settings own = settings;
+            own.seed = seed;
+            return boost::make_shared<Disturbance>(own, mTimer, disconnect, mark);
+        };
+        session->toPage = make(settings.seed, "last", " on the way to ");
+        session->fromPage = make(settings.seed + 1, "note", " on the way from ");
+    }
+    SendState();
+    return true;
 }
 
 void Bridge::ForgetOldest()

@@ -1,15 +1,20 @@
 #pragma once
 
+#include "desk/Disturbance.h"
 #include "desk/Frames.h"
 #include "desk/Host.h"
 #include "desk/Link.h"
 #include "desk/NotificationLog.h"
+#include "desk/Tools.h"
 #include "reference_host/PanelEvents.h"
+
+#include <boost/function.hpp>
 
 #include <cstddef>
 #include <cstdint>
 #include <list>
 #include <string>
+#include <utility>
 
 namespace Desk {
 
@@ -25,8 +30,14 @@ public:
         std::size_t mostAway = 64;  ///< Sessions without a connection; the oldest go.
     };
 
-    /// \param host Outlives what is called here, not the object: it may hold the bridge as its panel.
-    Bridge(Host& host, const Limits& limits) : mHost(host), mLimits(limits), mLog(limits.log) {}
+    /// \param host, timer Outlive what is called here, not the object: the host may hold the bridge as its
+    /// panel. \param tools Of the pages that are none of a panel; as the host. \param more Gives the members
+    /// of the frame "state" beside those of the pages.
+    Bridge(Host& host, Timer& timer, Tools& tools, boost::function<nlohmann::json()> more,
+           const Limits& limits)
+        : mHost(host), mTimer(timer), mTools(tools), mMore(std::move(more)), mLimits(limits), mLog(limits.log)
+    {
+    }
 
     /// What came from a page; ends with Link::ReadOn.
     /// \throws As Host::Raise; the request counts as heard.
@@ -37,18 +48,28 @@ public:
 
     void OnNotification(const std::string& type, const std::string& data) override;
 
+    /// Disturbs what passes between host and page from now on, both ways; without kinds or at 0 percent no
+    /// more. \return False when no such page is connected.
+    bool Disturb(const std::string& browserID, const Faults::Settings& settings);
+
+    /// Tells each page how things stand.
+    void SendState();
+
 private:
     struct Session
     {
         std::string id;
         Origin origin;
-        std::uint64_t heard = 0;  ///< The number of the last request.
-        LinkRef link;             ///< Null while the page is away.
+        std::uint64_t heard = 0;                          ///< The number of the last request.
+        LinkRef link;                                     ///< Null while the page is away.
+        boost::shared_ptr<Disturbance> toPage, fromPage;  ///< Null: nothing disturbs it.
     };
     using Sessions = std::list<Session>;
 
     void Take(const LinkRef& link, const Hello& hello);
     void Take(const LinkRef& link, const Raise& raise);
+    void Take(const LinkRef& link, const ToolHello& hello);
+    void Take(const LinkRef& link, const Command& command);
     void Take(const LinkRef& link, const FrameFault& fault);
     void Take(const LinkRef& /*link*/, const UnknownFrame& /*frame*/) {}
 
@@ -57,11 +78,16 @@ private:
     Sessions::iterator BeginSession(PanelKind kind);
     Sessions::iterator FindByLink(const LinkRef& link);
 
-    /// Tells each page which panels are connected.
-    void SendState();
+    /// What the page raises reaches the host.
+    void Receive(const LinkRef& link, const Raise& raise);
+    void Tell(const Session& session, const Frame& frame, const std::string& type, const std::string& data);
+    Frame StateFrame() const;
     void ForgetOldest();
 
     Host& mHost;
+    Timer& mTimer;
+    Tools& mTools;
+    const boost::function<nlohmann::json()> mMore;
     const Limits mLimits;
     NotificationLog mLog;
     Sessions mSessions;  ///< Those away in the order in which they went, then the connected ones.

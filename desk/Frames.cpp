@@ -10,8 +10,13 @@ namespace {
 
 using Json = nlohmann::json;
 
-/// Frames are flat; what nests deeper would only take memory.
-constexpr int kDeepest = 8;
+/// Records nest; what nests deeper would only take memory.
+constexpr int kDeepest = 256;
+
+/// How large a frame of several entries becomes, if none is larger by itself.
+constexpr std::size_t kLargeFrame = std::size_t{1} << 18;
+
+constexpr const char* kToolKind = "desk";
 
 constexpr const char* kKindNames[] = {"library", "mediaCollection"};
 
@@ -56,11 +61,13 @@ PageFrame ReadHello(const Json& json)
     if (!json.is_object())
         return FrameFault{"the hello is no object"};
     Hello hello;
-    const std::optional<std::string> kind = TextOf(json, "kind");
-    if (kind == NameOf(PanelKind::kMediaCollection))
-        hello.kind = PanelKind::kMediaCollection;
-    else if (kind != NameOf(PanelKind::kLibrary))
-        return FrameFault{"the hello's kind must be library or mediaCollection"};
+    const std::string name = TextOf(json, "kind").value_or("");
+    if (name == kToolKind)
+        return ToolHello{NumberOf(json, "heard").value_or(0)};
+    const std::optional<PanelKind> kind = KindOf(name);
+    if (!kind)
+        return FrameFault{"the hello's kind must be library, mediaCollection or desk"};
+    hello.kind = *kind;
     hello.session = TextOf(json, "session");
     if (!hello.session)
         return hello;
@@ -69,6 +76,16 @@ PageFrame ReadHello(const Json& json)
         return FrameFault{"a hello that goes on without the number of what was heard"};
     hello.heard = *heard;
     return hello;
+}
+
+PageFrame ReadCommand(const Json& json)
+{
+    std::optional<std::string> name = TextOf(json, "do");
+    const std::optional<std::uint64_t> number = NumberOf(json, "number");
+    const Json with = json.value("with", Json::object());
+    if (!name || !number || !with.is_object())
+        return FrameFault{"a command without name or number, or with what is no object"};
+    return Command{std::move(*name), with, *number};
 }
 
 Frame Write(const Json& json)
@@ -87,6 +104,8 @@ PageFrame ReadPageFrame(const std::string& text)
         return FrameFault{"a frame is no object"};
     if (const auto hello = json.find("hello"); hello != json.end())
         return ReadHello(*hello);
+    if (json.find("do") != json.end())
+        return ReadCommand(json);
     if (json.find("raise") == json.end())
         return UnknownFrame{};
     std::optional<std::string> type = TextOf(json, "raise");
@@ -121,6 +140,47 @@ Frame WriteHeard(std::uint64_t number)
 Frame WriteState(const Json& state)
 {
     return Write({{"state", state}});
+}
+
+Frame WriteToolWelcome(std::uint64_t last)
+{
+    return Write({{"welcome", {{"kind", kToolKind}, {"number", last}}}});
+}
+
+std::vector<Frame> WriteTraffic(const std::vector<std::string>& entries)
+{
+    std::vector<Frame> frames;
+    std::string text;
+    const auto flush = [&frames, &text] {
+        if (!text.empty())
+            frames.push_back(
+                boost::make_shared<const std::string>("{\"traffic\":[" + std::exchange(text, {}) + "]}"));
+    };
+    for (const std::string& entry : entries) {
+        if (text.size() + entry.size() > kLargeFrame)
+            flush();
+        text += (text.empty() ? "" : ",") + entry;
+    }
+    flush();
+    return frames;
+}
+
+Frame WriteDone(std::uint64_t number, const Json& value)
+{
+    return Write({{"done", number}, {"value", value}});
+}
+
+Frame WriteFailure(std::uint64_t number, const std::string& error)
+{
+    return Write({{"done", number}, {"error", error}});
+}
+
+std::optional<PanelKind> KindOf(const std::string& name)
+{
+    for (const PanelKind kind : kPanelKinds)
+        if (name == NameOf(kind))
+            return kind;
+    return std::nullopt;
 }
 
 const char* NameOf(PanelKind kind)

@@ -1,118 +1,77 @@
 #pragma once
 
-#include "assetconnector/connectors/IAssetConnectorPrivate.h"
-#include "assetconnector/host/kiln/InterfaceRef.h"
-#include "assetconnector/host/ridge/IIngestLibraryNotifier.h"
 #include "desk/Origin.h"
-#include "desk/Work.h"
-#include "reference_host/ForwardingDispatcher.h"
-#include "reference_host/Host.h"
+#include "reference_host/PanelEvents.h"
+#include "session/format/Json.h"
 
 #include <boost/shared_ptr.hpp>
 
-#include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace Desk {
 
-using Notifier = Ridge::IIngestLibraryNotifier;
+/// A session that is played, paced by hand. What is called when nothing waits for it does nothing.
+class Playback
+{
+public:
+    virtual ~Playback() = default;
 
-/// Whether a callback is told by the media collection's connector alone, whoever asked.
-template <auto kCallback>
-constexpr bool kIsOfCollectionAlone = false;
-template <>
-inline constexpr bool kIsOfCollectionAlone<&Notifier::OnInitMiniMetadata> = true;
-template <>
-inline constexpr bool kIsOfCollectionAlone<&Notifier::OnGetTargetBinPath> = true;
+    /// Plays the next line.
+    virtual void Step() = 0;
 
-/// The installed host with both connectors. Both hear every request: of those that both handle only the
-/// connector of the asker's kind forwards it to the work, what one alone handles is forwarded whoever asked.
-/// Made, used and destroyed on one thread.
+    /// Raises the request that is waited for with the session's own text.
+    virtual void RaiseIt() = 0;
+
+    /// \param speed How many times as fast, above 0. \param isStepping Whether each line waits for Step. What
+    /// is left out stays.
+    virtual void SetPace(std::optional<double> speed, std::optional<bool> isStepping) = 0;
+};
+
+/// An installed host with its connectors, as pages meet it. Made, used and destroyed on one thread.
 class Host
 {
 public:
-    /// \param work Outlives the host.
-    /// \throws As AC::InstallHost.
-    explicit Host(Work& work);
-
+    virtual ~Host() = default;
+    Host() = default;
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 
     /// \param panel Gets every notification. Not null.
-    void Attach(boost::shared_ptr<ReferenceHost::Panel> panel);
+    virtual void Attach(boost::shared_ptr<ReferenceHost::Panel> panel) = 0;
 
-    /// \return The identifiers of the requests that the work handles beside the connectors.
-    const std::vector<std::string>& Handles() const noexcept { return mHandles; }
+    /// \return The identifiers of the requests that the host handles beside the connectors.
+    virtual const std::vector<std::string>& Handles() const = 0;
 
     /// A panel raises a request. \param type Its identifier. \param xml Its text; both UTF-8, not checked.
-    /// \throws What the work throws; the rest of the request is dropped.
-    void Raise(const Origin& asker, const std::string& type, const std::string& xml);
-
-    /// \return Whose request is being raised, null outside of Raise.
-    const Origin* Asker() const noexcept { return mAsker; }
-
-    /// Tells the outcome of a request, or how far it came, through the asker's connector and with its id.
-    /// \tparam kCallback Such as &Notifier::OnTransferStatus.
-    template <auto kCallback, class... Arguments>
-    void Answer(const Origin& asker, const Arguments&... arguments)
-    {
-        const BrowserIDScope scope(mServices.GetPanelEvents(), asker.browserID);
-        Call<kCallback>(kIsOfCollectionAlone<kCallback> ? PanelKind::kMediaCollection : asker.kind,
-                        arguments...);
-    }
-
-    /// Tells news, which name no panel.
-    template <auto kCallback, class... Arguments>
-    void Tell(const Arguments&... arguments)
-    {
-        const BrowserIDScope scope(mServices.GetPanelEvents(), {});
-        if (!kIsOfCollectionAlone<kCallback>)
-            Call<kCallback>(PanelKind::kLibrary, arguments...);
-        Call<kCallback>(PanelKind::kMediaCollection, arguments...);
-    }
+    /// \throws What handling it throws; the rest of the request is dropped.
+    virtual void Raise(const Origin& asker, const std::string& type, const std::string& xml) = 0;
 
     /// Delivers the station messages that are posted. \return Whether there were any: they may have posted
     /// more. \throws What a listener throws: that message is done with, those behind it stay.
-    bool DeliverPosted() { return mServices.GetStations().DeliverPosted() > 0; }
+    virtual bool DeliverPosted() = 0;
 
-    ReferenceHost::Host& Services() noexcept { return mServices; }
+    /// Makes a callback by hand. \param name Such as "OnTransferStatus". \param arguments As session files
+    /// have them. \param to The connector that is called; without it as the host itself would.
+    /// \throws Session::FormatError for what is no callback, connector or argument; what the callback throws.
+    virtual void Callback(const std::string& name, const Session::Json& arguments,
+                          std::optional<PanelKind> to) = 0;
 
-private:
-    /// What GetBrowserID gives for as long as it lives.
-    class BrowserIDScope
-    {
-    public:
-        BrowserIDScope(ReferenceHost::PanelEvents& events, std::string browserID);
-        ~BrowserIDScope();
-        BrowserIDScope(const BrowserIDScope&) = delete;
-        BrowserIDScope& operator=(const BrowserIDScope&) = delete;
+    /// Tells panels what no connector does. \param identifier Of a notification. \param xml UTF-8.
+    virtual void Tell(const std::string& identifier, const std::string& xml) = 0;
 
-    private:
-        ReferenceHost::PanelEvents& mEvents;
-        std::string mBefore;
-    };
+    /// Puts a mark into the recording. \see Marks::Put
+    virtual void Mark(const char* member, const std::string& mark) = 0;
 
-    struct Seat
-    {
-        Kiln::InterfaceRef<Notifier> connector;
-        Kiln::InterfaceRef<AC::IAssetConnectorPrivate> access;
-    };
+    /// Waits until everything that has passed is in the recording.
+    virtual void FlushRecording() = 0;
 
-    template <auto kCallback, class... Arguments>
-    void Call(PanelKind kind, const Arguments&... arguments)
-    {
-        Notifier* const notifier = mSeats[IndexOf(kind)].connector.operator->();
-        (notifier->*kCallback)(arguments...);
-    }
+    /// \return What of the host pages are told beside tasks and panels: members of the frame "state".
+    virtual Session::Json State() const = 0;
 
-    Work& mWork;
-    const std::vector<std::string> mHandles;
-    ReferenceHost::Host mServices{ReferenceHost::Stations::Delivery::kByHand};
-    ReferenceHost::Installation mInstallation{mServices};
-    ReferenceHost::IdleDispatcher mIdle;
-    std::array<Seat, 2> mSeats;  ///< By kind.
-    const Origin* mAsker = nullptr;
+    /// \return By what to pace it, where the host plays a session; else null.
+    virtual Playback* GetPlayback() { return nullptr; }
 };
 
 }  // namespace Desk

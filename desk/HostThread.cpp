@@ -30,6 +30,21 @@ void HostThread::Post(Task task)
     mChanged.notify_one();
 }
 
+void HostThread::PostAfter(std::chrono::milliseconds delay, Task task)
+{
+    {
+        const std::lock_guard<std::mutex> lock(mMutex);
+        mLater.emplace(Clock::now() + delay, std::move(task));
+    }
+    mChanged.notify_one();
+}
+
+void HostThread::DropLater()
+{
+    const std::lock_guard<std::mutex> lock(mMutex);
+    mLater.clear();
+}
+
 void HostThread::Run(Task task)
 {
     std::promise<void> done;
@@ -50,7 +65,8 @@ void HostThread::Loop()
         Task task;
         {
             std::unique_lock<std::mutex> lock(mMutex);
-            mChanged.wait(lock, [this] { return mIsEnding || !mTasks.empty(); });
+            for (Clock::time_point next = TakeDue(); !mIsEnding && mTasks.empty(); next = TakeDue())
+                mLater.empty() ? mChanged.wait(lock) : void(mChanged.wait_until(lock, next));
             if (mTasks.empty())
                 return;
             task = std::move(mTasks.front());
@@ -60,6 +76,16 @@ void HostThread::Loop()
         task.clear();
         RunGuarded(mAfterEach);
     }
+}
+
+HostThread::Clock::time_point HostThread::TakeDue()
+{
+    const Clock::time_point now = Clock::now();
+    while (!mLater.empty() && mLater.begin()->first <= now) {
+        mTasks.push_back(std::move(mLater.begin()->second));
+        mLater.erase(mLater.begin());
+    }
+    return mLater.empty() ? now : mLater.begin()->first;
 }
 
 void HostThread::RunGuarded(const Task& task) const

@@ -2,26 +2,36 @@
 
 #include <boost/function.hpp>
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <map>
 #include <mutex>
 #include <string>
 #include <thread>
 
 namespace Desk {
 
-/// A thread that runs tasks one after the other, in the order in which they were posted.
-class HostThread
+/// Runs tasks later, one after the other.
+class Timer
 {
 public:
     using Task = boost::function<void()>;
 
+    virtual ~Timer() = default;
+    virtual void PostAfter(std::chrono::milliseconds delay, Task task) = 0;
+};
+
+/// A thread that runs tasks one after the other, in the order in which they were posted.
+class HostThread final : public Timer
+{
+public:
     /// \param problem Called on the thread with one line on what a posted task threw. Must not throw.
     /// \param afterEach Called on the thread after each task; what it throws is a problem, too.
     HostThread(boost::function<void(const std::string&)> problem, Task afterEach);
 
     /// Runs what is posted, then ends the thread. Not on that thread.
-    ~HostThread();
+    ~HostThread() override;
 
     HostThread(const HostThread&) = delete;
     HostThread& operator=(const HostThread&) = delete;
@@ -29,12 +39,22 @@ public:
     /// Any thread, from inside a task too.
     void Post(Task task);
 
+    /// Posts the task when the time has passed; never, when the thread is ended before. Any thread.
+    void PostAfter(std::chrono::milliseconds delay, Task task) override;
+
+    /// Forgets what PostAfter was told and is not due. Any thread.
+    void DropLater();
+
     /// Posts the task and waits for it. Not on the thread.
     /// \throws What the task throws.
     void Run(Task task);
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     void Loop();
+    /// Moves what is due. \return When the next one is.
+    Clock::time_point TakeDue();
     void RunGuarded(const Task& task) const;
 
     const boost::function<void(const std::string&)> mProblem;
@@ -42,6 +62,7 @@ private:
     std::mutex mMutex;
     std::condition_variable mChanged;
     std::deque<Task> mTasks;
+    std::multimap<Clock::time_point, Task> mLater;
     bool mIsEnding = false;
     std::thread mThread;  ///< The last member: it uses all the others.
 };

@@ -23,6 +23,7 @@ struct Closing
     static constexpr std::uint16_t kTextOnly = 1003;
     static constexpr std::uint16_t kPolicy = 1008;
     static constexpr std::uint16_t kElsewhere = 4001;  ///< The same page has another connection.
+    static constexpr std::uint16_t kFault = 4102;      ///< Asked for, to try how pages come back.
     static constexpr std::uint16_t kTooSlow = 4101;    ///< What it missed it gets when it comes again.
 
     std::uint16_t code = kNormal;

@@ -48,7 +48,7 @@ constexpr bool IsPlain(char c)
 ///         is decoded, so there is one spelling of each file.
 bool IsPlainTarget(std::string_view target)
 {
-    if (target.empty() || target.front() != '/' || target.back() == '/')
+    if (target.empty() || target.front() != '/')
         return false;
     char before = '\0';
     for (const char c : target) {
@@ -74,10 +74,11 @@ Pages::Pages(const fs::path& folder)
         throw std::runtime_error("there is no folder of pages at " + folder.string());
 }
 
-std::optional<Page> Pages::Read(std::string_view target) const
+std::optional<Page> Pages::Read(std::string_view requested) const
 {
-    if (target == "/")
-        target = "/index.html";
+    std::string target(requested);
+    if (!target.empty() && target.back() == '/')
+        target += "index.html";
     const char* const type = TypeOf(target);
     if (type == nullptr || !IsPlainTarget(target))
         return std::nullopt;
@@ -90,6 +91,44 @@ std::optional<Page> Pages::Read(std::string_view target) const
     if (!file)
         return std::nullopt;
     return Page{{std::istreambuf_iterator<char>(file), {}}, type};
+}
+
+std::string Pages::Version() const
+{
+    constexpr int kMostFiles = 10000;
+    std::size_t version = 0;
+    int files = 0;
+    std::error_code error;
+    for (fs::recursive_directory_iterator each(mFolder, error), end;
+         !error && each != end && ++files < kMostFiles; each.increment(error)) {
+        std::error_code gone;
+        const auto time = fs::last_write_time(each->path(), gone).time_since_epoch().count();
+        const std::size_t parts[] = {fs::hash_value(each->path()), static_cast<std::size_t>(time)};
+        for (const std::size_t part : parts)
+            version = version * 31 + part;
+    }
+    return std::to_string(version);
+}
+
+Site::Site(const fs::path& pages, const fs::path& author) : mPages(pages)
+{
+    if (!author.empty())
+        mAuthor.emplace(author);
+}
+
+std::optional<Page> Site::Read(std::string_view target) const
+{
+    constexpr std::string_view kFolder = "/panel";
+    if (!mAuthor)
+        return mPages.Read(target);
+    if (target == "/panel-version")
+        return Page{mAuthor->Version(), "text/plain; charset=utf-8"};
+    if (target.substr(0, kFolder.size() + 1) != "/panel/")
+        return mPages.Read(target);
+    std::optional<Page> page = mAuthor->Read(target.substr(kFolder.size()));
+    if (page && page->type == TypeOf("a.html"))
+        page->content += "<script type=\"module\" src=\"/desk/reload.js\"></script>\n";
+    return page;
 }
 
 }  // namespace Desk

@@ -22,12 +22,31 @@ public:
     /// \throws std::runtime_error when there is no such folder.
     explicit Pages(const std::filesystem::path& folder);
 
-    /// \param target Of a request, such as "/client/index.js"; "/" is "/index.html".
-    /// \return Null where nothing is served.
+    /// \param target Of a request, such as "/client/index.js"; one that ends with "/" means "index.html"
+    /// there. \return Null where nothing is served.
     std::optional<Page> Read(std::string_view target) const;
+
+    /// \return A text that changes when a file in the folder does.
+    std::string Version() const;
 
 private:
     std::filesystem::path mFolder;  ///< Without links.
+};
+
+/// The desk's pages, and below "/panel/" those of a panel under work, which load themselves anew when a file
+/// of theirs changes.
+class Site
+{
+public:
+    /// \param author Empty: there is no such panel. \throws std::runtime_error when there is no such folder.
+    Site(const std::filesystem::path& pages, const std::filesystem::path& author);
+
+    /// As Pages::Read.
+    std::optional<Page> Read(std::string_view target) const;
+
+private:
+    Pages mPages;
+    std::optional<Pages> mAuthor;
 };
 
 }  // namespace Desk

@@ -1,10 +1,31 @@
 #include "desk/Reception.h"
 
+#include <nlohmann/json.hpp>
+
 namespace Desk {
 namespace {
 
 constexpr std::string_view kSocketTarget = "/socket";
 constexpr std::string_view kSessionTarget = "/session";
+constexpr std::string_view kReportTarget = "/csp-report";
+
+/// \return What a browser's report says, in one line.
+std::string ReportOf(std::string_view body)
+{
+    using Json = nlohmann::json;
+    const Json json = Json::parse(body, nullptr, false);
+    const Json report = json.is_object() ? json.value("csp-report", Json()) : Json();
+    if (!report.is_object())
+        return "policy: a report that cannot be read";
+    const auto text = [&report](const char* member) {
+        const Json value = report.value(member, Json());
+        return value.is_string()   ? value.get<std::string>()
+               : value.is_number() ? value.dump()
+                                   : std::string();
+    };
+    return "policy: " + text("effective-directive") + " blocked " + text("blocked-uri") + " on " +
+           text("document-uri") + ", " + text("source-file") + " line " + text("line-number");
+}
 
 }  // namespace
 
@@ -14,9 +35,11 @@ Reply Reception::Answer(const Visit& visit) const
         return std::move(*refusal);
     if (visit.target == kSessionTarget)
         return Session(visit);
+    if (visit.target == kReportTarget)
+        return Report(visit);
     if (visit.method != "GET" && visit.method != "HEAD")
         return NotAllowed("GET, HEAD");
-    std::optional<Page> page = mPages.Read(visit.target);
+    std::optional<Page> page = mSite.Read(visit.target);
     if (!page)
         return Text(404, "There is no such page.\n");
     return Make(200, page->type, std::move(page->content));
@@ -64,6 +87,18 @@ Reply Reception::Session(const Visit& visit) const
     return reply;
 }
 
+/// What the policy blocked is told to who looks at the traffic.
+Reply Reception::Report(const Visit& visit) const
+{
+    if (visit.method != "POST")
+        return NotAllowed("POST");
+    if (!HasCookie(visit))
+        return WithoutToken();
+    Reply reply = Text(200, "");
+    reply.report = ReportOf(visit.body);
+    return reply;
+}
+
 Reply Reception::WithoutToken() const
 {
     return Text(403, "Open the address that the desk printed when it started, with its token.\n");
@@ -82,7 +117,7 @@ Reply Reception::Make(unsigned status, const char* type, std::string content) co
         "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src 'self' ws://" +
         mAccess.Authority() +
         "; base-uri 'none'; form-action 'none'; frame-ancestors 'none'; require-trusted-types-for 'script'; "
-        "trusted-types 'none'";
+        "trusted-types 'none'; report-uri /csp-report";
     return {status,
             std::move(content),
             {{"Content-Type", type},
@@ -91,7 +126,8 @@ Reply Reception::Make(unsigned status, const char* type, std::string content) co
              {"Cross-Origin-Opener-Policy", "same-origin"},
              {"Cross-Origin-Resource-Policy", "same-origin"},
              {"Referrer-Policy", "no-referrer"},
-             {"X-Content-Type-Options", "nosniff"}}};
+             {"X-Content-Type-Options", "nosniff"}},
+            {}};
 }
 
 }  // namespace Desk

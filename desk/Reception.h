@@ -19,6 +19,7 @@ struct Visit
     /// Fields that come exactly once.
     std::optional<std::string_view> host, origin, cookie, token;
     bool hasOrigin = false;  ///< However often.
+    std::string_view body;
 };
 
 struct Reply
@@ -26,6 +27,7 @@ struct Reply
     unsigned status = 200;
     std::string content;
     std::vector<std::pair<const char*, std::string>> fields;
+    std::string report;  ///< What the content policy of a page blocked, in one line; empty: nothing.
 };
 
 /// Decides what a browser is told. A request for another name is refused first, then one of a foreign page;
@@ -36,7 +38,7 @@ public:
     static constexpr const char* kTokenField = "Desk-Token";
 
     /// Both outlive the reception.
-    Reception(const Access& access, const Pages& pages) : mAccess(access), mPages(pages) {}
+    Reception(const Access& access, const Site& site) : mAccess(access), mSite(site) {}
 
     Reply Answer(const Visit& visit) const;
 
@@ -49,13 +51,14 @@ public:
 private:
     std::optional<Reply> RefuseStranger(const Visit& visit) const;
     Reply Session(const Visit& visit) const;
+    Reply Report(const Visit& visit) const;
     bool HasCookie(const Visit& visit) const { return visit.cookie && mAccess.HasCookie(*visit.cookie); }
     Reply WithoutToken() const;
     Reply NotAllowed(const char* allowed) const;
     Reply Make(unsigned status, const char* type, std::string content) const;
 
     const Access& mAccess;
-    const Pages& mPages;
+    const Site& mSite;
 };
 
 }  // namespace Desk

@@ -6,22 +6,45 @@
 
 namespace Desk {
 
-RunningDesk::RunningDesk(const DeskOptions& options, Work& work)
-    : mThread(options.problem, [this] { DeliverPosted(); })
+RunningDesk::RunningDesk(const DeskOptions& options, const MakeHost& makeHost)
+    : mProblem(options.problem),
+      mRecordName(options.record.u8string()),
+      mHasAuthor(!options.author.empty()),
+      mTraffic(options.traffic, [this] { Changed(); }),
+      mWorker(options.problem, [] {}),
+      mThread(options.problem, [this] { DeliverPosted(); })
 {
-    Pages pages(options.pages);
-    mThread.Run([this, &options, &work] {
-        mHost.emplace(work);
-        mBridge = boost::make_shared<Bridge>(*mHost, options.bridge);
-        mHost->Attach(mBridge);
-    });
+    Site site(options.pages, options.author);
+    if (!options.record.empty())
+        mRecord.emplace(options.record);
     try {
+        mThread.Run([this, &options, &makeHost] { BeginHost(options, makeHost); });
         Connections& connections = *this;
-        mServer.emplace(connections, std::move(pages), options.port, options.server);
+        mServer.emplace(connections, std::move(site), options.port, options.server);
     } catch (...) {
         EndHost();
         throw;
     }
+}
+
+void RunningDesk::BeginHost(const DeskOptions& options, const MakeHost& makeHost)
+{
+    Recording::Options recording;
+    recording.sink = [this](const std::string& lines) { TakeRecording(lines); };
+    recording.onTrouble = options.problem;
+    mHost = makeHost({mThread, recording, mAnswers, [this] { Changed(); }});
+    const auto check = [this, check = options.check](const std::string& session,
+                                                     const boost::function<void(const std::string&)>& told) {
+        mWorker.Post([check, session, told] { told(check(session)); });
+    };
+    const auto disturb = [this](const std::string& browserID, const Faults::Settings& settings) {
+        return mBridge->Disturb(browserID, settings);
+    };
+    mTools.emplace(
+        Tools::Needs{*mHost, mThread, mTraffic, disturb, [this] { Changed(); }, options.end, check});
+    mBridge = boost::make_shared<Bridge>(
+        *mHost, mThread, *mTools, [this] { return State(); }, options.bridge);
+    mHost->Attach(mBridge);
 }
 
 RunningDesk::~RunningDesk()
@@ -56,11 +79,46 @@ void RunningDesk::DeliverPosted()
         mThread.Post([] {});  // what was posted meanwhile has its turn behind what waits
 }
 
+void RunningDesk::OnReport(const std::string& report)
+{
+    Post([report](Host& host) { host.Mark("note", report); });
+}
+
+void RunningDesk::TakeRecording(const std::string& lines)
+{
+    mTraffic.Take(lines);
+    if (mRecord)
+        mRecord->Write(lines, mProblem);
+}
+
+void RunningDesk::Changed()
+{
+    constexpr std::chrono::milliseconds kSoon{100};
+    if (!mIsStateDue.exchange(true))
+        mThread.PostAfter(kSoon, [this] {
+            mIsStateDue = false;
+            if (mBridge)
+                mBridge->SendState();
+        });
+}
+
+Session::Json RunningDesk::State()
+{
+    Session::Json state = mTraffic.WithOverview([](const Overview& overview) { return overview.State(); });
+    state.update(mHost->State());
+    state["exit"] = mTools->ExitState();
+    state["record"] = mRecord ? Session::Json(mRecordName) : Session::Json();
+    state["author"] = mHasAuthor;
+    return state;
+}
+
 void RunningDesk::EndHost()
 {
     mThread.Run([this] {
         mBridge.reset();
+        mTools.reset();
         mHost.reset();
+        mThread.DropLater();
     });
 }
 

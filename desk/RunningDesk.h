@@ -3,14 +3,20 @@
 #include "desk/Bridge.h"
 #include "desk/Host.h"
 #include "desk/HostThread.h"
+#include "desk/OwnAnswers.h"
+#include "desk/RecordFile.h"
 #include "desk/Server.h"
-#include "desk/Work.h"
+#include "desk/Tools.h"
+#include "desk/Traffic.h"
+#include "recorder/Recorder.h"
 
 #include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
 
+#include <atomic>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -19,10 +25,18 @@ namespace Desk {
 struct DeskOptions
 {
     std::filesystem::path pages;
-    std::uint16_t port = 0;  ///< 0 for any.
+    std::filesystem::path author;  ///< Of a panel under work; empty: there is none.
+    std::filesystem::path record;  ///< A new file for the recording; empty: there is none.
+    std::uint16_t port = 0;        ///< 0 for any.
     ServerLimits server;
     Bridge::Limits bridge;
-    /// Called on the host's thread with one line on what went wrong there. Must not throw.
+    Traffic::Limits traffic;
+    /// As Tools::Needs have them; called on the host's thread.
+    boost::function<void()> end = [] {};
+    boost::function<std::string(const std::string& session)> check = [](const std::string&) {
+        return std::string("nobody can play it here");
+    };
+    /// Called on any thread with one line on what went wrong. Must not throw.
     boost::function<void(const std::string&)> problem = [](const std::string&) {};
 };
 
@@ -31,9 +45,20 @@ struct DeskOptions
 class RunningDesk final : private Connections
 {
 public:
-    /// \param work Outlives the desk.
-    /// \throws std::runtime_error without the pages or the port; as AC::InstallHost.
-    RunningDesk(const DeskOptions& options, Work& work);
+    /// What a host is made with.
+    struct HostNeeds
+    {
+        HostThread& thread;
+        const Recording::Options& recording;
+        const OwnAnswers& answers;
+        boost::function<void()> changed;  ///< Told, on any thread, when Host::State does.
+    };
+    /// Makes the host, on its thread.
+    using MakeHost = boost::function<std::unique_ptr<Host>(const HostNeeds& needs)>;
+
+    /// \throws std::runtime_error without the pages, the port or the file to record; what making the host
+    /// throws.
+    RunningDesk(const DeskOptions& options, const MakeHost& makeHost);
 
     /// Ends the connections, then the host.
     ~RunningDesk() override;
@@ -52,11 +77,27 @@ private:
     void OnText(const LinkRef& link, std::string text) override;
     void OnGone(const LinkRef& link, bool isForGood) override;
 
+    void OnReport(const std::string& report) override;
+
+    void BeginHost(const DeskOptions& options, const MakeHost& makeHost);
     void DeliverPosted();
+    void TakeRecording(const std::string& lines);
+    /// Tells pages soon how things stand; several changes are told once.
+    void Changed();
+    Session::Json State();
     void EndHost();
 
+    const boost::function<void(const std::string&)> mProblem;
+    const std::string mRecordName;
+    const bool mHasAuthor;
+    std::optional<RecordFile> mRecord;
+    std::atomic<bool> mIsStateDue{false};
+    Traffic mTraffic;
+    OwnAnswers mAnswers{mTraffic};
+    HostThread mWorker;  ///< For what takes longer than the host may wait.
     HostThread mThread;
-    std::optional<Host> mHost;  ///< Host and bridge are the thread's.
+    std::unique_ptr<Host> mHost;  ///< Host, tools and bridge are the thread's.
+    std::optional<Tools> mTools;
     boost::shared_ptr<Bridge> mBridge;
     std::optional<Server> mServer;
 };

@@ -24,8 +24,8 @@ using boost::system::error_code;
 class Server::Listener
 {
 public:
-    Listener(Connections& connections, Pages pages, std::uint16_t port, const ServerLimits& limits)
-        : mShared(connections, std::move(pages), limits), mAcceptor(mShared.context), mPause(mShared.context)
+    Listener(Connections& connections, Site site, std::uint16_t port, const ServerLimits& limits)
+        : mShared(connections, std::move(site), limits), mAcceptor(mShared.context), mPause(mShared.context)
     {
         error_code error;
         const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), port);
@@ -123,8 +123,8 @@ private:
     std::thread mThread;
 };
 
-Server::Server(Connections& connections, Pages pages, std::uint16_t port, const ServerLimits& limits)
-    : mListener(std::make_unique<Listener>(connections, std::move(pages), port, limits))
+Server::Server(Connections& connections, Site site, std::uint16_t port, const ServerLimits& limits)
+    : mListener(std::make_unique<Listener>(connections, std::move(site), port, limits))
 {
 }
 

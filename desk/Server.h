@@ -22,6 +22,9 @@ public:
     /// A page sent a text, well-formed UTF-8. Nothing more is read from it until Link::ReadOn.
     virtual void OnText(const LinkRef& link, std::string text) = 0;
 
+    /// The content policy of a page blocked something. \param report One line of UTF-8.
+    virtual void OnReport(const std::string& report) = 0;
+
     /// The connection is gone; the last call for it. \param isForGood The page said that it ends.
     virtual void OnGone(const LinkRef& link, bool isForGood) = 0;
 };
@@ -45,7 +48,7 @@ class Server
 public:
     /// Listens from here on. \param port 0 for any. \param connections Outlives the server.
     /// \throws std::runtime_error when the port cannot be had.
-    Server(Connections& connections, Pages pages, std::uint16_t port, const ServerLimits& limits);
+    Server(Connections& connections, Site site, std::uint16_t port, const ServerLimits& limits);
 
     /// As Stop.
     ~Server();

@@ -54,6 +54,7 @@ struct Input
         kDelivery,  ///< Of a posted message: one line, part of a "ui" input.
         kOutside,   ///< What the library did outside of any input that can be seen: comments.
         kState,     ///< A change without a line.
+        kNote,      ///< A comment.
     };
 
     Type type = Type::kInput;

@@ -51,6 +51,30 @@ void Journal::Lose(Input& input) noexcept
     std::vector<std::size_t>().swap(input.posts);
 }
 
+void Journal::EndLine(Input& input)
+{
+    input.text.EndLine();
+    if (BytesOf(input) > mBufferBytes)
+        Lose(input);
+}
+
+void Journal::Note(const std::string& text) noexcept
+{
+    const auto write = [&](Input& input) {
+        if (!input.isLost)
+            Guard(&input, [&] {
+                input.text.Bare("# " + text);
+                EndLine(input);
+            });
+    };
+    if (Input* const running = Innermost()) {
+        write(*running);
+    } else if (const InputPtr note = Open(Input::Type::kNote)) {
+        write(*note);
+        End(note);
+    }
+}
+
 void Journal::AddAnswer(Input& input, Answer answer)
 {
     input.answerBytes += sizeof answer + answer.question.size() + answer.answer.size();

@@ -124,6 +124,9 @@ public:
         }
     }
 
+    /// A comment, in the innermost running input of this thread or on its own. \param text One line.
+    void Note(const std::string& text) noexcept;
+
     /// The connector ended, and no input could be begun for it.
     void MissEnd(Kind kind) noexcept;
 
@@ -182,11 +185,10 @@ private:
             input.text.Name("thread");
             input.text.Number(input.thread);
             input.text.EndObject();
-            input.text.EndLine();
-            if (BytesOf(input) > mBufferBytes)
-                Lose(input);
+            EndLine(input);
         });
     }
+    void EndLine(Input& input);
 
     void Miss(unsigned ends) noexcept;
     static void Lose(Input& input) noexcept;

@@ -47,7 +47,8 @@ class Recorder::Implementation
 {
 public:
     Implementation(const AC::HostServices& host, Options options)
-        : mTroubles(std::move(options.onTrouble)),
+        : mTroubles(options.onTrouble),
+          mTakesNotes(!options.masksContents),
           mJournal(options.bufferBytes, mTroubles),
           mMemory(host.memory),
           mStations(host.stations, mHook, mTroubles),
@@ -131,6 +132,12 @@ public:
             throw;
         }
         mJournal.End(input);
+    }
+
+    void Note(const std::string& text)
+    {
+        if (mTakesNotes)
+            mJournal.Note(text);
     }
 
     void Flush()
@@ -223,6 +230,7 @@ private:
     }
 
     Troubles mTroubles;
+    const bool mTakesNotes;
     Journal mJournal;
     Hook mHook{mJournal};
     Kiln::IMemory& mMemory;
@@ -239,8 +247,9 @@ private:
 
 Recorder::Recorder(const AC::HostServices& host, Options options)
     : mHost(host),
-      mImplementation(options.folder.empty() ? nullptr
-                                             : std::make_unique<Implementation>(host, std::move(options)))
+      mImplementation(options.folder.empty() && options.sink.empty()
+                          ? nullptr
+                          : std::make_unique<Implementation>(host, std::move(options)))
 {
 }
 
@@ -281,6 +290,12 @@ void Recorder::RegisterAssetMediaInfoToSRCore(const AC::ACMessage& message, bool
         AC::ACUtils::RegisterAssetMediaInfoToSRCore(message, firstFlag, secondFlag);
     else
         mImplementation->RegisterAssetMediaInfoToSRCore(message, firstFlag, secondFlag);
+}
+
+void Recorder::Note(const std::string& text)
+{
+    if (mImplementation != nullptr)
+        mImplementation->Note(text);
 }
 
 void Recorder::Flush()

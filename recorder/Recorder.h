@@ -28,10 +28,15 @@ namespace Recording {
 struct Options
 {
     /// Where the files go; made when it is missing. They are NAME-000001.jsonl and so on, beginning behind
-    /// those that are there; two hosts at a time need two folders, or two names. Empty: nothing is recorded,
-    /// services and connectors are the bare ones.
+    /// those that are there; two hosts at a time need two folders, or two names. Empty, and no `sink`:
+    /// nothing is recorded, services and connectors are the bare ones.
     std::filesystem::path folder;
     std::string name = "session";
+
+    /// Gets the lines instead of files, whole ones, as they would stand in one file without end; where lines
+    /// are lost the state begins anew, as in a next file. Called on the recorder's thread, which it holds up:
+    /// what waits meanwhile counts as bufferBytes says. What it throws is trouble, and its lines are lost.
+    boost::function<void(const std::string& lines)> sink;
 
     /// When a file has grown to so many bytes, the next one begins. Each begins with the state that it needs
     /// and can be replayed alone.
@@ -86,6 +91,10 @@ public:
 
     /// AC::ACUtils::RegisterAssetMediaInfoToSRCore, recorded.
     void RegisterAssetMediaInfoToSRCore(const AC::ACMessage& message, bool firstFlag, bool secondFlag);
+
+    /// Puts a comment into the recording: inside an input of this thread among its effects, else on its own.
+    /// With masksContents it is left out. \param text One line of UTF-8, without secrets.
+    void Note(const std::string& text);
 
     /// Waits until everything that came to its end before is in the files, as far as they can be written.
     void Flush();

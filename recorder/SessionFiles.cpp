@@ -19,10 +19,13 @@ constexpr std::chrono::seconds kBetweenAttempts{1};
 SessionFiles::SessionFiles(const Options& options, Troubles& troubles)
     : mFolder(options.folder),
       mName(options.name),
+      mSink(options.sink),
       mFileBytes(options.fileBytes),
       mKept(std::max<std::size_t>(options.filesKept, 1)),
       mTroubles(troubles)
 {
+    if (mSink)
+        return;
     std::error_code ignored;  // a folder that is not there fails to open a file
     std::filesystem::create_directories(mFolder, ignored);
     for (std::filesystem::directory_iterator each(mFolder, ignored), end; !ignored && each != end;
@@ -54,6 +57,8 @@ std::size_t SessionFiles::NumberOf(const std::filesystem::path& path) const
 
 bool SessionFiles::BeginNext()
 {
+    if (mSink)
+        return mIsBegun = true;
     const auto now = std::chrono::steady_clock::now();
     if (!mFile.is_open() && now < mNextAttempt)
         return false;
@@ -86,6 +91,15 @@ bool SessionFiles::BeginNext()
 
 bool SessionFiles::Write(const std::string& lines)
 {
+    if (mSink) {
+        try {
+            mSink(lines);
+        } catch (...) {
+            mIsBegun = false;
+            mTroubles.Tell("sink", "what takes the recording has thrown: lines are lost");
+        }
+        return mIsBegun;
+    }
     std::error_code ignored;
     const bool isThere = std::filesystem::exists(Current(), ignored);  // else it was removed under our hands
     if (isThere)

@@ -13,17 +13,18 @@
 namespace Recording {
 
 /// The files of a recording: numbered, changed by size, the oldest removed. What cannot be written is
-/// dropped, and a new file tried a second later. Used by the writer's thread, but for Current.
+/// dropped, and a new file tried a second later. With a sink there are no files: it gets the lines. Used by
+/// the writer's thread, but for Current.
 class SessionFiles
 {
 public:
     SessionFiles(const Options& options, Troubles& troubles);
 
     /// \return Whether a file is open to write into.
-    bool IsOpen() const { return mFile.is_open(); }
+    bool IsOpen() const { return mSink ? mIsBegun : mFile.is_open(); }
 
     /// \param more Bytes that wait to be written.
-    bool IsFull(std::size_t more) const { return mBytes + more > mFileBytes; }
+    bool IsFull(std::size_t more) const { return !mSink && mBytes + more > mFileBytes; }
 
     /// Ends the file and begins another, unless the last attempt was just now. \return Whether it is open.
     bool BeginNext();
@@ -45,6 +46,8 @@ private:
 
     const std::filesystem::path mFolder;
     const std::string mName;
+    const boost::function<void(const std::string& lines)> mSink;  ///< Instead of files, unless it is empty.
+    bool mIsBegun = false;                                        ///< The same of it as a file's being open.
     const std::size_t mFileBytes;
     const std::size_t mKept;
     Troubles& mTroubles;

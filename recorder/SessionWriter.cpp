@@ -115,6 +115,8 @@ void SessionWriter::WriteOne(const Input& input)
         return;
     if (input.type == Input::Type::kOutside)
         return PutComment(input.text.Text());
+    if (input.type == Input::Type::kNote)
+        return Put(input.text.Text(), 0);
     std::string comments;
     if (input.isNested)
         comments += "# begun inside an input of the same thread, which was not through\n";

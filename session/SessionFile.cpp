@@ -108,6 +108,11 @@ void PlayLine(const Line& line, Player& player, Observer& observer)
 
 }  // namespace
 
+bool IsEffect(const Json& line)
+{
+    return EffectIn(line) != nullptr;
+}
+
 void PlaySession(std::istream& file, Style style, Observer& observer)
 {
     Player player(style, [&observer](const std::string& effect) { observer.OnEffect(effect); });

@@ -63,6 +63,9 @@ public:
     virtual bool IsDone() const { return false; }
 };
 
+/// \return Whether the object has the key of an effect.
+bool IsEffect(const Json& line);
+
 /// Plays a session file line by line; an input is read when all before it have been played. The XML platform
 /// is initialised by the caller, and no host is installed.
 /// \throws SessionError for a bad line: all before it have been played, nothing of it or after it.

@@ -29,8 +29,8 @@ class PageSocket;
 /// What the connections share. Used on the network's thread.
 struct Shared
 {
-    Shared(Connections& theConnections, Pages thePages, const ServerLimits& theLimits)
-        : connections(theConnections), pages(std::move(thePages)), limits(theLimits)
+    Shared(Connections& theConnections, Site theSite, const ServerLimits& theLimits)
+        : connections(theConnections), site(std::move(theSite)), limits(theLimits)
     {
     }
 
@@ -41,10 +41,10 @@ struct Shared
     }
 
     Connections& connections;
-    const Pages pages;
+    const Site site;
     const ServerLimits limits;
     Access access;
-    const Reception reception{access, pages};
+    const Reception reception{access, site};
     bool isEnding = false;
     bool isOver = false;  ///< The thread is gone.
     std::set<Visitor*> visitors;

@@ -33,10 +33,10 @@ std::optional<std::string_view> OnlyOne(const Request& request, Field field)
 /// \return Refers to the request.
 inline Visit VisitOf(const Request& request)
 {
-    return {ViewOf(request.method_string()),       ViewOf(request.target()),
-            OnlyOne(request, http::field::host),   OnlyOne(request, http::field::origin),
-            OnlyOne(request, http::field::cookie), OnlyOne(request, Reception::kTokenField),
-            request.count(http::field::origin) > 0};
+    return {ViewOf(request.method_string()),        ViewOf(request.target()),
+            OnlyOne(request, http::field::host),    OnlyOne(request, http::field::origin),
+            OnlyOne(request, http::field::cookie),  OnlyOne(request, Reception::kTokenField),
+            request.count(http::field::origin) > 0, request.body()};
 }
 
 /// A connection that asks for pages. It keeps itself alive by what is under way.
@@ -114,6 +114,8 @@ private:
 
     void Write(Reply reply, const Request& request)
     {
+        if (!reply.report.empty())
+            mShared.connections.OnReport(reply.report);
         mResponse = Response(static_cast<http::status>(reply.status), 11, std::move(reply.content));
         for (const auto& [name, value] : reply.fields)
             mResponse.set(name, value);
@@ -135,7 +137,7 @@ private:
     using Response = http::response<http::string_body>;
 
     static constexpr std::uint32_t kLargestHeader = 8192;
-    static constexpr std::uint64_t kLargestBody = 1024;
+    static constexpr std::uint64_t kLargestBody = 16384;
 
     Shared& mShared;
     beast::tcp_stream mStream;

@@ -1,8 +1,10 @@
 // What passes between pages and host, without a network.
 
+#include "assetconnector/host/ferrite/Unicode.h"
 #include "desk/Bridge.h"
-#include "desk/Host.h"
 #include "desk/Link.h"
+#include "desk/LiveHost.h"
+#include "session/format/FormatError.h"
 #include "tests/desk/Frames.h"
 #include "tests/desk/WorkLog.h"
 
@@ -11,16 +13,17 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
 using Desk::Closing;
 using Desk::LinkRef;
-using Desk::Notifier;
 using ferrite::utility::Guid;
 using Json = nlohmann::json;
 using ::testing::ElementsAre;
@@ -93,6 +96,20 @@ private:
     Desk::Bridge& mBridge;
 };
 
+/// Time passes by hand.
+struct HandTimer final : Desk::Timer
+{
+    void PostAfter(std::chrono::milliseconds /*delay*/, Task task) override { tasks.push_back(task); }
+
+    void Pass()
+    {
+        for (const Task& task : std::exchange(tasks, {}))
+            task();
+    }
+
+    std::vector<Task> tasks;
+};
+
 class BridgeTest : public ::testing::Test
 {
 protected:
@@ -106,6 +123,12 @@ protected:
         return limits;
     }
 
+    boost::shared_ptr<Desk::Bridge> MakeBridge(const Desk::Bridge::Limits& limits)
+    {
+        return boost::make_shared<Desk::Bridge>(
+            host, timer, tools, [] { return Json::object(); }, limits);
+    }
+
     void TellNews(int count)
     {
         for (int i = 0; i < count; ++i)
@@ -113,8 +136,20 @@ protected:
     }
 
     WorkLog work;
-    Desk::Host host{work};
-    boost::shared_ptr<Desk::Bridge> bridge = boost::make_shared<Desk::Bridge>(host, SmallLimits());
+    Desk::LiveHost host{work};
+    HandTimer timer;
+    Desk::Traffic traffic{{}, [] {}};
+    Desk::Tools tools{Desk::Tools::Needs{
+        host, timer, traffic,
+        [this](const std::string& browserID, const Desk::Faults::Settings& settings) {
+            return bridge->Disturb(browserID, settings);
+        },
+        [] {}, [this] { ++ends; },
+        [](const std::string& session, const boost::function<void(const std::string&)>& told) {
+            told(session.find("TransferRequest") == std::string::npos ? "" : "line 1: no");
+        }}};
+    int ends = 0;
+    boost::shared_ptr<Desk::Bridge> bridge = MakeBridge(SmallLimits());
 };
 
 TEST_F(BridgeTest, WelcomesWithWhatThePageMustKnow)
@@ -129,8 +164,10 @@ TEST_F(BridgeTest, WelcomesWithWhatThePageMustKnow)
     frames[0]["welcome"].erase("session");
     EXPECT_EQ(frames[0], Json::parse(R"({"welcome": {"browserID": "panel-1", "resumed": false, "number": 2,
                                          "heard": 0, "handles": ["com.velmo.browser.event.OpenAsset"]}})"));
-    EXPECT_EQ(frames[1],
-              Json::parse(R"({"state": {"panels": [{"browserID": "panel-1", "kind": "mediaCollection"}]}})"));
+    EXPECT_EQ(
+        frames[1],
+        Json::parse(
+            R"({"state": {"panels": [{"browserID": "panel-1", "kind": "mediaCollection", "faults": null}]}})"));
     EXPECT_TRUE(page.link->TakeReadOn());
 }
 
@@ -208,14 +245,14 @@ TEST_F(BridgeTest, GivesPagesThatComeAgainWhatTheyMissed)
                                   {"of another host", "library", true, 6, false, {}},
                                   {"another session", "library", false, 5, false, {}},
                                   {"another kind", "mediaCollection", true, 5, false, {}}}) {
-        Desk::Bridge own(host, SmallLimits());
-        Page page(own);
+        const auto own = MakeBridge(SmallLimits());
+        Page page(*own);
         const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
         for (int i = 0; i < 5; ++i)
-            own.OnNotification("news", "<n/>");
-        own.OnGone(page.link, false);
+            own->OnNotification("news", "<n/>");
+        own->OnGone(page.link, false);
 
-        Page again(own);
+        Page again(*own);
         again.Say(PageFrames::HelloAgain(row.kind, row.isSession ? session : "s", row.heard));
         std::vector<std::uint64_t> numbers;
         Json welcome;
@@ -237,14 +274,14 @@ TEST_F(BridgeTest, KeepsNoMoreThanItsBytes)
 {
     Desk::Bridge::Limits limits;
     limits.log.mostBytes = 1000;
-    Desk::Bridge own(host, limits);
-    Page page(own);
+    const auto own = MakeBridge(limits);
+    Page page(*own);
     const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
-    own.OnNotification("news", std::string(600, 'x'));
-    own.OnNotification("news", std::string(600, 'x'));
-    Page kept(own);
+    own->OnNotification("news", std::string(600, 'x'));
+    own->OnNotification("news", std::string(600, 'x'));
+    Page kept(*own);
     EXPECT_EQ(kept.SayHello(PageFrames::HelloAgain("library", session, 1))["resumed"], true);
-    Page lost(own);
+    Page lost(*own);
     EXPECT_EQ(lost.SayHello(PageFrames::HelloAgain("library", session, 0))["resumed"], false);
 }
 
@@ -413,26 +450,51 @@ TEST_F(PanelsTest, ARequestActsOnce)
 
 TEST_F(PanelsTest, AnswersNameTheAskerAndNewsNobody)
 {
-    const Guid id = Guid::CreateUnique();
-    const Ridge::TransferResultList results;
-    const Desk::Origin asker{Desk::PanelKind::kLibrary, "panel-2"};
-    const Desk::Origin collectionAsker{Desk::PanelKind::kMediaCollection, "panel-3"};
-    host.Answer<&Notifier::OnTransferStatus>(asker, id, id, 0, results);
-    EXPECT_THAT(Told(), ElementsAre("TransferStatus to panel-2"));
-    host.Answer<&Notifier::OnTransferStatus>(collectionAsker, id, id, 0, results);
-    EXPECT_THAT(Told(), ElementsAre("TransferStatus to MediaCollection"));
-    host.Tell<&Notifier::OnTransferProgress>(id, id, 50);
-    EXPECT_THAT(Told(), ElementsAre("TransferProgress to none", "TransferProgress to MediaCollection"));
-    for (const Desk::Origin& anybody : {asker, collectionAsker}) {
-        host.Answer<&Notifier::OnInitMiniMetadata>(anybody, id, id, Ridge::IngestItemList());
-        EXPECT_THAT(Told(), ElementsAre("InitMiniMetadata to MediaCollection"));
+    constexpr const char* kTask = "7a5c0001-0000-4000-8000-000000000001";
+    const struct
+    {
+        const char* callback;
+        Json arguments;  ///< Behind task and message.
+        std::vector<std::string> library, collection, news;
+    } rows[] = {
+        {"OnTransferStatus",
+         {0, Json::array()},
+         {"TransferStatus to panel-2"},
+         {"TransferStatus to MediaCollection"},
+         {"TransferStatus to none", "TransferStatus to MediaCollection"}},
+        {"OnInitMiniMetadata",
+         {Json::array()},
+         {"InitMiniMetadata to MediaCollection"},
+         {"InitMiniMetadata to MediaCollection"},
+         {"InitMiniMetadata to MediaCollection"}},
+    };
+    const Guid message = Guid::CreateUnique();
+    const auto call = [&](const auto& row, std::optional<Desk::Origin> asker,
+                          std::optional<Desk::PanelKind> to = std::nullopt) {
+        work.askers.clear();
+        const std::string id = ferrite::utility::UTF16to8(message.AsString());
+        if (asker)
+            work.askers.emplace(id, *asker);
+        Json arguments = {kTask, id};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        host.Callback(row.callback, arguments, to);
+        return Told();
+    };
+    const Desk::Origin ofLibrary{Desk::PanelKind::kLibrary, "panel-2"};
+    const Desk::Origin ofCollection{Desk::PanelKind::kMediaCollection, "panel-3"};
+    for (const auto& row : rows) {
+        EXPECT_EQ(call(row, ofLibrary), row.library) << row.callback;
+        EXPECT_EQ(call(row, ofCollection), row.collection) << row.callback;
+        EXPECT_EQ(call(row, std::nullopt), row.news) << row.callback;
     }
-    host.Tell<&Notifier::OnInitMiniMetadata>(id, id, Ridge::IngestItemList());
-    EXPECT_THAT(Told(), ElementsAre("InitMiniMetadata to MediaCollection"));
+    EXPECT_THAT(call(rows[0], std::nullopt, Desk::PanelKind::kLibrary),
+                ElementsAre("TransferStatus to none"));
     EXPECT_FALSE(host.DeliverPosted());
-    host.Answer<&Notifier::OnGetTargetBinPath>(asker, id, id);
+    host.Callback("OnGetTargetBinPath", {kTask, kTask}, std::nullopt);
     EXPECT_TRUE(host.DeliverPosted()) << "the media collection's connector alone posts it";
     EXPECT_EQ(host.Services().GetPanelEvents().GetBrowserID(), "");
+    EXPECT_THROW(host.Callback("OnNothing", Json::array(), std::nullopt), Session::FormatError);
+    EXPECT_THROW(host.Callback("OnIngestStarted", {1}, std::nullopt), Session::FormatError);
 }
 
 TEST_F(PanelsTest, WhatConnectorsSayByThemselvesGoesToAll)

@@ -1,7 +1,6 @@
 // The desk as a browser and everybody else reach it: over bare sockets.
 
 #include "assetconnector/connectors/IngestMediaCollectionConnector.h"
-#include "assetconnector/host/ferrite/Guid.h"
 #include "assetconnector/host/kiln/Listener.h"
 #include "assetconnector/host/kiln/StationUtils.h"
 #include "desk/RunningDesk.h"
@@ -19,6 +18,7 @@
 #include <filesystem>
 #include <fstream>
 #include <future>
+#include <memory>
 #include <optional>
 #include <string>
 #include <sys/stat.h>
@@ -31,13 +31,13 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using Desk::Closing;
-using Desk::Notifier;
 using Json = nlohmann::json;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
+constexpr const char* kID = "7a5c0001-0000-4000-8000-000000000001";
 constexpr int kText = 1;
 constexpr int kBinary = 2;
 constexpr int kPing = 9;
@@ -89,7 +89,12 @@ class ServerTest : public ::testing::Test
 protected:
     ServerTest() { options.pages = folder.Pages(); }
 
-    void Open() { desk.emplace(options, work); }
+    void Open()
+    {
+        desk.emplace(options, [this](const Desk::RunningDesk::HostNeeds& needs) {
+            return std::make_unique<Desk::LiveHost>(work, needs.recording);
+        });
+    }
 
     const Desk::Access& Access() const { return desk->GetAccess(); }
 
@@ -184,9 +189,7 @@ protected:
     void ExpectItWorks()
     {
         RawClient panel = OpenPanel();
-        desk->Post([](Desk::Host& host) {
-            host.Tell<&Notifier::OnIngestStarted>(ferrite::utility::Guid::CreateUnique());
-        });
+        desk->Post([](Desk::Host& host) { host.Callback("OnIngestStarted", {kID}, std::nullopt); });
         EXPECT_EQ(ReadWith(panel, "notify").value("notify", ""), "com.velmo.host.notification.StartIngest");
         panel.Send(RawClient::MakeFrame(8, "\x03\xe8"));
         EXPECT_EQ(panel.ReadToClose(), 1000);
@@ -211,7 +214,7 @@ TEST_F(ServerTest, ServesPagesUnderAStrictPolicy)
         const std::string policy = answer.Field("Content-Security-Policy");
         for (const char* const part :
              {"default-src 'none'; script-src 'self';", "connect-src 'self' ws://", "frame-ancestors 'none'",
-              "require-trusted-types-for 'script'; trusted-types 'none'"})
+              "require-trusted-types-for 'script'; trusted-types 'none'", "report-uri /csp-report"})
             EXPECT_THAT(policy, HasSubstr(part));
         EXPECT_THAT(policy, Not(HasSubstr("unsafe")));
         EXPECT_EQ(answer.Field("Cross-Origin-Resource-Policy"), "same-origin");
@@ -328,6 +331,7 @@ TEST_F(ServerTest, GivesTheCookieForTheTokenAlone)
 class NobodyHears : public Desk::Connections
 {
     void OnText(const Desk::LinkRef& /*link*/, std::string /*text*/) override {}
+    void OnReport(const std::string& /*report*/) override {}
     void OnGone(const Desk::LinkRef& /*link*/, bool /*isForGood*/) override {}
 };
 
@@ -335,7 +339,7 @@ TEST_F(ServerTest, ASocketIsForPagesOfThisDesk)
 {
     Open();
     NobodyHears nobody;
-    const Desk::Server other(nobody, Desk::Pages(folder.Pages()), 0, {});
+    const Desk::Server other(nobody, Desk::Site(folder.Pages(), {}), 0, {});
     const std::string othersCookie =
         "Cookie: " + other.GetAccess().SetCookie().substr(0, other.GetAccess().SetCookie().find(';')) +
         "\r\n";
@@ -489,12 +493,10 @@ TEST_F(ServerTest, APageThatDoesNotReadHoldsUpNobody)
     Open();
     const RawClient slow = OpenPanel();
     RawClient other = OpenPanel();
-    const UTF16String longText(std::size_t{1} << 20, u'x');
+    const std::string longText(std::size_t{1} << 20, 'x');
     for (int i = 1; i <= 20; ++i) {
         desk->Post([&longText](Desk::Host& host) {
-            const auto id = ferrite::utility::Guid::CreateUnique();
-            host.Answer<&Notifier::OnTranscodeStatus>({Desk::PanelKind::kLibrary, "panel-2"}, id, id,
-                                                      Ridge::kFailure, longText, longText);
+            host.Callback("OnTranscodeStatus", {kID, kID, -1, longText, longText}, Desk::PanelKind::kLibrary);
         });
         ASSERT_EQ(ReadWith(other, "notify").value("number", 0), i);
     }
@@ -584,7 +586,7 @@ TEST_F(ServerTest, PostedMessagesComeOnTheHostsThread)
     desk->Run([&](Desk::Host& host) {
         thread = std::this_thread::get_id();
         second = repeater.emplace().Second();
-        host.Tell<&Notifier::OnIngestStarted>(ferrite::utility::Guid::CreateUnique());
+        host.Callback("OnIngestStarted", {kID}, std::nullopt);
     });
     ASSERT_EQ(second.wait_for(10s), std::future_status::ready);
     EXPECT_EQ(second.get(), thread);
@@ -609,7 +611,7 @@ TEST_F(ServerTest, SaysWhatItCannotHave)
 {
     Open();
     NobodyHears nobody;
-    EXPECT_THROW(Desk::Server(nobody, Desk::Pages(folder.Pages()), desk->Port(), {}), std::runtime_error);
+    EXPECT_THROW(Desk::Server(nobody, Desk::Site(folder.Pages(), {}), desk->Port(), {}), std::runtime_error);
     EXPECT_THROW(Desk::Pages(folder.Pages() / "missing"), std::runtime_error);
     EXPECT_THROW(Desk::Pages(folder.Pages() / "index.html"), std::runtime_error);
 }

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "desk/Host.h"
+#include "desk/LiveHost.h"
 #include "desk/Work.h"
 #include "reference_host/ForwardingDispatcher.h"
 
+#include <map>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -13,7 +15,7 @@
 class WorkLog : public Desk::IdleWork
 {
 public:
-    void Begin(Desk::Host& host) override { mHost = &host; }
+    void Begin(Desk::LiveHost& host) override { mHost = &host; }
 
     ALD::IAssetLibraryDispatcher& DispatcherOf(Desk::PanelKind kind) override
     {
@@ -21,6 +23,12 @@ public:
     }
 
     std::vector<std::string> Handles() const override { return {"com.velmo.browser.event.OpenAsset"}; }
+
+    std::optional<Desk::Origin> AskerOf(const std::string& message) const override
+    {
+        const auto found = askers.find(message);
+        return found == askers.end() ? std::nullopt : std::optional(found->second);
+    }
 
     void Handle(const Desk::Origin& asker, const std::string& type, const std::string& xml) override
     {
@@ -30,6 +38,9 @@ public:
     /// Such as "library StartTransfer for panel-1".
     const std::vector<std::string>& Lines() const { return mLines; }
     void Clear() { mLines.clear(); }
+
+    /// By message id.
+    std::map<std::string, Desk::Origin> askers;
 
     /// What the next operation throws.
     bool throwsNext = false;
@@ -51,7 +62,7 @@ private:
         const char* name;
     };
 
-    Desk::Host* mHost = nullptr;
+    Desk::LiveHost* mHost = nullptr;
     std::vector<std::string> mLines;
     Hook mLibraryHook{*this, "library"};
     Hook mMediaCollectionHook{*this, "mediaCollection"};

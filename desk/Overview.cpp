@@ -1,0 +1,248 @@
+#include "desk/Overview.h"
+
+#include "protocol/Model.h"
+#include "session/Operations.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace Desk {
+namespace {
+
+using Session::Json;
+
+constexpr std::size_t kMostTasks = 1000;    ///< The oldest goes.
+constexpr std::size_t kMostAssets = 20000;  ///< Of each kind.
+
+/// \return The id in the header of a notification's text; empty without one.
+std::string HeaderID(std::string_view xml, std::string_view element)
+{
+    const std::string start = "<" + std::string(element) + " ID=\"";
+    const std::size_t found = xml.find(start);
+    if (found == std::string_view::npos)
+        return {};
+    const std::size_t begin = found + start.size();
+    return std::string(xml.substr(begin, xml.find('"', begin) - begin));
+}
+
+/// \return The text of the first such element that holds nothing else; empty without one.
+std::string ElementText(std::string_view xml, std::string_view element)
+{
+    const std::string start = "<" + std::string(element) + ">";
+    const std::size_t found = xml.find(start);
+    if (found == std::string_view::npos)
+        return {};
+    const std::size_t begin = found + start.size();
+    return std::string(xml.substr(begin, xml.find('<', begin) - begin));
+}
+
+bool Contains(const std::vector<std::string>& texts, const std::string& text)
+{
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+/// \return The request, where the host tells its end: what a connector answers at once is no task.
+const Protocol::Event* FindTaskRequest(const std::string& identifier)
+{
+    const Protocol::Event* const event = Protocol::FindEvent(Protocol::ThisModel(), identifier);
+    if (event == nullptr || event->answers.empty())
+        return nullptr;
+    const bool isTold =
+        std::any_of(event->handling.begin(), event->handling.end(), [](const Protocol::Handling& handling) {
+            return handling.handled &&
+                   (handling.answer.sender == "callback" || handling.answer.sender == "host");
+        });
+    return isTold ? event : nullptr;
+}
+
+const Json& ArgumentOf(const Json& line, std::size_t at)
+{
+    static const Json kNone;
+    const auto args = line.find("args");
+    return args != line.end() && args->is_array() && at < args->size() ? (*args)[at] : kNone;
+}
+
+std::string TextOf(const Json& value)
+{
+    return value.is_string() ? value.get<std::string>() : std::string();
+}
+
+std::string FilePart(const std::string& path)
+{
+    return path.substr(path.find_last_of("/\\") + 1);
+}
+
+}  // namespace
+
+void Overview::Take(const Json& line, const std::string& by, const std::string& request)
+{
+    if (line.contains("dispatcher"))
+        TakeDispatcherCall(line, by, request);
+    else if (line.contains("callback"))
+        TakeCallback(line);
+    else if (line.contains("notification"))
+        TakeNotification(line);
+    else if (line.contains("post"))
+        TakePost(line);
+    else if (TextOf(line.value("hostCall", Json())) == "Ridge::SRProject::RegisterAssetMediaInfoList") {
+        TakeAssets("items", ArgumentOf(line, 0));
+        TakeAssets("media infos", ArgumentOf(line, 1));
+    }
+}
+
+void Overview::TakeDispatcherCall(const Json& line, const std::string& by, const std::string& request)
+{
+    const std::string operation = TextOf(line["dispatcher"]);
+    if (operation == "RefuseExit") {
+        mRefusedBy = by.empty() ? "a panel" : by;
+        return;
+    }
+    const Protocol::Event* const event = FindTaskRequest(request);
+    if (event == nullptr)
+        return;
+    const std::string message = TextOf(ArgumentOf(line, 1));
+    if (FindTask("msgID", message) == nullptr)
+        Begin({{"taskID", ArgumentOf(line, 0)},
+               {"msgID", message},
+               {"what", Protocol::ShortName(event->identifier)},
+               {"request", event->identifier},
+               {"operation", operation},
+               {"by", by}});
+}
+
+void Overview::TakeCallback(const Json& line)
+{
+    const std::string name = TextOf(line["callback"]);
+    const std::string task = TextOf(ArgumentOf(line, 0));
+    if (name == "OnIngestStarted" && FindTask("taskID", task) == nullptr)
+        Begin({{"taskID", task}, {"msgID", nullptr}, {"what", "Ingest"}, {"operation", name}, {"by", ""}});
+    else if (name == "OnIngestFinished" || name == "OnIngestCancelled")
+        End("taskID", task);
+    else if (name == "OnIngestPaused" || name == "OnIngestResumed")
+        for (const Json& each : ArgumentOf(line, 0))
+            if (Json* const running = FindTask("taskID", TextOf(each)))
+                (*running)["isPaused"] = name == "OnIngestPaused";
+    if (name == "OnReadXMPFinished" && ArgumentOf(line, 2).is_number() && ArgumentOf(line, 2) >= 0)
+        TakeAssets("media info", {{"assetMediaType", 1},
+                                  {"mediaPath", ArgumentOf(line, 3)},
+                                  {"assetMediaInfoGUID", ArgumentOf(line, 4)},
+                                  {"xmpString", ArgumentOf(line, 6)},
+                                  {"createTime", ArgumentOf(line, 7)},
+                                  {"lastModifyTime", ArgumentOf(line, 8)},
+                                  {"aliasName", FilePart(TextOf(ArgumentOf(line, 3)))}});
+    if (name == "OnIngestItemsReady")
+        for (const Json& item : ArgumentOf(line, 3))
+            if (item.is_object())
+                TakeAssets("media info", {{"assetMediaType", 1},
+                                          {"mediaPath", item.value("filePath", Json(""))},
+                                          {"aliasName", item.value("aliasName", Json(""))}});
+    if (const Session::CallbackOperation* const callback = Session::FindCallback(name))
+        for (std::size_t i = 0; i < callback->labels.count; ++i)
+            TakeAssets(std::string(callback->labels.texts[i]), ArgumentOf(line, i));
+}
+
+void Overview::TakeNotification(const Json& line)
+{
+    const std::string identifier = TextOf(line["notification"]);
+    const std::string xml = TextOf(line.value("data", Json()));
+    const std::string message = HeaderID(xml, "msgID");
+    Json* const task = FindTask("msgID", message);
+    const Protocol::Event* const event =
+        task == nullptr ? nullptr : FindTaskRequest(TextOf(task->value("request", Json())));
+    if (event == nullptr)
+        return;
+    if (Contains(event->ends.empty() ? event->answers : event->ends, identifier))
+        End("msgID", message);
+    else if (Contains(event->progress, identifier))
+        (*task)["percentage"] = std::atoi(ElementText(xml, "percentage").c_str());
+}
+
+void Overview::TakePost(const Json& line)
+{
+    const std::string name = TextOf(line["post"]);
+    const Json payload = line.value("payload", Json());
+    const auto remove = [this](const Json& id) {
+        for (auto column = mColumns.begin(); column != mColumns.end();)
+            column = (*column)["id"] == id ? mColumns.erase(column) : column + 1;
+    };
+    if (name == "Ridge::InsertDynamicColumnsMessage" && payload.is_array() && !payload.empty())
+        for (const Json& column : payload[0]) {
+            remove(column.at(0));
+            mColumns.push_back({{"id", column.at(0)}, {"name", column.at(1)}});
+        }
+    else if (name == "Ridge::DeleteDynamicColumnsMessage")
+        for (const Json& id : payload)
+            remove(id);
+}
+
+void Overview::TakeAssets(const std::string& label, const Json& value)
+{
+    Known* const known = label == "media infos" || label == "media info" ? &mInfos
+                         : label == "items" || label == "item"           ? &mItems
+                                                                         : nullptr;
+    if (known == nullptr)
+        return;
+    const char* const key = known == &mInfos ? "mediaPath" : "assetGUID";
+    if (value.is_array())
+        for (const Json& each : value)
+            known->Add(key, each);
+    else
+        known->Add(key, value);
+}
+
+Json Overview::State() const
+{
+    Json tasks = Json::array();
+    for (Json task : mTasks) {
+        task.erase("request");
+        tasks.push_back(std::move(task));
+    }
+    return {{"tasks", std::move(tasks)}, {"columns", mColumns}};
+}
+
+Json Overview::Assets() const
+{
+    return {{"assetMediaInfoList", mInfos.All()}, {"assetItemList", mItems.All()}};
+}
+
+void Overview::Begin(Json task)
+{
+    task["percentage"] = nullptr;
+    task["isPaused"] = false;
+    mTasks.push_back(std::move(task));
+    if (mTasks.size() > kMostTasks)
+        mTasks.pop_front();
+}
+
+void Overview::End(const char* member, const std::string& id)
+{
+    mTasks.erase(std::remove_if(mTasks.begin(), mTasks.end(),
+                                [member, &id](const Json& task) { return task[member] == id; }),
+                 mTasks.end());
+}
+
+Json* Overview::FindTask(const char* member, const std::string& id)
+{
+    const auto found = std::find_if(mTasks.begin(), mTasks.end(),
+                                    [member, &id](const Json& task) { return task[member] == id; });
+    return found == mTasks.end() ? nullptr : &*found;
+}
+
+void Overview::Known::Add(const char* key, const Json& value)
+{
+    const std::string id = value.is_object() ? TextOf(value.value(key, Json())) : std::string();
+    if (id.empty())
+        return;
+    const auto [place, isNew] = mPlaces.try_emplace(id, mValues.size());
+    if (!isNew)
+        mValues[place->second].update(value);
+    else if (mValues.size() < kMostAssets)
+        mValues.push_back(value);
+    else
+        mPlaces.erase(place);
+}
+
+}  // namespace Desk
