@@ -73,9 +73,8 @@ class Desk {
         if (kind !== 'desk' || !Number.isSafeInteger(number)) return 'a welcome for somebody else';
         this.#asked = 0;
         if (number < this.#heard) {
-            this.#heard = 0; // of another desk, which is asked for all it has
-            this.#tell.gap?.('The desk was started anew.');
-            return 'entries begin anew';
+            this.#heard = 0; // of another desk, which hands on all it has
+            this.#tell.gap?.('The desk was started anew: numbers begin at 1 again.');
         }
         this.#tell.connection?.('open');
         return undefined;

@@ -6,7 +6,7 @@ import { timeText } from '../traffic/texts.js';
 import { beginCallbacks } from './callbacks.js';
 import { byID } from './forms.js';
 import { beginIngest, showDialog } from './ingest.js';
-import { beginState, showState } from './state.js';
+import { beginState, showState, tasksIn } from './state.js';
 import { beginStatuses, showSources } from './status.js';
 import { Watch } from './watch.js';
 
@@ -39,7 +39,7 @@ function showSoon() {
         isShowing = false;
         showDialog(watch.dialog);
         showReports();
-        showSources(state.tasks ?? [], watch.requests);
+        showSources(tasksIn(state), watch.requests);
         showState(state);
     }, 50);
 }

@@ -15,6 +15,8 @@ const speeds = [0.25, 0.5, 1, 2, 5, 10, 100];
 let deskOf;
 let watch;
 
+const byWhom = (by, kind) => (by ? `of ${[by, kindNames[kind] ?? kind].filter(Boolean).join(', ')}` : '');
+
 function taskItem() {
     let [steps, task] = [[]];
     const title = element('p', { className: 'title' });
@@ -42,8 +44,8 @@ function taskItem() {
         const state = isPaused ? 'paused' : typeof percentage === 'number' ? `${percentage} %` : 'running';
         title.replaceChildren(element('strong', { textContent: what }),
             element('span', { className: 'note', textContent: operation === what ? '' : (operation ?? '') }),
-            `of ${by}, ${kindNames[kind] ?? kind}`, element('span', { className: 'badge', textContent: state }));
-        progress.setAttribute('aria-label', `${what} of ${by}`);
+            byWhom(by, kind), element('span', { className: 'badge', textContent: state }));
+        progress.setAttribute('aria-label', `${what} ${byWhom(by, kind)}`);
         if (typeof percentage === 'number' && percentage >= 0) progress.value = percentage;
         else progress.removeAttribute('value');
         ids.replaceChildren('Task ', element('code', { textContent: taskID }));
@@ -130,6 +132,10 @@ function showPlay(play) {
     choice.value = String(speed);
 }
 
+/** Tasks of the state, each with the kind of who asked, as far as it is known. */
+export const tasksIn = ({ tasks = [], panels = [] }) =>
+    tasks.map((task) => ({ kind: panels.find(({ browserID }) => browserID === task.by)?.kind, ...task }));
+
 export function showState(state) {
     const { mode, panels = [], tasks = [], columns = [], record, author, exit, play } = state;
     showFacts(byID('state'), {
@@ -140,7 +146,7 @@ export function showState(state) {
     });
     setText(byID('exit-state'), exitText(exit));
     byID('exit-state').className = exit?.refusedBy === undefined ? 'note' : 'warn';
-    showItems(byID('tasks'), tasks, ({ taskID, what }) => `${what} ${taskID}`, taskItem);
+    showItems(byID('tasks'), tasksIn(state), ({ taskID, what }) => `${what} ${taskID}`, taskItem);
     byID('tasks-none').hidden = tasks.length > 0;
     showItems(byID('panels'), panels, ({ browserID }) => browserID, panelItem);
     byID('panels-none').hidden = panels.length > 0;

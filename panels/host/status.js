@@ -40,7 +40,7 @@ function takeHeader() {
 /** What headers can be taken from: tasks that run, and what was asked of late. */
 export function showSources(tasks, requests) {
     const entries = [
-        ...tasks.map((task) => [`task ${task.taskID}`, `task: ${task.what} of ${task.by}`,
+        ...tasks.map((task) => [`task ${task.taskID}`, `task: ${task.what}${task.by ? ` of ${task.by}` : ''}`,
             { ...task, browserID: task.kind === 'mediaCollection' ? collectionID : task.by }]),
         ...requests.map((request) => [`request ${request.number}`,
             `request ${request.number}: ${request.what} of ${request.browserID || 'nobody'}`, request]),

@@ -66,6 +66,7 @@ function showCounts() {
 }
 
 function hear(entries) {
+    if (entries[0].number <= log.rows.at(-1)?.number) clear(); // another desk begins anew
     const dropped = log.dropped;
     const added = log.add(entries);
     if (log.dropped > dropped) shown = shown.filter(({ number }) => log.find(number) !== undefined);
@@ -182,6 +183,7 @@ list.rowClass = (row) =>
 list.followEnd = true;
 list.addEventListener('select', selectionChanged);
 list.addEventListener('open', () => byID('details').focus());
+byID('details').addEventListener('keydown', ({ key }) => key === 'Escape' && list.focus());
 
 byID('groups').append(...Object.entries(groups).map(([group, label]) => {
     const change = ({ target }) => {
