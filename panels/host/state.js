@@ -139,7 +139,7 @@ export const tasksIn = ({ tasks = [], panels = [] }) =>
 export function showState(state) {
     const { mode, panels = [], tasks = [], columns = [], record, author, exit, play } = state;
     showFacts(byID('state'), {
-        Mode: mode === 'play' ? 'plays a session file' : 'live: requests are carried out',
+        Mode: mode === 'play' ? 'plays a session file' : 'live',
         Recording: record ? `to ${record}` : 'none: start the desk with --record FILE to have one',
         'Columns of panels': columns.length > 0 ? columns.map(({ name }) => name).join(', ') : undefined,
         'Panel of an author': author ? 'served at /panel/' : undefined,

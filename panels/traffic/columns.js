@@ -45,8 +45,8 @@ const whoText = ({ from, to }) => (to === '' || from === to ? from : `${from} �
 export function columnsFor(isNarrow, relationOf) {
     const relation = (row) => relationSigns[relationOf(row)];
     const all = {
-        number: { label: 'No.', width: '7ch', align: 'end' },
-        time: { label: 'Time', width: '12ch', align: 'end', cell: (row, cell) => cell.append(timeText(row.us)) },
+        number: { label: 'No.', width: '8ch', align: 'end' },
+        time: { label: 'Time', width: '11ch', align: 'end', cell: (row, cell) => cell.append(timeText(row.us)) },
         way: {
             label: isNarrow ? 'Way' : 'Panels ⋯ host',
             width: isNarrow ? '76px' : '132px',
@@ -63,17 +63,17 @@ export function columnsFor(isNarrow, relationOf) {
         },
         remarks: {
             label: 'Remarks',
-            width: '22ch',
+            width: '21ch',
             cell: (row, cell) => {
-                if (relation(row) !== undefined) cell.append(badge('relation', relation(row)));
-                cell.append(...remarks(row));
+                const related = relation(row) === undefined ? [] : [badge('relation', relation(row))];
+                cell.append(...[...related, ...remarks(row)].flatMap((each) => [each, ' ']));
             },
         },
-        who: { label: 'From → to', width: '26ch', cell: (row, cell) => cell.append(whoText(row)) },
-        kind: { label: 'Kind', width: '15ch' },
+        who: { label: 'From → to', width: '24ch', cell: (row, cell) => cell.append(whoText(row)) },
+        kind: { label: 'Kind', width: '14ch' },
         duration: {
-            label: 'Duration',
-            width: '11ch',
+            label: 'Took',
+            width: '9ch',
             align: 'end',
             cell: (row, cell) => cell.append(lengthOf(row)),
         },

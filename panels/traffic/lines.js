@@ -89,8 +89,8 @@ export function kindOf(line) {
 }
 
 const roles = { taskID: 'task', msgID: 'message', batchID: 'batch', taskItemID: 'task item' };
-const inText = /<(taskID|msgID|batchID|taskItemID)\s+ID=["']\{?([0-9a-f-]{36})\}?["']/gi;
-const inTaskList = /<taskID(?:\s[^>]*)?>\s*\{?([0-9a-f-]{36})\}?\s*<\/taskID>/gi;
+const inText = /<(taskID|msgID|batchID|taskItemID)\s+ID=["']\{?([0-9a-fA-F-]{36})\}?["']/g;
+const inTaskList = /<taskID(?:\s[^>]*)?>\s*\{?([0-9a-fA-F-]{36})\}?\s*<\/taskID>/g;
 const guid = /^\{?([0-9a-f]{8}(?:-[0-9a-f]{4}){3}-[0-9a-f]{12})\}?$/i;
 
 function* idsOfArguments(args, labels) {

@@ -8,6 +8,7 @@ import { connectDesk } from '../../panels/desk/tools.js';
 import { callbacks, labelsOf } from '../../panels/host/examples.js';
 import { leftOver, statuses } from '../../panels/host/statuses.js';
 import { statusOf, stepsOf } from '../../panels/host/steps.js';
+import { idsOf } from '../../panels/traffic/lines.js';
 import { TrafficLog, durationOf, filterFor } from '../../panels/traffic/log.js';
 import { partsOf, placeOf, print } from '../../panels/traffic/printer.js';
 import { readFileSync } from 'node:fs';
@@ -114,6 +115,26 @@ test('every line of the sessions has its place and its name', () => {
     for (const { number, name, kind, lanes, from, to } of log.rows)
         assert.ok(name !== '' && name !== 'undefined' && kind !== 'unknown line' && lanes.length === 2 &&
             from !== undefined && to !== undefined, `${number}: ${kind} ${name} ${from} ${to}`);
+});
+
+test('ids are what the host reads as ids', () => {
+    const [task, message] = ['7A5C0001-0000-4000-8000-000000000001', '3e550001-0000-4000-8000-000000000001'];
+    const list = `<taskIDList><taskID>${task}</taskID><taskID>${message}</taskID></taskIDList>`;
+    const cases = [
+        [{ panel: 'a.b', data: `<taskID ID="{${task}}"/><msgID ID='${message}'/>` }, ['task', 'message']],
+        [{ panel: 'a.b', data: `<MsgID ID="${message}"/><taskID ID="x"/>` }, []],
+        [{ notification: 'a.b', data: list }, ['task', 'task']],
+        [{ dispatcher: 'X', args: [task, message, task] }, ['task', 'message']],
+        [{ dispatcher: 'RefuseExit', args: [-1] }, []],
+        [{ callback: 'OnIngestPaused', args: [[task, message]] }, ['task', 'task']],
+        [{ callback: 'OnIngestBatchStarted', args: [task, message, 'Bin'] }, ['task', 'batch']],
+        [{ callback: 'OnIngestStarted', args: ['00000000-0000-0000-0000-000000000000'] }, []],
+        [{ post: 'A', payload: { header: { taskID: task, msgID: message }, batchID: task } }, ['task', 'message', 'batch']],
+        [{ post: 'A', payload: null }, []],
+    ];
+    for (const [line, roles] of cases)
+        assert.deepEqual(idsOf(line).map(({ role }) => role), roles, JSON.stringify(line));
+    assert.equal(idsOf(cases[0][0])[0].id, task.toLowerCase());
 });
 
 test('filters find what was asked for', () => {
