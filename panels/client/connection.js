@@ -1,4 +1,4 @@
-// A WebSocket that is made again when it is lost: after a delay that grows, until that makes no sense any more.
+// A WebSocket that is made again when it is lost, after a delay that grows, until that makes no sense.
 
 const isFinal = (code) => code === 1000 || code === 1008 || (code >= 4000 && code < 4100);
 const tryAgain = 4100; // what this end closes with when frames do not fit together

@@ -1,4 +1,4 @@
-// JSON with what JSON.parse lacks: where a fault is, integers of 64 bits, and doubled keys, which sessions refuse.
+// JSON with what JSON.parse lacks: where a fault is, integers of 64 bits, no doubled keys.
 
 const space = /[ \t\n\r]*/y;
 const numeral = /-?(?:0|[1-9][0-9]*)(?:\.[0-9]+)?(?:[eE][+-]?[0-9]+)?/y;

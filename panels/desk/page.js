@@ -8,14 +8,19 @@ const texts = {
     open: () => 'Connected.',
     waiting: (reason) => `The connection is lost and made again: ${reason}. What is shown may be old.`,
     closed: (reason) =>
-        `The connection is closed: ${reason}. What is shown is old. Start the desk again and open the address it prints.`,
+        `The connection is closed: ${reason}. What is shown is old. ` +
+        'Start the desk again and open the address it prints.',
+    refused: (reason) => `${reason}.`,
 };
+
+/** What browsers say of a socket that nobody answered is a number. */
+const plain = (reason) => (reason === 'closed with 1006' ? 'the desk does not answer' : reason);
 
 function show(event, reason) {
     const place = document.getElementById('connection');
     place.dataset.event = event;
     place.classList.toggle('error', event !== 'open');
-    setText(place, texts[event](String(reason).trim().replace(/\.$/, '')));
+    setText(place, texts[event](plain(String(reason).trim().replace(/\.$/, ''))));
 }
 
 /**
@@ -26,7 +31,7 @@ export async function beginPage(tell) {
     try {
         await beginSession();
     } catch (error) {
-        show('closed', error.message);
+        show('refused', error.message);
         return new Promise(() => {});
     }
     const connection = (event, reason) => {

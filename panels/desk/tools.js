@@ -1,5 +1,5 @@
-// What the desk's own pages need of it: what passes, how things stand, and commands. They are no panels: they speak
-// other frames over the socket that panels use.
+// What the desk's own pages need of it: what passes, how things stand, and commands. They are no panels: they
+// speak other frames over the socket that panels use.
 
 import { Connection } from '../client/connection.js';
 import { readFrame, writeJson } from './json.js';
@@ -47,7 +47,10 @@ class Desk {
     do(name, content = {}) {
         if (!this.#connection.isWelcome)
             return Promise.reject(
-                new DeskError('disconnected', `${name} was not sent: there is no connection to the desk`),
+                new DeskError(
+                    'disconnected',
+                    `${name} was not sent: there is no connection to the desk; try again when it is back`,
+                ),
             );
         const number = ++this.#asked;
         this.#connection.send(writeJson({ do: name, with: content, number }));
@@ -56,8 +59,8 @@ class Desk {
                 this.#settle(number)?.reject(
                     new DeskError(
                         'timeout',
-                        `${name}: the desk said nothing for ${this.#timeout / 1000} s; look in the traffic view ` +
-                            'whether it came about',
+                        `${name}: the desk said nothing for ${this.#timeout / 1000} s; ` +
+                            'look in the traffic view whether it came about',
                     ),
                 );
             this.#waiting.set(number, { name, resolve, reject, timer: setTimeout(late, this.#timeout) });

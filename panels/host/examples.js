@@ -1,5 +1,5 @@
-// The callbacks of the ingest library, in the order of the interface: what each means, what its arguments are, and an
-// example of them as session files have it. Where a callback can tell of a failure, `fails` has what differs then.
+// The callbacks of the ingest library, in the order of the interface: what each means, its arguments, and an
+// example of them as session files have it. Where one can tell of a failure, `fails` has what differs.
 
 const task = '7a5c0001-0000-4000-8000-000000000001';
 const message = '3e550001-0000-4000-8000-000000000001';
@@ -58,7 +58,7 @@ const job = { task, message };
 const batchOf = { task, batch };
 const conversion = { code: error, error: 'The disk is full', 'output path': '' };
 
-/** @type {{name: string, means: string, example: object, fails?: object}[]} Arguments by their names, in order. */
+/** @type {{name: string, means: string, example: object, fails?: object}[]} Arguments by name, in order. */
 export const callbacks = [
     { name: 'OnIngestStarted', means: 'An ingest begins.', example: { task } },
     { name: 'OnIngestFinished', means: 'An ingest is done.', example: { task } },
@@ -229,7 +229,7 @@ export const labelsOf = (name) => Object.keys(byName.get(name)?.example ?? {});
 
 /**
  * @param {string} name A callback.
- * @param {object} [values] Arguments that shall differ from the example, by their names; others are left alone.
+ * @param {object} [values] Arguments that differ from the example, by their names; others are ignored.
  * @returns {unknown[]} Arguments as session files have them.
  */
 export const argumentsOf = (name, values = {}) =>

@@ -11,10 +11,11 @@ export function tell(place, text, isGood = true) {
     setText(place, text);
 }
 
-/** Does something with the desk. @returns {Promise<unknown>} What it says; undefined when it comes to nothing. */
+/** @returns {Promise<unknown>} What the desk says to a command; undefined when it comes to nothing. */
 export async function attempt(place, desk, command, content, done) {
     try {
-        if (desk === undefined) throw new Error('There is no connection to the desk yet.');
+        if (desk === undefined)
+            throw new Error('There is no connection to the desk: see the top of the page.');
         const value = await desk.do(command, content);
         tell(place, typeof done === 'function' ? done(value) : done);
         return value ?? null;
@@ -50,7 +51,7 @@ export class JsonField {
         this.#area.scrollIntoView({ block: 'nearest' });
     }
 
-    /** @returns {unknown} The value; undefined, and told, when there is none. `check` says what is wrong with it. */
+    /** @returns {unknown} The value; undefined, and told, when it is no JSON or `check` objects. */
     read(check) {
         try {
             const value = readJson(this.#area.value);
@@ -82,8 +83,12 @@ export const option = (value, textContent) => element('option', { value, textCon
 export function showFacts(list, facts) {
     const parts = Object.entries(facts)
         .filter(([, text]) => text !== undefined)
-        .flatMap(([name, text]) => [element('dt', { textContent: name }), element('dd', { textContent: text })]);
-    if (list.textContent !== parts.map(({ textContent }) => textContent).join('')) list.replaceChildren(...parts);
+        .flatMap(([name, text]) => [
+            element('dt', { textContent: name }),
+            element('dd', { textContent: text }),
+        ]);
+    if (list.textContent !== parts.map(({ textContent }) => textContent).join(''))
+        list.replaceChildren(...parts);
 }
 
 /**
@@ -105,6 +110,6 @@ export function showItems(list, values, keyOf, make) {
         item.update(value);
     });
     for (const item of old.values()) item.remove();
-    if (had && !list.contains(document.activeElement))
-        list.closest('section').querySelector('h2').focus(); // who worked there is not thrown to the top
+    // who worked there is not thrown to the top of the page
+    if (had && !list.contains(document.activeElement)) list.closest('section').querySelector('h2').focus();
 }

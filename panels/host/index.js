@@ -13,7 +13,7 @@ import { Watch } from './watch.js';
 const watch = new Watch();
 const levelClasses = { WARN: 'warn', ERROR: 'bad' };
 let desk;
-let state = {};
+let state; // undefined until the desk says how things stand
 let reported; // the newest report that is shown
 let isShowing = false;
 
@@ -24,9 +24,18 @@ function showReports() {
     if (newest === undefined || newest.number === reported) return;
     reported = newest.number;
     const cell = (textContent, className = '') => element('td', { textContent, className });
-    byID('reports').replaceChildren(...watch.reports.map(({ us, level, text, isShown, by }) => element('tr', {},
-        cell(timeText(us)), cell(level, levelClasses[level] ?? ''),
-        cell(isShown ? `${text} (to be shown to the user)` : text), cell(by ?? ''))));
+    byID('reports').replaceChildren(
+        ...watch.reports.map(({ us, level, text, isShown, by }) =>
+            element(
+                'tr',
+                {},
+                cell(timeText(us)),
+                cell(level, levelClasses[level] ?? ''),
+                cell(isShown ? `${text} (to be shown to the user)` : text),
+                cell(by ?? ''),
+            ),
+        ),
+    );
     byID('reports-none').hidden = true;
     byID('reports').closest('.wide').hidden = false;
 }
@@ -39,8 +48,8 @@ function showSoon() {
         isShowing = false;
         showDialog(watch.dialog);
         showReports();
-        showSources(tasksIn(state), watch.requests);
-        showState(state);
+        showSources(tasksIn(state ?? {}), watch.requests);
+        if (state !== undefined) showState(state);
     }, 50);
 }
 

@@ -14,7 +14,12 @@ let count = 0;
 
 /** What a clip is given by: name of the value, label, type of the control, what stands there first. */
 const fields = [
-    ['filePath', 'Path', 'text', (i, bin) => `/media/${bin.toLowerCase().replace(/[^a-z0-9]+/g, '-') || 'clips'}/clip-${i}.mov`],
+    [
+        'filePath',
+        'Path',
+        'text',
+        (i, bin) => `/media/${bin.toLowerCase().replace(/[^a-z0-9]+/g, '-') || 'clips'}/clip-${i}.mov`,
+    ],
     ['aliasName', 'Name', 'text', (i) => `Clip ${i}`],
     ['clipFormat', 'Format', 'text', () => 'MOV'],
     ['seconds', 'Seconds', 'number', (i) => 8 + 4 * i],
@@ -24,20 +29,48 @@ function addClip(bin) {
     const i = ++count;
     const field = (label, control) => {
         control.id = `clip-${i}-${control.name}`;
-        return element('div', { className: 'field' }, element('label', { htmlFor: control.id, textContent: label }), control);
+        return element(
+            'div',
+            { className: 'field' },
+            element('label', { htmlFor: control.id, textContent: label }),
+            control,
+        );
     };
-    const rate = element('select', { name: 'rate' }, ...Object.keys(rates).sort((a, b) => a - b)
-        .map((fps) => option(fps, fps)));
+    const rate = element(
+        'select',
+        { name: 'rate' },
+        ...Object.keys(rates)
+            .sort((a, b) => a - b)
+            .map((fps) => option(fps, fps)),
+    );
     rate.value = '25';
-    const clip = element('div', { className: 'clip', role: 'group', 'aria-label': `Clip ${i}` },
-        ...fields.map(([name, label, type, first]) => field(label, element('input', { name, type,
-            value: String(first(i, bin)), autocomplete: 'off', ...(type === 'number' && { min: '0', step: 'any' }) }))),
+    const clip = element(
+        'div',
+        { className: 'clip', role: 'group', 'aria-label': `Clip ${i}` },
+        ...fields.map(([name, label, type, first]) =>
+            field(
+                label,
+                element('input', {
+                    name,
+                    type,
+                    value: String(first(i, bin)),
+                    autocomplete: 'off',
+                    ...(type === 'number' && { min: '0', step: 'any' }),
+                }),
+            ),
+        ),
         field('Frames/s', rate),
-        element('button', { type: 'button', className: 'quiet', textContent: 'Remove', 'aria-label': `Remove clip ${i}`,
+        element('button', {
+            type: 'button',
+            className: 'quiet',
+            textContent: 'Remove',
+            'aria-label': `Remove clip ${i}`,
             onclick: () => {
                 clip.remove();
                 byID('ingest-add').focus();
-            } }));
+            },
+        }),
+    );
     items.append(clip);
     return clip;
 }
@@ -64,13 +97,25 @@ function itemOf(given) {
 
 /** @returns {[string, object][]} Callbacks in their order, with the arguments that the dialog settles. */
 function callsFor(clips, bin) {
-    const keywords = byID('ingest-keywords').value.split(',').map((word) => word.trim()).filter(Boolean);
+    const keywords = byID('ingest-keywords')
+        .value.split(',')
+        .map((word) => word.trim())
+        .filter(Boolean);
     const values = {
-        task: newGuid(), batch: newGuid(), 'task item': newGuid(), items: clips, 'target bin': bin,
+        task: newGuid(),
+        batch: newGuid(),
+        'task item': newGuid(),
+        items: clips,
+        'target bin': bin,
         metadata: keywords.length === 0 ? {} : { minimumMetadata: { keywords } },
     };
-    return ['OnIngestStarted', 'OnIngestBatchStarted', 'OnIngestItemsReady', 'OnIngestBatchFinished', 'OnIngestFinished']
-        .map((callback) => [callback, values]);
+    return [
+        'OnIngestStarted',
+        'OnIngestBatchStarted',
+        'OnIngestItemsReady',
+        'OnIngestBatchFinished',
+        'OnIngestFinished',
+    ].map((callback) => [callback, values]);
 }
 
 async function make(desk, calls, done) {
@@ -108,8 +153,9 @@ export function showDialog(dialog) {
     section.hidden = dialog === undefined;
     if (hadFocus) byID('tasks-title').focus();
     if (dialog === undefined) return;
-    const who = dialog.by === undefined ? 'A panel' : dialog.by;
-    setText(byID('ingest-text'), `${who} asks for the ingest dialog, for ${dialog.bin === '' ? 'no bin' : `the bin “${dialog.bin}”`}. It is open.`);
+    const bin = dialog.bin === '' ? 'no bin' : `the bin “${dialog.bin}”`;
+    const text = `${dialog.by ?? 'A panel'} asks for the ingest dialog, for ${bin}. It is open.`;
+    setText(byID('ingest-text'), text);
     count = 0;
     items.replaceChildren();
     addClip(dialog.bin);
@@ -120,15 +166,22 @@ export function showDialog(dialog) {
 export function beginIngest(deskOf, watch) {
     const withDesk = (act) => {
         const { dialog } = watch;
-        if (deskOf() === undefined) tell(told, 'There is no connection to the desk yet.', false);
+        if (deskOf() === undefined)
+            tell(told, 'There is no connection to the desk: see the top of the page.', false);
         else if (dialog !== undefined) act(deskOf(), dialog);
     };
     byID('ingest-add').addEventListener('click', () =>
-        addClip(watch.dialog?.bin ?? '').querySelector('input').focus());
+        addClip(watch.dialog?.bin ?? '')
+            .querySelector('input')
+            .focus(),
+    );
     byID('ingest-form').addEventListener('submit', (event) => {
         event.preventDefault();
         withDesk((desk, { bin }) => ingest(desk, bin));
     });
     byID('ingest-cancel').addEventListener('click', () =>
-        withDesk((desk, { task }) => make(desk, [['OnIngestCancelled', { task }]], 'The ingest was cancelled.')));
+        withDesk((desk, { task }) =>
+            make(desk, [['OnIngestCancelled', { task }]], 'The ingest was cancelled.'),
+        ),
+    );
 }

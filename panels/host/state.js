@@ -42,14 +42,21 @@ function taskItem() {
         steps = stepsOf(task, watch.callOf(task.msgID));
         const { what, operation, by, kind, percentage, isPaused, taskID } = task;
         const state = isPaused ? 'paused' : typeof percentage === 'number' ? `${percentage} %` : 'running';
-        title.replaceChildren(element('strong', { textContent: what }),
+        title.replaceChildren(
+            element('strong', { textContent: what }),
             element('span', { className: 'note', textContent: operation === what ? '' : (operation ?? '') }),
-            byWhom(by, kind), element('span', { className: 'badge', textContent: state }));
+            byWhom(by, kind),
+            element('span', { className: 'badge', textContent: state }),
+        );
         progress.setAttribute('aria-label', `${what} ${byWhom(by, kind)}`);
         if (typeof percentage === 'number' && percentage >= 0) progress.value = percentage;
         else progress.removeAttribute('value');
         ids.replaceChildren('Task ', element('code', { textContent: taskID }));
-        if (steps.length > 0) show(steps.map(({ label }) => label), run);
+        if (steps.length > 0)
+            show(
+                steps.map(({ label }) => label),
+                run,
+            );
         else if (statusOf(task) !== undefined) show(['Answer …'], () => editAnswer(task));
         else show([], run);
     };
@@ -65,28 +72,71 @@ function faultsText(faults) {
 function panelItem({ browserID }) {
     const title = element('p', { className: 'title' });
     const summary = element('summary');
-    const number = (name, label, value, max) => element('label', { className: 'tick' }, `${label} `,
-        element('input', { type: 'number', name, value, min: '0', max, 'aria-label': `${label} for ${browserID}` }));
-    const form = element('form', { noValidate: true },
-        element('div', { className: 'numbers' }, number('percent', 'Percent', '20', '100'),
-            number('seed', 'Seed', '1', '4294967295')),
-        element('fieldset', {}, element('legend', { className: 'only-heard', textContent: `Kinds of faults for ${browserID}` }),
-            ...faultKinds.map((kind) => element('label', { className: 'tick' },
-                element('input', { type: 'checkbox', name: kind, checked: kind === 'drop' }), kind))),
-        element('div', { className: 'toolbar' }, element('button', { textContent: 'Make faults' }),
-            element('button', { type: 'button', textContent: 'End faults', onclick: () => setFaults(browserID, 1, 0, []) })));
+    const number = (name, label, value, max) =>
+        element(
+            'label',
+            { className: 'tick' },
+            `${label} `,
+            element('input', {
+                type: 'number',
+                name,
+                value,
+                min: '0',
+                max,
+                'aria-label': `${label} for ${browserID}`,
+            }),
+        );
+    const form = element(
+        'form',
+        { noValidate: true },
+        element(
+            'div',
+            { className: 'numbers' },
+            number('percent', 'Percent', '20', '100'),
+            number('seed', 'Seed', '1', '4294967295'),
+        ),
+        element(
+            'fieldset',
+            {},
+            element('legend', { className: 'only-heard', textContent: `Kinds of faults for ${browserID}` }),
+            ...faultKinds.map((kind) =>
+                element(
+                    'label',
+                    { className: 'tick' },
+                    element('input', { type: 'checkbox', name: kind, checked: kind === 'drop' }),
+                    kind,
+                ),
+            ),
+        ),
+        element(
+            'div',
+            { className: 'toolbar' },
+            element('button', { textContent: 'Make faults' }),
+            element('button', {
+                type: 'button',
+                textContent: 'End faults',
+                onclick: () => setFaults(browserID, 1, 0, []),
+            }),
+        ),
+    );
     form.addEventListener('submit', (event) => {
         event.preventDefault();
         const { percent, seed } = form.elements;
         const kinds = faultKinds.filter((kind) => form.elements[kind].checked);
-        const wrong = [[percent, 1, 100], [seed, 0, 4294967295]].find(([{ value }, least, most]) =>
-            !/^[0-9]+$/.test(value) || Number(value) < least || Number(value) > most);
+        const wrong = [
+            [percent, 1, 100],
+            [seed, 0, 4294967295],
+        ].find(
+            ([{ value }, least, most]) =>
+                !/^[0-9]+$/.test(value) || Number(value) < least || Number(value) > most,
+        );
         for (const input of [percent, seed]) input.setAttribute('aria-invalid', String(input === wrong?.[0]));
         if (wrong !== undefined) {
             wrong[0].focus();
             return tell(byID('panels-told'), `Write a whole number from ${wrong[1]} to ${wrong[2]}.`, false);
         }
-        if (kinds.length === 0) return tell(byID('panels-told'), 'Choose at least one kind of faults.', false);
+        if (kinds.length === 0)
+            return tell(byID('panels-told'), 'Choose at least one kind of faults.', false);
         setFaults(browserID, Number(seed.value), Number(percent.value), kinds);
     });
     const item = element('li', {}, title, element('details', {}, summary, form));
@@ -99,8 +149,15 @@ function panelItem({ browserID }) {
 }
 
 const setFaults = (browserID, seed, percent, kinds) =>
-    attempt(byID('panels-told'), deskOf(), 'faults', { browserID, seed, percent, kinds },
-        percent === 0 ? `What ${browserID} says and hears is left alone.` : `${browserID} gets faults from now on.`);
+    attempt(
+        byID('panels-told'),
+        deskOf(),
+        'faults',
+        { browserID, seed, percent, kinds },
+        percent === 0
+            ? `What ${browserID} says and hears is left alone.`
+            : `${browserID} gets faults from now on.`,
+    );
 
 function exitText(exit) {
     if (!exit) return '';
@@ -150,7 +207,10 @@ export function showState(state) {
     byID('tasks-none').hidden = tasks.length > 0;
     showItems(byID('panels'), panels, ({ browserID }) => browserID, panelItem);
     byID('panels-none').hidden = panels.length > 0;
-    setText(byID('panels-title'), panels.length > 0 ? `Connected panels: ${panels.length}` : 'Connected panels');
+    setText(
+        byID('panels-title'),
+        panels.length > 0 ? `Connected panels: ${panels.length}` : 'Connected panels',
+    );
     setText(byID('tasks-title'), tasks.length > 0 ? plural(tasks.length, 'running task') : 'Running tasks');
     showPlay(play);
 }
@@ -158,13 +218,15 @@ export function showState(state) {
 export function beginState(getDesk, theWatch) {
     [deskOf, watch] = [getDesk, theWatch];
     byID('exit').addEventListener('click', async () => {
-        const text = 'Panels are told that the host exits. Unless one refuses, the desk ends after two seconds.';
+        const text =
+            'Panels are told that the host exits. Unless one refuses, the desk ends after two seconds.';
         if ((await ask({ title: 'Exit the host?', text, fields: [], action: 'Exit the host' })) !== null)
             attempt(byID('exit-state'), deskOf(), 'exit', {}, 'Asked.');
     });
     const play = (id, event, command, content, done) =>
         byID(id).addEventListener(event, ({ target }) =>
-            attempt(byID('play-told'), deskOf(), command, content(target), done));
+            attempt(byID('play-told'), deskOf(), command, content(target), done),
+        );
     byID('play-speed').append(...speeds.map((speed) => option(String(speed), `${speed}×`)));
     play('play-step', 'click', 'step', () => ({}), '');
     play('play-raise', 'click', 'raise', () => ({}), 'The request of the file was raised.');

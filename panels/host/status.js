@@ -40,10 +40,16 @@ function takeHeader() {
 /** What headers can be taken from: tasks that run, and what was asked of late. */
 export function showSources(tasks, requests) {
     const entries = [
-        ...tasks.map((task) => [`task ${task.taskID}`, `task: ${task.what}${task.by ? ` of ${task.by}` : ''}`,
-            { ...task, browserID: task.kind === 'mediaCollection' ? collectionID : task.by }]),
-        ...requests.map((request) => [`request ${request.number}`,
-            `request ${request.number}: ${request.what} of ${request.browserID || 'nobody'}`, request]),
+        ...tasks.map((task) => [
+            `task ${task.taskID}`,
+            `task: ${task.what}${task.by ? ` of ${task.by}` : ''}`,
+            { ...task, browserID: task.kind === 'mediaCollection' ? collectionID : task.by },
+        ]),
+        ...requests.map((request) => [
+            `request ${request.number}`,
+            `request ${request.number}: ${request.what} of ${request.browserID || 'nobody'}`,
+            request,
+        ]),
     ];
     const keys = entries.map(([key]) => key).join();
     if (keys === [...sources.keys()].join() && source.options.length > 0) return;
@@ -67,8 +73,11 @@ const check = (record) =>
         : 'A record is an object: write it in { }.';
 
 export function beginStatuses(deskOf) {
-    name.append(...statuses.map((status) =>
-        option(status.identifier, status.isAnswer ? `${status.name} (answers)` : status.name)));
+    name.append(
+        ...statuses.map((status) =>
+            option(status.identifier, status.isAnswer ? `${status.name} (answers)` : status.name),
+        ),
+    );
     showSources([], []);
     name.addEventListener('change', showExample);
     source.addEventListener('change', takeHeader);

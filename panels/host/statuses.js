@@ -1,4 +1,4 @@
-// The notifications that no connector sends, which are the host's own: what each says, as far as that is known.
+// The notifications that no connector sends: they are the host's own. Of each what it says, if that is known.
 
 import model from '../client/model.js';
 import { shortName } from '../client/rules.js';
@@ -14,7 +14,7 @@ const marker = {
 const info = { assetMediaType: 1, assetMediaInfoGUID: asset, mediaPath: clip, aliasName: 'Harbour, wide' };
 const markers = { markerInfoList: [marker] };
 
-/** Members of the record beside its header, by the last part of the identifier. What answers says `result`, too. */
+/** Members beside the header, by the last part of the identifier. What answers says `result`, too. */
 const examples = {
     GetCurrentWorkModeStatus: { currentWorkMode: 'Editing' },
     IsMontaneInstalledStatus: { installed: 1 },
@@ -49,4 +49,6 @@ export const statuses = model.events
     .sort((one, other) => (one.name < other.name ? -1 : 1));
 
 /** Names of examples that belong to no such notification: none, unless the protocol changed. */
-export const leftOver = Object.keys(examples).filter((name) => !statuses.some((status) => status.name === name));
+export const leftOver = Object.keys(examples).filter(
+    (name) => !statuses.some((status) => status.name === name),
+);

@@ -58,7 +58,8 @@ function askedIn(call) {
 function failing(callback, values) {
     const fails = findCallback(callback).fails ?? {};
     const results = fails.results && list(values.results).map((item) => ({ ...fails.results[0], ...item }));
-    const info = fails.info && values.info && { filePath: values.info.filePath, assetID: values.info.assetID };
+    const info = fails.info &&
+        values.info && { filePath: values.info.filePath, assetID: values.info.assetID };
     return { ...values, ...fails, ...(results?.length > 0 && { results }), ...(info && { info }) };
 }
 
@@ -76,8 +77,9 @@ const words = (name) =>
     name.replace(/^On(Ingest)?/, '').replace(/(?<=[a-z])[A-Z]/g, (letter) => ` ${letter.toLowerCase()}`);
 
 /**
- * @param {{what: string, taskID: string, msgID: string, percentage?: number | null}} running A task of the state.
- * @param {{dispatcher: string, args: unknown[]}} [call] What the dispatcher was called with, if that is known.
+ * @param {{what: string, taskID: string, msgID: string, percentage?: number | null}} running A task of the
+ *     state.
+ * @param {{dispatcher: string, args: unknown[]}} [call] What the dispatcher was called with, if it is known.
  * @returns {{label: string, callback: string, args: unknown[]}[]} What the host can tell of it next.
  */
 export function stepsOf({ what, taskID, msgID, percentage }, call) {

@@ -38,7 +38,8 @@ export class Watch {
     #hearOne({ number, line, cause, by, marks = [] }) {
         if (line.panel !== undefined) this.#hearRequest(number, line, by);
         if (line.callback === 'OnIngestStarted' && this.#ownIngests.has(line.args?.[0])) return;
-        if (line.callback === 'OnIngestStarted' || line.callback === 'OnIngestCancelled') this.dialog = undefined;
+        if (line.callback === 'OnIngestStarted' || line.callback === 'OnIngestCancelled')
+            this.dialog = undefined;
         if (line.dispatcher === undefined || !Array.isArray(line.args) || marks.includes('held back')) return;
         const [task, message, ...rest] = line.args;
         const asker = this.#askers.get(cause);
@@ -48,7 +49,14 @@ export class Watch {
             this.dialog = { number, task, message, bin: String(rest[0] ?? ''), by: asker };
         if (line.dispatcher === 'ReportPanelEvent') {
             const [level, text, isShown] = rest;
-            const report = { number, us: line.us, level: levels[level] ?? String(level), text, isShown, by: asker };
+            const report = {
+                number,
+                us: line.us,
+                level: levels[level] ?? String(level),
+                text,
+                isShown,
+                by: asker,
+            };
             keep(this.reports, report, mostReports);
         }
     }

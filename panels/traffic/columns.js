@@ -18,7 +18,8 @@ function wayOf({ lanes }) {
     return way;
 }
 
-const wayText = ({ lanes: [from, to] }) => (from === to ? laneNames[from] : `${laneNames[from]} to ${laneNames[to]}`);
+const wayText = ({ lanes: [from, to] }) =>
+    from === to ? laneNames[from] : `${laneNames[from]} to ${laneNames[to]}`;
 
 const badge = (className, textContent) => element('span', { className: `badge ${className}`, textContent });
 
@@ -46,16 +47,24 @@ export function columnsFor(isNarrow, relationOf) {
     const relation = (row) => relationSigns[relationOf(row)];
     const all = {
         number: { label: 'No.', width: '8ch', align: 'end' },
-        time: { label: 'Time', width: '11ch', align: 'end', cell: (row, cell) => cell.append(timeText(row.us)) },
+        time: {
+            label: 'Time',
+            width: '11ch',
+            align: 'end',
+            cell: (row, cell) => cell.append(timeText(row.us)),
+        },
         way: {
             label: isNarrow ? 'Way' : 'Panels ⋯ host',
             width: isNarrow ? '76px' : '132px',
             cell: (row, cell) =>
-                cell.append(wayOf(row), element('span', { className: 'only-heard', textContent: wayText(row) })),
+                cell.append(
+                    wayOf(row),
+                    element('span', { className: 'only-heard', textContent: wayText(row) }),
+                ),
         },
         name: {
             label: 'Name',
-            width: isNarrow ? '24ch' : '1fr',
+            width: isNarrow ? '19ch' : '1fr',
             cell: ({ name }, cell) => {
                 cell.dataset.member = 'name';
                 cell.append(name);

@@ -13,12 +13,21 @@ const mostLinks = 60;
 
 function recordView(title, text) {
     const shown = text.length > mostText ? `${text.slice(0, mostText)} …` : text;
-    return element('div', {}, element('h3', { textContent: title }),
-        element('pre', { textContent: shown, tabIndex: 0, role: 'region', 'aria-label': title }));
+    return element(
+        'div',
+        {},
+        element('h3', { textContent: title }),
+        element('pre', { textContent: shown, tabIndex: 0, role: 'region', 'aria-label': title }),
+    );
 }
 
 const problemView = (title, text) =>
-    element('div', {}, element('h3', { textContent: title }), element('p', { className: 'error', textContent: text }));
+    element(
+        'div',
+        {},
+        element('h3', { textContent: title }),
+        element('p', { className: 'error', textContent: text }),
+    );
 
 export class Details {
     #content = document.getElementById('details-content');
@@ -67,22 +76,44 @@ export class Details {
             ['Raised by', row.by],
             ['Marks', row.marks.join('; ') || undefined],
         ].filter(([, text]) => text !== undefined);
-        return element('dl', { className: 'facts' }, ...facts.flatMap(([name, textContent]) =>
-            [element('dt', { textContent: name }), element('dd', { textContent })]));
+        return element(
+            'dl',
+            { className: 'facts' },
+            ...facts.flatMap(([name, textContent]) => [
+                element('dt', { textContent: name }),
+                element('dd', { textContent }),
+            ]),
+        );
     }
 
     #findings({ findings }) {
-        const items = findings.map(({ line, column, path, what, advice }) => element('li', {},
-            element('button', { type: 'button', textContent: `${line}:${column}`,
-                'aria-label': `${line}:${column}, show this place`, onclick: () => this.#showPlace(line, column) }),
-            ` ${what}${advice ? `; ${advice}` : ''}${path ? ` (${path})` : ''}`));
-        return element('div', { id: 'findings' },
-            element('h3', { textContent: plural(findings.length, 'finding') }), element('ul', {}, ...items));
+        const items = findings.map(({ line, column, path, what, advice }) =>
+            element(
+                'li',
+                {},
+                element('button', {
+                    type: 'button',
+                    textContent: `${line}:${column}`,
+                    'aria-label': `${line}:${column}, show this place`,
+                    onclick: () => this.#showPlace(line, column),
+                }),
+                ` ${what}${advice ? `; ${advice}` : ''}${path ? ` (${path})` : ''}`,
+            ),
+        );
+        return element(
+            'div',
+            { id: 'findings' },
+            element('h3', { textContent: plural(findings.length, 'finding') }),
+            element('ul', {}, ...items),
+        );
     }
 
     #showPlace(line, column) {
-        const places = this.#shown.findings.map((finding) => placeOf(this.#shown.body, finding.line, finding.column));
-        const wanted = [...new Set(places)].sort((one, other) => one - other)
+        const places = this.#shown.findings.map((finding) =>
+            placeOf(this.#shown.body, finding.line, finding.column),
+        );
+        const wanted = [...new Set(places)]
+            .sort((one, other) => one - other)
             .indexOf(placeOf(this.#shown.body, line, column));
         const marks = this.#content.querySelectorAll('mark');
         const mark = marks[Math.min(wanted, marks.length - 1)];
@@ -92,26 +123,58 @@ export class Details {
 
     #belongs(row) {
         const relations = [...this.#log.relations(row)].sort(([one], [other]) => one - other);
-        const links = relations.slice(0, mostLinks).map(([number, how]) => element('button', { type: 'button',
-            textContent: `${how}: ${this.#log.find(number).name}`, title: `Entry ${number}`,
-            onclick: () => this.#on.go(number) }));
+        const links = relations
+            .slice(0, mostLinks)
+            .map(([number, how]) =>
+                element('button', {
+                    type: 'button',
+                    textContent: `${how}: ${this.#log.find(number).name}`,
+                    title: `Entry ${number}`,
+                    onclick: () => this.#on.go(number),
+                }),
+            );
         const length = durationOf(row);
-        const title = length === undefined
-            ? 'Belongs to it' : `Belongs to it, ${lengthText(length.us)} to the ${length.of}`;
+        const title =
+            length === undefined
+                ? 'Belongs to it'
+                : `Belongs to it, ${lengthText(length.us)} to the ${length.of}`;
         const more = relations.length - links.length;
-        return element('div', { id: 'belongs' }, element('h3', { textContent: title }),
+        return element(
+            'div',
+            { id: 'belongs' },
+            element('h3', { textContent: title }),
             links.length === 0
                 ? element('p', { className: 'note', textContent: 'Nothing that is kept.' })
-                : element('div', { className: 'links' }, ...links,
-                    more > 0 && element('span', { className: 'note', textContent: `and ${more} more` })));
+                : element(
+                      'div',
+                      { className: 'links' },
+                      ...links,
+                      more > 0 && element('span', { className: 'note', textContent: `and ${more} more` }),
+                  ),
+        );
     }
 
     #ids(row) {
-        const items = row.ids.map(({ role, id }) => element('li', {}, `${role} `, element('code', { textContent: id }),
-            element('button', { type: 'button', textContent: 'Filter', 'aria-label': `Filter by ${role} ${id}`,
-                onclick: () => this.#on.filter(id) })));
-        return element('div', {}, element('h3', { textContent: 'Ids' }),
-            element('ul', { className: 'ids links' }, ...items));
+        const items = row.ids.map(({ role, id }) =>
+            element(
+                'li',
+                {},
+                `${role} `,
+                element('code', { textContent: id }),
+                element('button', {
+                    type: 'button',
+                    textContent: 'Filter',
+                    'aria-label': `Filter by ${role} ${id}`,
+                    onclick: () => this.#on.filter(id),
+                }),
+            ),
+        );
+        return element(
+            'div',
+            {},
+            element('h3', { textContent: 'Ids' }),
+            element('ul', { className: 'ids links' }, ...items),
+        );
     }
 
     #texts(row) {
@@ -120,7 +183,8 @@ export class Details {
         if (typeof data !== 'string') return [recordView('Line', writeJson(row.line, { width: 60 }))];
         const text = textView(data, row.findings);
         if (notification !== undefined) return [text, this.#notified(notification, data)];
-        if (panel === undefined) return [text, recordView('Line', writeJson({ ...row.line, data: '…' }, { width: 60 }))];
+        if (panel === undefined)
+            return [text, recordView('Line', writeJson({ ...row.line, data: '…' }, { width: 60 }))];
         const waiting = recordView('Record', 'Reading …');
         this.#inspect(row.number, waiting);
         return [text, waiting];
@@ -137,12 +201,19 @@ export class Details {
     async #inspect(number, place) {
         try {
             const { record, problem } = await this.#on.inspect(number);
-            place.replaceWith(record === undefined
-                ? problemView('Record', `It cannot be read: ${problem}`)
-                : recordView('Record', writeJson(record, { width: 60 })));
+            place.replaceWith(
+                record === undefined
+                    ? problemView('Record', `It cannot be read: ${problem}`)
+                    : recordView('Record', writeJson(record, { width: 60 })),
+            );
         } catch (error) {
-            place.replaceWith(problemView('Record', `The desk did not say what it means: ${error.message}. ` +
-                'Select the entry again to ask again.'));
+            place.replaceWith(
+                problemView(
+                    'Record',
+                    `The desk did not say what it means: ${error.message}. ` +
+                        'Select the entry again to ask again.',
+                ),
+            );
         }
     }
 }

@@ -28,7 +28,7 @@ const details = new Details(log, {
     filter: setID,
     go,
     inspect: (number) => {
-        if (desk === undefined) throw new Error('there is no connection');
+        if (desk === undefined) throw new Error('there is no connection to the desk');
         return desk.do('inspect', { number });
     },
 });
@@ -60,9 +60,10 @@ function showCounts() {
     setText(byID('count'), parts.join(', '));
     const isFiltered = shown.length !== log.rows.length;
     setText(byID('filtered'), isFiltered ? `${shown.length.toLocaleString('en')} shown` : '');
-    list.emptyText = log.rows.length > 0
-        ? 'Nothing matches the filters. Change them above.'
-        : 'Nothing has passed yet. Open a panel, or make a callback on the host page.';
+    list.emptyText =
+        log.rows.length > 0
+            ? 'Nothing matches the filters. Change them above.'
+            : 'Nothing has passed yet. Open a panel, or make a callback on the host page.';
 }
 
 function hear(entries) {
@@ -148,8 +149,13 @@ function clear() {
 
 async function save() {
     const numbers = log.inputsOf([...list.selection].map(Number));
+    if (desk === undefined)
+        return tell('There is no connection to the desk: see the top of the page.', 'error');
     if (numbers.length === 0)
-        return tell('Nothing to save: select entries first. Notes, and what the host itself told, are in no session.', 'error');
+        return tell(
+            'Nothing to save: select entries first. Notes, and what the host itself told, are in no session.',
+            'error',
+        );
     try {
         const { text, standsAlone, why } = await desk.do('save', { numbers });
         offer(text, numbers);
@@ -167,8 +173,11 @@ async function save() {
 function offer(text, numbers) {
     if (download !== undefined) URL.revokeObjectURL(download.href);
     const name = `session-${numbers[0]}-${numbers.at(-1)}.jsonl`;
-    download = element('a', { href: URL.createObjectURL(new Blob([text])), download: name,
-        textContent: `Download ${name} again` });
+    download = element('a', {
+        href: URL.createObjectURL(new Blob([text])),
+        download: name,
+        textContent: `Download ${name} again`,
+    });
     download.click();
 }
 
@@ -178,22 +187,27 @@ function layOut({ matches: isNarrow }) {
 }
 
 list.keyOf = ({ number }) => String(number);
-list.rowClass = (row) =>
-    `${relations.has(row.number) ? 'is-related' : ''} ${row.isInput ? '' : 'is-effect'}`;
+list.rowClass = (row) => `${relations.has(row.number) ? 'is-related' : ''} ${row.isInput ? '' : 'is-effect'}`;
 list.followEnd = true;
 list.addEventListener('select', selectionChanged);
 list.addEventListener('open', () => byID('details').focus());
 byID('details').addEventListener('keydown', ({ key }) => key === 'Escape' && list.focus());
 
-byID('groups').append(...Object.entries(groups).map(([group, label]) => {
-    const change = ({ target }) => {
-        if (target.checked) wanted.hidden.delete(group);
-        else wanted.hidden.add(group);
-        refilter();
-    };
-    return element('label', { className: 'tick' },
-        element('input', { type: 'checkbox', checked: true, onchange: change }), label);
-}));
+byID('groups').append(
+    ...Object.entries(groups).map(([group, label]) => {
+        const change = ({ target }) => {
+            if (target.checked) wanted.hidden.delete(group);
+            else wanted.hidden.add(group);
+            refilter();
+        };
+        return element(
+            'label',
+            { className: 'tick' },
+            element('input', { type: 'checkbox', checked: true, onchange: change }),
+            label,
+        );
+    }),
+);
 byID('remarkable').addEventListener('change', ({ target }) => {
     wanted.isRemarkable = target.checked;
     refilter();

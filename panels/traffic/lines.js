@@ -20,10 +20,15 @@ const last = (name) => String(name).split('::').at(-1);
 const connectors = { library: 'library', mediaCollection: 'media collection' };
 const connectorOf = (name) => connectors[name] ?? String(name);
 
-/** Lanes are 0 for panels, 1 for connectors, 2 for the host. `to` is who is spoken to where the line says it. */
+/** Lanes are 0 for panels, 1 for connectors, 2 for the host; `to` is who is spoken to, if lines say it. */
 const kinds = {
     panel: { group: 'request', label: 'request', lanes: [0, 1], name: ({ panel }) => shortName(panel) },
-    dispatcher: { group: 'dispatcher', label: 'dispatcher call', lanes: [1, 2], name: (line) => line.dispatcher },
+    dispatcher: {
+        group: 'dispatcher',
+        label: 'dispatcher call',
+        lanes: [1, 2],
+        name: (line) => line.dispatcher,
+    },
     callback: {
         group: 'callback',
         label: 'callback',
@@ -40,7 +45,12 @@ const kinds = {
     post: { group: 'station', label: 'post', lanes: [1, 2], name: ({ post }) => last(post) },
     deliver: { group: 'station', label: 'delivery', lanes: [2, 2], name: ({ deliver }) => last(deliver) },
     station: { group: 'station', label: 'broadcast', lanes: [2, 1], name: ({ message }) => last(message) },
-    hostCall: { group: 'hostCall', label: 'host call', lanes: [1, 2], name: ({ hostCall }) => last(hostCall) },
+    hostCall: {
+        group: 'hostCall',
+        label: 'host call',
+        lanes: [1, 2],
+        name: ({ hostCall }) => last(hostCall),
+    },
     call: { group: 'hostCall', label: 'call by the host', lanes: [2, 1], name: ({ call }) => last(call) },
     create: {
         group: 'life',
@@ -62,7 +72,12 @@ const kinds = {
         lanes: [2, 1],
         name: ({ register }) => (register ? 'Register requests' : 'Withdraw requests'),
     },
-    host: { group: 'life', label: 'host', lanes: [2, 2], name: ({ host }) => `Set ${Object.keys(host ?? {})}` },
+    host: {
+        group: 'life',
+        label: 'host',
+        lanes: [2, 2],
+        name: ({ host }) => `Set ${Object.keys(host ?? {})}`,
+    },
     ui: { group: 'life', label: 'user interface', lanes: [2, 2], name: () => 'Deliver posted messages' },
     destroyed: {
         group: 'life',
@@ -82,7 +97,7 @@ const unknown = {
     name: (line) => Object.keys(line).find((key) => key !== 'us') ?? 'empty line',
 };
 
-/** @returns The kind of a line, which its first known key says. A station message has `message`, others do not. */
+/** @returns The kind of a line, which its first known key says. */
 export function kindOf(line) {
     const key = Object.keys(line).find((each) => Object.hasOwn(kinds, each));
     return key === undefined ? unknown : kinds[key];
@@ -116,7 +131,7 @@ function* namedIn(line) {
     }
 }
 
-/** @returns {{role: string, id: string}[]} What a line names, each once, in small letters; zero GUIDs name nothing. */
+/** @returns {{role: string, id: string}[]} What a line names, each once, in small letters; no zero GUIDs. */
 export function idsOf(line) {
     const found = new Map();
     for (const { role, id = zeroGuid } of namedIn(line)) {

@@ -4,7 +4,7 @@ import { collectionID, findRequest } from '../client/rules.js';
 import { writeJson } from '../desk/json.js';
 import { browserIn, idsOf, kindOf } from './lines.js';
 
-/** An entry of the desk with what it means. Rows are made once; `effects`, `last` and `answer` come to them later. */
+/** An entry of the desk with what it means. `effects`, `last`, `answer` and `request` come to it later. */
 class Row {
     constructor({ number, line, cause, by, findings = [], marks = [] }, causing) {
         const kind = kindOf(line);
@@ -98,7 +98,7 @@ export class TrafficLog {
         return row;
     }
 
-    /** The first notification of an identifier that the model allows, with the request's message id, answers it. */
+    /** What answers a request is the first notification with its message id that the model allows. */
     #findRequest(row) {
         const message = row.ids.find(({ role }) => role === 'message');
         for (const other of this.#byID.get(`message ${message?.id}`) ?? [])
@@ -174,8 +174,8 @@ export class TrafficLog {
 }
 
 /**
- * @returns {{us: number, of: string} | undefined} From a request to its answer, or else from an input to its last
- *     effect.
+ * @returns {{us: number, of: string} | undefined} From a request to its answer, or else from an input to its
+ *     last effect.
  */
 export function durationOf(row) {
     if (!row.isInput || row.us === undefined) return undefined;

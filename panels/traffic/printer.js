@@ -1,5 +1,5 @@
-// Texts as a person reads them: an element a line, indented. It takes what comes, since what the host takes a layer of
-// references off need not be well-formed; nothing is lost, and each part knows where it stood.
+// Texts as a person reads them: an element a line, indented. It takes what comes, since what the host takes a
+// layer of references off need not be well-formed; nothing is lost, and each part knows where it stood.
 
 const sections = [
     ['comment', '<!--', '-->'],
@@ -29,7 +29,7 @@ class Scanner {
     parts() {
         const found = [];
         let from = 0;
-        for (let at = this.#text.indexOf('<'); at >= 0; ) {
+        for (let at = this.#text.indexOf('<'); at >= 0;) {
             const markup = this.#markupAt(at);
             if (markup !== undefined) {
                 if (at > from) found.push(this.#part('text', from, at));
@@ -89,8 +89,8 @@ function lengthOfLine(found, i) {
 
 /**
  * @param {string} text
- * @returns {{depth: number, parts: {kind: string, text: string, at: number}[]}[]} Lines. Blanks between elements are
- *     gone, and nothing else is.
+ * @returns {{depth: number, parts: {kind: string, text: string, at: number}[]}[]} Lines. Blanks between
+ *     elements are gone, and nothing else is.
  */
 export function print(text) {
     const all = partsOf(text);
@@ -100,7 +100,7 @@ export function print(text) {
     );
     const lines = [];
     const open = [];
-    for (let i = 0; i < found.length; ) {
+    for (let i = 0; i < found.length;) {
         const count = lengthOfLine(found, i);
         const line = found.slice(i, i + count);
         const [{ kind, name }] = line;

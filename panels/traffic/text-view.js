@@ -26,13 +26,22 @@ export function textView(text, findings) {
         line.style.setProperty('--depth', depth);
         for (const part of parts) {
             const spans = [...spansOf(part)].map(([className, textContent]) =>
-                element('span', { className, textContent }));
+                element('span', { className, textContent }),
+            );
             line.append(...(isMarked(part) ? [element('mark', { tabIndex: -1 }, ...spans)] : spans));
         }
         view.append(line);
     }
     const rest = text.length - mostText;
-    return element('div', {}, element('h3', { textContent: 'Text' }), view,
-        rest > 0 && element('p', { className: 'note',
-            textContent: `${plural(rest, 'character')} more are not shown. Save the entry to have them all.` }));
+    return element(
+        'div',
+        {},
+        element('h3', { textContent: 'Text' }),
+        view,
+        rest > 0 &&
+            element('p', {
+                className: 'note',
+                textContent: `${plural(rest, 'character')} more are not shown: save the entry for all.`,
+            }),
+    );
 }
