@@ -20,6 +20,9 @@ public:
 
     virtual ~Timer() = default;
     virtual void PostAfter(std::chrono::milliseconds delay, Task task) = 0;
+
+    /// The time that tasks wait for.
+    virtual std::chrono::steady_clock::time_point Now() const { return std::chrono::steady_clock::now(); }
 };
 
 /// A thread that runs tasks one after the other, in the order in which they were posted.

@@ -113,7 +113,9 @@ void LiveHost::Call(const std::string& name, const Session::Json& arguments, Pan
     if (callback == nullptr)
         throw Session::FormatError("there is no callback " + name);
     const BrowserIDScope scope(mServices.GetPanelEvents(), browserID);
-    callback->bind(arguments, SeatOf(kind).connector).run();
+    Session::BoundCall call;
+    Session::Within("args", [&] { call = callback->bind(arguments, SeatOf(kind).connector); });
+    call.run();
 }
 
 void LiveHost::Tell(const std::string& identifier, const std::string& xml)

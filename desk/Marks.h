@@ -19,6 +19,7 @@ constexpr const char* kPrefix = "desk: ";
 
 inline constexpr const char* kHeldBack = "held back";
 inline constexpr const char* kUnhandled = "unhandled";
+inline constexpr const char* kNotInSession = "not in the session";
 
 /// \param member One of the last three above. \param mark One line of UTF-8.
 void Put(Recording::Recorder& recorder, const char* member, const std::string& mark);

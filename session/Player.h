@@ -32,6 +32,9 @@ public:
     /// \throws FormatError when the sink refuses an effect.
     void Play(const BoundCall& input);
 
+    SimulatedHost& GetHost() { return mHost; }
+    const Connectors& GetConnectors() const { return mConnectors; }
+
     /// How the effects are written.
     const ValueWriter& Writer() const { return mRecorder.Writer(); }
 

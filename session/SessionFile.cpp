@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <iterator>
+#include <optional>
 #include <string_view>
 
 namespace Session {
@@ -57,21 +58,24 @@ void CheckEffect(const EffectRow& row, const Json& json)
 }
 
 template <class Value>
-void DropStamp(Json& line, const char* name)
+std::optional<Value> TakeStamp(Json& line, const char* name)
 {
     const auto found = line.find(name);
     if (found == line.end())
-        return;
-    Within(name, [&found] { ValueReader::Read<Value>(*found); });
+        return std::nullopt;
+    Value value{};
+    Within(name, [&] { value = ValueReader::Read<Value>(*found); });
     line.erase(found);
+    return value;
 }
 
 /// Takes out of the line what a recorder adds: when, in microseconds since it began, and on which thread.
-/// Neither is played or compared. \throws FormatError
-void DropStamps(Json& line)
+/// Neither is played or compared. \return When. \throws FormatError
+std::optional<std::uint64_t> TakeStamps(Json& line)
 {
-    DropStamp<std::uint64_t>(line, "us");
-    DropStamp<std::int32_t>(line, "thread");
+    const auto us = TakeStamp<std::uint64_t>(line, "us");
+    TakeStamp<std::int32_t>(line, "thread");
+    return us;
 }
 
 /// \return Whether there is another line.
@@ -79,12 +83,13 @@ bool ReadLine(std::istream& file, Line& line)
 {
     if (!std::getline(file, line.text))
         return false;
+    line.us.reset();
     if (++line.number == 1 && line.text.compare(0, 3, "\xEF\xBB\xBF") == 0)
         line.text.erase(0, 3);
     return true;
 }
 
-void PlayLine(const Line& line, Player& player, Observer& observer)
+void PlayLine(Line& line, Player& player, Observer& observer)
 {
     const std::size_t begin = line.text.find_first_not_of(" \t\r");
     if (begin == std::string::npos)
@@ -95,7 +100,7 @@ void PlayLine(const Line& line, Player& player, Observer& observer)
         return;
     Json json = ParseJson(line.text);
     ValueReader::RequireObject(json);
-    DropStamps(json);
+    line.us = TakeStamps(json);
     if (const EffectRow* const row = EffectIn(json)) {
         CheckEffect(*row, json);
         return observer.OnExpected(line, json);

@@ -5,7 +5,9 @@
 #include "session/format/ValueWriter.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <istream>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -16,6 +18,7 @@ struct Line
 {
     std::size_t number = 0;  ///< From 1.
     std::string text;
+    std::optional<std::uint64_t> us;  ///< When an input happened, where it says so.
 };
 
 /// A line that is neither an input nor an effect nor to be skipped, or that cannot be played.

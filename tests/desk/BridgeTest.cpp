@@ -5,8 +5,7 @@
 #include "desk/Link.h"
 #include "desk/LiveHost.h"
 #include "session/format/FormatError.h"
-#include "tests/desk/Frames.h"
-#include "tests/desk/WorkLog.h"
+#include "tests/desk/BridgeFixture.h"
 
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <gmock/gmock.h>
@@ -22,6 +21,7 @@
 
 namespace {
 
+using BridgeTest = BridgeFixture;
 using Desk::Closing;
 using Desk::LinkRef;
 using ferrite::utility::Guid;
@@ -33,124 +33,6 @@ constexpr const char* kThing =
     "<browserMessage><filePath "
     "path=\"/a.mov\"/><assetMediaInfoList><assetMediaInfo><filePath>/a.mov</filePath>"
     "</assetMediaInfo></assetMediaInfoList></browserMessage>";
-
-std::string BrowserIDIn(const std::string& xml)
-{
-    const std::string start = "<browserID ID=\"";
-    const std::size_t found = xml.find(start);
-    if (found == std::string::npos)
-        return "none";
-    const std::size_t begin = found + start.size();
-    return xml.substr(begin, xml.find('"', begin) - begin);
-}
-
-/// A page as the host sees it.
-class Page
-{
-public:
-    explicit Page(Desk::Bridge& bridge, const Desk::Link::Limits& limits = {})
-        : link(boost::make_shared<Desk::Link>(limits)), mBridge(bridge)
-    {
-    }
-
-    void Say(const std::string& text) { mBridge.OnText(link, text); }
-
-    /// \return The welcome.
-    Json SayHello(const std::string& text)
-    {
-        Say(text);
-        const std::vector<Json> frames = Take();
-        return frames.empty() ? Json() : frames.front().value("welcome", Json());
-    }
-
-    std::vector<Json> Take()
-    {
-        std::vector<Json> frames;
-        while (const Desk::Frame frame = link->TakeFrame())
-            frames.push_back(Json::parse(*frame));
-        return frames;
-    }
-
-    /// \return Of each notification that came the last part of its identifier, and whom its header names.
-    std::vector<std::string> TakeNotifications()
-    {
-        std::vector<std::string> told;
-        for (const Json& frame : Take()) {
-            if (!frame.contains("notify"))
-                continue;
-            const std::string type = frame["notify"];
-            told.push_back(type.substr(type.rfind('.') + 1) + " to " + BrowserIDIn(frame["xml"]));
-        }
-        return told;
-    }
-
-    int Code() const
-    {
-        const auto closing = link->GetClosing();
-        return closing ? closing->code : 0;
-    }
-
-    const LinkRef link;
-
-private:
-    Desk::Bridge& mBridge;
-};
-
-/// Time passes by hand.
-struct HandTimer final : Desk::Timer
-{
-    void PostAfter(std::chrono::milliseconds /*delay*/, Task task) override { tasks.push_back(task); }
-
-    void Pass()
-    {
-        for (const Task& task : std::exchange(tasks, {}))
-            task();
-    }
-
-    std::vector<Task> tasks;
-};
-
-class BridgeTest : public ::testing::Test
-{
-protected:
-    BridgeTest() { host.Attach(bridge); }
-
-    static Desk::Bridge::Limits SmallLimits()
-    {
-        Desk::Bridge::Limits limits;
-        limits.log.mostFrames = 3;
-        limits.mostAway = 2;
-        return limits;
-    }
-
-    boost::shared_ptr<Desk::Bridge> MakeBridge(const Desk::Bridge::Limits& limits)
-    {
-        return boost::make_shared<Desk::Bridge>(
-            host, timer, tools, [] { return Json::object(); }, limits);
-    }
-
-    void TellNews(int count)
-    {
-        for (int i = 0; i < count; ++i)
-            bridge->OnNotification("news", "<n/>");
-    }
-
-    WorkLog work;
-    Desk::LiveHost host{work};
-    HandTimer timer;
-    Desk::Traffic traffic{{}, [] {}};
-    Desk::Tools tools{Desk::Tools::Needs{
-        host, timer, traffic,
-        [this](const std::string& browserID, const Desk::Faults::Settings& settings) {
-            return bridge->Disturb(browserID, settings);
-        },
-        [] {}, [this] { ++ends; },
-        [](const std::string& session, const boost::function<void(const std::string&)>& told) {
-            told(session.find("TransferRequest") == std::string::npos ? "" : "line 1: no");
-        }}};
-    int ends = 0;
-    boost::shared_ptr<Desk::Bridge> bridge = MakeBridge(SmallLimits());
-};
 
 TEST_F(BridgeTest, WelcomesWithWhatThePageMustKnow)
 {
