@@ -42,7 +42,7 @@ class Row {
             const told = causing?.line.callback === undefined ? connectorNaming(browser) : causing.to;
             return [causing === undefined ? 'host' : told, browser || 'panels'];
         }
-        return lanes.length === 0 ? ['desk', ''] : [lane(lanes[0]), lane(lanes[1])];
+        return lanes.length === 0 ? [this.by ?? 'desk', ''] : [lane(lanes[0]), lane(lanes[1])];
     }
 
     get isInput() {

@@ -8,6 +8,7 @@ import { connectDesk } from '../../panels/desk/tools.js';
 import { callbacks, labelsOf } from '../../panels/host/examples.js';
 import { leftOver, statuses } from '../../panels/host/statuses.js';
 import { statusOf, stepsOf } from '../../panels/host/steps.js';
+import { Watch } from '../../panels/host/watch.js';
 import { idsOf } from '../../panels/traffic/lines.js';
 import { TrafficLog, durationOf, filterFor } from '../../panels/traffic/log.js';
 import { partsOf, placeOf, print } from '../../panels/traffic/printer.js';
@@ -92,6 +93,37 @@ test('what runs can be carried out by hand, with what was asked', () => {
     assert.deepEqual(late[0].args, ['t', 'm', 100]);
     assert.match(statusOf({ what: 'GetCurrentWorkMode' }), /\.GetCurrentWorkModeStatus$/);
     assert.equal(statusOf({ what: 'TransferRequest' }), undefined);
+});
+
+test('the host page knows what its windows would show', () => {
+    const watch = new Watch();
+    const heard = [];
+    const hear = (line, rest) => watch.hear([{ number: heard.push(line), line, ...rest }]);
+    const opening = { dispatcher: 'ShowIngestDialog', args: ['t', 'M', 'Day 1'] };
+    const data = '<browserID ID="x"/><msgID ID="3e550001-0000-4000-8000-000000000001"/>';
+    hear({ panel: 'com.velmo.browser.event.OpenIngestDialog', data }, { by: 'panel-1' });
+    hear(opening, { cause: 1, marks: ['held back'] });
+    assert.equal(watch.dialog, undefined, 'a call that is held back opens nothing');
+    hear(opening, { cause: 1 });
+    assert.deepEqual(watch.dialog, { number: 3, task: 't', message: 'M', bin: 'Day 1', by: 'panel-1' });
+    hear({ dispatcher: 'StartMediaIngest', args: ['own', 'm', {}] });
+    hear({ callback: 'OnIngestStarted', args: ['own'] });
+    assert.ok(watch.dialog, 'an ingest that a panel asked for shuts no dialog');
+    for (const callback of ['OnIngestStarted', 'OnIngestCancelled']) {
+        hear({ callback, args: ['t'] });
+        assert.equal(watch.dialog, undefined);
+        hear(opening, { cause: 1 });
+    }
+    hear({ dispatcher: 'ReportPanelEvent', args: ['t', 'm', 2, 'Oh', true], us: 7 }, { cause: 1 });
+    assert.deepEqual(watch.reports,
+        [{ number: heard.length, us: 7, level: 'ERROR', text: 'Oh', isShown: true, by: 'panel-1' }]);
+    assert.deepEqual(watch.requests.map(({ what, browserID, msgID }) => [what, browserID, msgID]),
+        [['OpenIngestDialog', 'x', '3e550001-0000-4000-8000-000000000001']]);
+    assert.equal(watch.callOf('m').args[3], 'Oh');
+    for (let i = 0; i < 5000; ++i)
+        hear({ dispatcher: 'ReportPanelEvent', args: [`${i}`, `${i}`, 0, '', false] });
+    assert.equal(watch.reports.length, 200);
+    assert.equal(watch.callOf('1'), undefined, 'old calls are forgotten');
 });
 
 test('lines belong together by cause, by ids and by answers', () => {
