@@ -6,14 +6,16 @@ import { element, setText } from './elements.js';
 const controls = {
     select: ({ options, value }) => {
         const choices = options.map(([word, label]) =>
-            element('option', { value: word, textContent: label, selected: word === value }));
+            element('option', { value: word, textContent: label, selected: word === value }),
+        );
         return element('select', {}, ...choices);
     },
     textarea: ({ value = '' }) => element('textarea', { value, spellcheck: false }),
     checkbox: ({ value = false }) => element('input', { type: 'checkbox', checked: value }),
     number: ({ value = '', min, max }) => element('input', { type: 'number', value, min, max }),
     password: () => element('input', { type: 'password', autocomplete: 'off' }),
-    text: ({ value = '' }) => element('input', { type: 'text', value, autocomplete: 'off', spellcheck: false }),
+    text: ({ value = '' }) =>
+        element('input', { type: 'text', value, autocomplete: 'off', spellcheck: false }),
 };
 
 let count = 0;
@@ -27,12 +29,14 @@ class Field {
         this.control.id = id;
         this.control.name = field.name;
         this.error = element('p', { className: 'error', id: `${id}-error`, hidden: true });
-        const hint = field.hint && element('p', { className: 'note', id: `${id}-hint`, textContent: field.hint });
+        const hint =
+            field.hint && element('p', { className: 'note', id: `${id}-hint`, textContent: field.hint });
         this.control.setAttribute('aria-describedby', `${hint ? `${id}-hint ` : ''}${id}-error`);
         if (field.required) this.control.setAttribute('aria-required', 'true');
-        const label = field.type === 'checkbox'
-            ? element('label', { className: 'tick' }, this.control, field.label)
-            : element('label', { htmlFor: id, textContent: field.label });
+        const label =
+            field.type === 'checkbox'
+                ? element('label', { className: 'tick' }, this.control, field.label)
+                : element('label', { htmlFor: id, textContent: field.label });
         const parts = field.type === 'checkbox' ? [label] : [label, this.control];
         this.block = element('div', { className: 'field' }, ...parts, this.error, hint);
     }
@@ -56,8 +60,10 @@ class Field {
 
 /**
  * Asks until the values are right or the person leaves.
- * @param {{title: string, text?: string, fields: object[], action: string}} question A field has `name`, `label`,
- *     and may have `type`, `value`, `required`, `hint`, `options` ([word, label] each), `check(value, values)`, which
+ * @param {{title: string, text?: string, fields: object[], action: string}} question A field has `name`,
+ * `label`,
+ *     and may have `type`, `value`, `required`, `hint`, `options` ([word, label] each), `check(value,
+ *     values)`, which
  *     says what is wrong, and `when(values)`, whether it is asked for at all.
  * @returns {Promise<object | null>} Values by name, without those not asked for; null when the person leaves.
  */
@@ -86,13 +92,21 @@ export function ask({ title, text, fields: described, action }) {
             const names = new Set(asked(values).map(({ name }) => name));
             end(Object.fromEntries(Object.entries(values).filter(([name]) => names.has(name))));
         };
-        dialog.append(element('form', { noValidate: true, onsubmit: submit, oninput: showAsked },
-            heading,
-            text && element('p', { className: 'note', textContent: text }),
-            ...fields.map(({ block }) => block),
-            element('div', { className: 'toolbar' },
-                element('button', { type: 'button', textContent: 'Cancel', onclick: () => end(null) }),
-                element('button', { className: 'primary', textContent: action }))));
+        dialog.append(
+            element(
+                'form',
+                { noValidate: true, onsubmit: submit, oninput: showAsked },
+                heading,
+                text && element('p', { className: 'note', textContent: text }),
+                ...fields.map(({ block }) => block),
+                element(
+                    'div',
+                    { className: 'toolbar' },
+                    element('button', { type: 'button', textContent: 'Cancel', onclick: () => end(null) }),
+                    element('button', { className: 'primary', textContent: action }),
+                ),
+            ),
+        );
         dialog.addEventListener('cancel', (event) => {
             event.preventDefault();
             end(null);

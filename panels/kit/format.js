@@ -21,15 +21,33 @@ export function timecode(ticks, rate) {
     const sign = ticks < 0n ? '-' : '';
     const size = ticks < 0n ? -ticks : ticks;
     const frames = framesOf(rate);
-    const [units, count] = frames === undefined
-        ? [1000n, (size * 1000n) / ticksPerSecond]
-        : [frames, size / rate];
+    const [units, count] =
+        frames === undefined ? [1000n, (size * 1000n) / ticksPerSecond] : [frames, size / rate];
     const seconds = count / units;
     const rest = count % units;
     const clock = [seconds / 3600n, (seconds / 60n) % 60n, seconds % 60n].map(two).join(':');
     return frames === undefined
         ? `${sign}${clock}.${String(rest).padStart(3, '0')}`
         : `${sign}${clock}:${two(rest)}`;
+}
+
+/**
+ * @param {string} text As `timecode` writes it; what stands left of the seconds may be left out.
+ * @param {bigint} [rate]
+ * @returns {bigint | undefined} Ticks; undefined where the text is none.
+ */
+export function ticksOf(text, rate) {
+    const frames = framesOf(rate);
+    const [, clock, rest = '0'] =
+        (frames === undefined
+            ? /^((?:\d{1,3}:){0,2}\d{1,5})(?:\.(\d{1,3}))?$/
+            : /^((?:\d{1,3}:){2}\d{1,2}):(\d{1,3})$/
+        ).exec(text.trim()) ?? [];
+    if (clock === undefined) return undefined;
+    const seconds = clock.split(':').reduce((sum, part) => sum * 60n + BigInt(part), 0n);
+    if (frames === undefined)
+        return seconds * ticksPerSecond + (BigInt(rest.padEnd(3, '0')) * ticksPerSecond) / 1000n;
+    return BigInt(rest) < frames ? (seconds * frames + BigInt(rest)) * rate : undefined;
 }
 
 /** A length; of one that nobody knows a dash. */
@@ -68,7 +86,8 @@ export const resultText = (result) => resultTexts[resultName(result)] ?? resultN
 export const isGood = (result) => resultName(result) === 'OK';
 
 /** @returns {string} `1 clip`, `2 clips` */
-export const plural = (count, one, many = `${one}s`) => `${count.toLocaleString('en')} ${count === 1 ? one : many}`;
+export const plural = (count, one, many = `${one}s`) =>
+    `${count.toLocaleString('en')} ${count === 1 ? one : many}`;
 
 const errorTexts = {
     unhandled: 'This host does not offer that. Nothing was sent.',

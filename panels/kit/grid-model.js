@@ -1,6 +1,9 @@
 // Which rows of a grid are selected, which one is active, which are in view. Without DOM.
 
-/** @returns {[number, number]} The rows from the first up to the second are to be there, `spare` around the view. */
+/**
+ * @returns {[number, number]} The rows from the first up to the second are to be there, `spare` around the
+ * view.
+ */
 export function rowsInView(top, height, { rowHeight, count, spare, most }) {
     const first = Math.max(0, Math.min(Math.floor(top / rowHeight), count) - spare);
     const last = Math.min(count, Math.ceil((top + height) / rowHeight) + spare);
@@ -66,7 +69,9 @@ export class GridModel {
         return !isSame;
     }
 
-    /** Makes a row active and selects it: alone, up to it from where the last range began, or the other way. */
+    /**
+     * Makes a row active and selects it: alone, up to it from where the last range began, or the other way.
+     */
     choose(index, { extend = false, toggle = false } = {}) {
         if (index < 0 || index >= this.#rows.length) return false;
         this.#active = index;

@@ -1,4 +1,5 @@
-// <ac-grid>: a list of any length as an accessible grid, or as a tree, of which only what is in view is there.
+// <ac-grid>: a list of any length as an accessible grid, or as a tree, of which only what is in view is
+// there.
 
 import { element, setText } from './elements.js';
 import { GridModel, rowsInView } from './grid-model.js';
@@ -10,7 +11,8 @@ const limits = { rowHeight, spare: 8, most: 180 };
 const leastFlexible = '14ch';
 
 /**
- * Columns are `{ key, label, width, align, sortable, cell(row, td) }`. A tree has `levelOf(row)`, from 0 on, and
+ * Columns are `{ key, label, width, align, sortable, cell(row, td) }`. A tree has `levelOf(row)`, from 0 on,
+ * and
  * `isExpanded(row)`, undefined where nothing is in it; it asks for the other by the event `expand`.
  * Events: `select`, `open` (detail: the row), `sort` ({ key, descending }), `expand` ({ row, expanded }).
  */
@@ -69,8 +71,12 @@ class Grid extends HTMLElement {
         this.#columns = columns;
         const least = (width) => (width.endsWith('fr') ? leastFlexible : width);
         const widths = columns.map(({ width = '1fr' }) => width);
-        this.style.setProperty('--columns', widths.map((width) =>
-            width.endsWith('fr') ? `minmax(${leastFlexible}, ${width})` : width).join(' '));
+        this.style.setProperty(
+            '--columns',
+            widths
+                .map((width) => (width.endsWith('fr') ? `minmax(${leastFlexible}, ${width})` : width))
+                .join(' '),
+        );
         this.style.setProperty('--least', `calc(${widths.map(least).join(' + ') || '0px'})`);
         this.#view.setAttribute('aria-colcount', columns.length);
         this.#column = Math.min(this.#column, columns.length - 1);
@@ -162,8 +168,12 @@ class Grid extends HTMLElement {
             const { key: by, descending } = this.#sorting;
             const order = by !== key ? 'none' : descending ? 'descending' : 'ascending';
             return element('div', {
-                role: 'columnheader', textContent: label, tabIndex: -1, 'aria-colindex': i + 1,
-                'aria-sort': sortable && order, dataset: align === undefined ? {} : { align },
+                role: 'columnheader',
+                textContent: label,
+                tabIndex: -1,
+                'aria-colindex': i + 1,
+                'aria-sort': sortable && order,
+                dataset: align === undefined ? {} : { align },
                 onclick: () => this.#sort(i),
             });
         });
@@ -222,10 +232,14 @@ class Grid extends HTMLElement {
     }
 
     #make() {
-        const cells = this.#columns.map(({ align }, i) => element('div', {
-            role: 'gridcell', tabIndex: -1, 'aria-colindex': i + 1,
-            dataset: align === undefined ? {} : { align },
-        }));
+        const cells = this.#columns.map(({ align }, i) =>
+            element('div', {
+                role: 'gridcell',
+                tabIndex: -1,
+                'aria-colindex': i + 1,
+                dataset: align === undefined ? {} : { align },
+            }),
+        );
         return element('div', { role: 'row', tabIndex: -1 }, ...cells);
     }
 
@@ -337,12 +351,20 @@ class Grid extends HTMLElement {
         const { key, shiftKey } = event;
         const isControl = event.ctrlKey || event.metaKey;
         const { active, rows } = this.#model;
-        const page = Math.max(1, Math.floor((this.#view.clientHeight - this.#head.offsetHeight) / rowHeight) - 1);
+        const page = Math.max(
+            1,
+            Math.floor((this.#view.clientHeight - this.#head.offsetHeight) / rowHeight) - 1,
+        );
         const targets = {
-            ArrowUp: active - 1, ArrowDown: active + 1, Home: 0, End: rows.length - 1,
-            PageUp: Math.max(0, active - page), PageDown: Math.min(rows.length - 1, active + page),
+            ArrowUp: active - 1,
+            ArrowDown: active + 1,
+            Home: 0,
+            End: rows.length - 1,
+            PageUp: Math.max(0, active - page),
+            PageDown: Math.min(rows.length - 1, active + page),
         };
-        if (key === 'ArrowUp' && active === 0) this.#head.firstChild.children[Math.max(0, this.#column)].focus();
+        if (key === 'ArrowUp' && active === 0)
+            this.#head.firstChild.children[Math.max(0, this.#column)].focus();
         else if (key in targets) this.#move(targets[key], isControl, shiftKey);
         else if (key === ' ') this.#choose(active, { extend: shiftKey, toggle: !shiftKey });
         else if (key === 'Enter') this.#open(active);
@@ -366,7 +388,7 @@ class Grid extends HTMLElement {
         const { active, rows } = this.#model;
         const row = rows[active];
         const isExpanded = this.#column < 0 ? this.isExpanded?.(row) : undefined;
-        if (isExpanded === (step < 0)) return this.#tell('expand', { row, expanded: !isExpanded });
+        if (isExpanded === step < 0) return this.#tell('expand', { row, expanded: !isExpanded });
         if (step < 0 && this.#column < 0) {
             const level = this.levelOf(row);
             const holder = rows.slice(0, active).findLastIndex((other) => this.levelOf(other) < level);
