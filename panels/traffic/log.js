@@ -150,11 +150,13 @@ export class TrafficLog {
         return this.#byNumber.get(number);
     }
 
-    /** @returns {Map<number, string>} How other rows belong to one, by their numbers. */
+    /** @returns {Map<number, string>} How other rows belong to one, by number; what says most wins. */
     relations(row) {
         const found = new Map();
-        for (const { role, id } of row.ids.filter(({ role }) => role === 'task' || role === 'message'))
-            for (const { number } of this.#byID.get(`${role} ${id}`) ?? []) found.set(number, `same ${role}`);
+        for (const wanted of ['task', 'message'])
+            for (const { id } of row.ids.filter(({ role }) => role === wanted))
+                for (const { number } of this.#byID.get(`${wanted} ${id}`) ?? [])
+                    found.set(number, `same ${wanted}`);
         for (const { number } of row.effects) found.set(number, 'effect');
         if (this.#byNumber.has(row.cause)) found.set(row.cause, 'cause');
         if (row.answer !== undefined) found.set(row.answer.number, 'answer');
