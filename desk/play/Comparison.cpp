@@ -15,7 +15,6 @@
 namespace Desk {
 namespace {
 
-using ferrite::utility::Guid;
 using ferrite::utility::UTF16to8;
 using ferrite::utility::UTF8to16;
 using Session::Json;

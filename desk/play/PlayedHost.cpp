@@ -80,6 +80,8 @@ PlayedHost::Seat::Seat(const AC::HostServices& next, Answers& answers, const Rec
 PlayedHost::PlayedHost(Script script, Timer& timer, const Options& options)
     : mScript(std::move(script)),
       mChanged(options.changed),
+      mOwnAnswers(options.answers),
+      mHandles(mOwnAnswers == nullptr ? std::vector<std::string>() : mOwnAnswers->Handles()),
       mPlayer(Session::Style::kSession, {}, Between(options.recording)),
       mPace(timer, options.pace, [this] { PlayNext(); })
 {
@@ -107,8 +109,15 @@ void PlayedHost::Attach(boost::shared_ptr<ReferenceHost::Panel> panel)
 void PlayedHost::Raise(const Origin& asker, const std::string& type, const std::string& xml)
 {
     const Marks::Raising raising(mSeat->recorder, asker, type);
+    PlayRaised(asker, type, xml);
+    if (std::find(mHandles.begin(), mHandles.end(), type) != mHandles.end())
+        mOwnAnswers->Answer(*this, asker, type, xml);
+}
+
+void PlayedHost::PlayRaised(const Origin& asker, const std::string& type, const std::string& xml)
+{
     if (!Awaits(type)) {
-        Marks::Put(mSeat->recorder, "next", Marks::kNotInSession);
+        Mark("next", Marks::kNotInSession);
         const PassingScope passing(*this);
         const SpeakerScope speaking(*this, &asker);
         mPlayer.Play(mPlayer.Read({{"panel", type}, {"data", xml}}));
@@ -121,7 +130,7 @@ void PlayedHost::Raise(const Origin& asker, const std::string& type, const std::
         comparison = CompareRequests(mPairs, asker, ofFile, xml);
     }
     for (const std::string& mark : comparison.marks)
-        Marks::Put(mSeat->recorder, "next", mark);
+        Mark("next", mark);
     if (!comparison.messageID.IsZero())
         mAskers[comparison.messageID] = asker;
     PlayNext(&asker, &xml);
@@ -151,6 +160,11 @@ void PlayedHost::Tell(const std::string& identifier, const std::string& xml)
 {
     const PassingScope passing(*this);
     mSeat->recorder.Services().panelEvents.DispatchApplicationEvent(identifier, xml);
+}
+
+void PlayedHost::Mark(const char* member, const std::string& mark)
+{
+    Marks::Put(mSeat->recorder, member, mark);
 }
 
 Json PlayedHost::State() const

@@ -3,8 +3,10 @@
 import { newGuid } from '../client/guid.js';
 import { isGood, pathEnd } from '../kit/format.js';
 import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf } from '../kit/media.js';
+import { clipTypes } from '../kit/words.js';
 
-const wholes = [1, 3]; // clips and rough cuts
+/** What a file is as a whole, not as a part of it. */
+const wholes = [clipTypes.masterClip, clipTypes.roughCut];
 
 export class AssetTree {
     #nodes = new Map(); // by key
@@ -25,7 +27,7 @@ export class AssetTree {
         const before = this.#nodes.get(key);
         const name = changes.name ?? before?.name ?? changes.alias ?? pathEnd(changes.path ?? '');
         const made = {
-            type: 1,
+            type: clipTypes.masterClip,
             children: [],
             copies: [],
             extraPaths: [],
@@ -177,11 +179,9 @@ export class AssetTree {
 
     /**
      * @param {{isShut: (key: string) => boolean, search?: string, sortedBy?: (node) => unknown, descending?:
-     * boolean}} how
-     *     `sortedBy`: by what those beside each other are put in order.
+     *     boolean}} how `sortedBy`: by what those beside each other are put in order.
      * @returns {object[]} Nodes with their `level` and whether they are `expanded`, in the order of the tree.
-     * Of a
-     *     search those found and what holds them.
+     *     Of a search those found and what holds them.
      */
     rows({
         isShut,

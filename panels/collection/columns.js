@@ -13,10 +13,16 @@ export class Columns {
         return this.#names.get(id);
     }
 
-    /** What the host lists is so; values of columns that stay are kept. */
+    /**
+     * What the host lists is so; values of columns that stay are kept. @returns {boolean} Whether it is
+     * other.
+     */
     heardState(columns) {
-        this.#names = new Map(columns.map(({ id, name }) => [id.toLowerCase(), name]));
+        const told = columns.map(({ id, name }) => [id.toLowerCase(), name]);
+        if (JSON.stringify(told) === JSON.stringify([...this.#names])) return false;
+        this.#names = new Map(told);
         this.#forget();
+        return true;
     }
 
     /** Adds a column, or renames the one that has the id. */

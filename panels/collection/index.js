@@ -7,8 +7,8 @@ import { Actions, noConnection } from '../kit/actions.js';
 import { element } from '../kit/elements.js';
 import { duration, plural } from '../kit/format.js';
 import { glyph } from '../kit/glyphs.js';
-import { typeNames } from '../kit/media.js';
-import { failureText } from '../kit/outcome.js';
+import { isOfRoughCut, typeNames } from '../kit/media.js';
+import { failureText, problemsOf } from '../kit/outcome.js';
 import { PanelPage } from '../kit/panel-page.js';
 import { progressText } from '../kit/tasks.js';
 import { AssetTree } from './assets.js';
@@ -30,18 +30,15 @@ const page = new PanelPage('mediaCollection', {
         if (tree.hear(name, message)) show();
     },
     state: (state) => {
-        if (!Array.isArray(state.columns)) return;
-        columns.heardState(state.columns);
-        showColumns();
+        if (Array.isArray(state.columns) && columns.heardState(state.columns)) showColumns();
     },
     unknown: 'This host lists neither tasks nor columns: what other pages did is not known here.',
 });
 
-/** The assets that an action is about, in the order of the tree. */
-const selected = () => grid.rows.filter(({ key }) => grid.selection.has(key)).map(({ node }) => node);
+let chosen = []; // the assets that an action is about, in the order of the tree
 
-const needsOne = () => (selected().length === 1 ? undefined : 'Select one asset.');
-const needsSome = () => (selected().length > 0 ? undefined : 'Select one asset or more.');
+const needsOne = () => (chosen.length === 1 ? undefined : 'Select one asset.');
+const needsSome = () => (chosen.length > 0 ? undefined : 'Select one asset or more.');
 const needsColumn = () => (columns.all.length > 0 ? undefined : 'Add a column first.');
 const needsBoth = () => needsOne() ?? needsColumn();
 
@@ -53,13 +50,8 @@ async function run(what, content, work, some, how = {}) {
     for (const { key } of some) tree.failed(key, undefined);
     const paths = some.map(({ path }) => path);
     const outcome = await page.run(what, content, { title: titleFor(work, some), paths, ...how });
-    const { status, detail, items } = outcome;
-    const known = new Map(items.map(({ path, text }) => [path, text]));
-    const begin = `${work}${status === 'failed' ? ' failed.' : ':'}`;
-    if (status === 'failed' || status === 'lost')
-        for (const { key, path } of some)
-            if (known.size === 0 || known.has(path))
-                tree.failed(key, `${begin} ${known.get(path) ?? detail}`);
+    const problems = problemsOf(work, paths, outcome);
+    for (const { key, path } of some) if (problems.has(path)) tree.failed(key, problems.get(path));
     show();
     return outcome;
 }
@@ -75,9 +67,9 @@ async function ingest() {
 }
 
 /** Why XMP was not read; rough cuts are the usual reason. */
-const xmpFailure = (what, { type }) =>
-    type === 3 || type === 4
-        ? `${typeNames[type]}: it carries no XMP of its own. Read that of the clip.`
+const xmpFailure = (what, node) =>
+    isOfRoughCut(node)
+        ? `${typeNames[node.type]}: it carries no XMP of its own. Read that of the clip.`
         : failureText(what);
 
 /** What was asked for and is not in the answer could not be read. */
@@ -97,13 +89,13 @@ async function readXmp(what, work, some) {
 }
 
 async function save() {
-    const some = selected();
+    const some = chosen;
     const content = requests.save(some, (key) => tree.get(key));
     await run('TriggerSaveAsset', content, 'Save', some, { isLong: true });
 }
 
 async function exportSome() {
-    const some = selected();
+    const some = chosen;
     const content = requests.exportAssets(some, (key) => tree.get(key));
     await run('ExportAsset', content, 'Export', some, { isSilent: true });
 }
@@ -138,7 +130,7 @@ async function deleteColumn() {
 }
 
 async function fillIn() {
-    const [node] = selected();
+    const [node] = chosen;
     const values = await questions.fillIn(node, columns);
     if (values === null) return;
     const changed = Object.entries(values).filter(([id, value]) => value !== columns.valueOf(node.id, id));
@@ -161,12 +153,12 @@ const groups = [
             {
                 label: 'Read XMP of project',
                 prevented: needsOne,
-                run: () => readXmp('ReadXMPFromCache', 'Read XMP of the project', selected()),
+                run: () => readXmp('ReadXMPFromCache', 'Read XMP of the project', chosen),
             },
             {
                 label: 'Read XMP from disk',
                 prevented: needsSome,
-                run: () => readXmp('ReadXMPFromDisk', 'Read XMP from disk', selected()),
+                run: () => readXmp('ReadXMPFromDisk', 'Read XMP from disk', chosen),
             },
             { label: 'Save', run: save, prevented: needsSome },
             { label: 'Export', run: exportSome, prevented: needsSome },
@@ -244,18 +236,24 @@ const textOf = (node) =>
     [node.name, node.path, ...columns.all.map(({ id }) => columns.valueOf(node.id, id))].join('\n');
 
 function update(isAnew) {
+    const keys = grid.selection;
+    chosen = grid.rows.filter(({ key }) => keys.has(key)).map(({ node }) => node);
     const reason = page.isUsable ? undefined : noConnection;
     for (const { actions } of groups) actions.update(reason);
-    details.show(selected(), isAnew);
+    details.show(chosen, isAnew);
+}
+
+function emptyText() {
+    const searched = search.value.trim();
+    if (searched !== '') return `No asset holds “${searched}”. Search for less, or clear the search.`;
+    if (!page.isUsable) return 'No assets: there is no connection to the host. The line at the top says why.';
+    return 'No assets yet. Choose Ingest files to begin; what the host ingests or saves shows here.';
 }
 
 function show(isAnew = false) {
     const { key, descending } = order;
     const sortedBy = valuesToSort[key] ?? (columns.nameOf(key) && ((node) => columns.valueOf(node.id, key)));
-    grid.emptyText =
-        search.value.trim() === ''
-            ? 'No assets yet. Choose Ingest files to begin; what the host ingests or saves shows here.'
-            : `No asset holds “${search.value.trim()}”. Search for less, or clear the search.`;
+    grid.emptyText = emptyText();
     grid.rows = tree.rows({
         isShut: (node) => shut.has(node),
         search: search.value,

@@ -12,7 +12,7 @@ export const linesOf = (text) =>
 
 /**
  * @returns {string | undefined} Why the host could not find these files: it looks for all in the folder of
- * the first.
+ *     the first.
  */
 export function pathsProblem(text) {
     const [first, ...others] = linesOf(text);

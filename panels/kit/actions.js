@@ -6,8 +6,7 @@ export class Actions {
 
     /**
      * @param {{label: string, className?: string, run: () => void, prevented?: () => string | undefined}[]}
-     * actions
-     *     `prevented`: why it cannot be done now.
+     *     actions `prevented`: why it cannot be done now.
      */
     constructor(actions) {
         this.#entries = actions.map(({ label, className = '', run, prevented = () => undefined }) => ({

@@ -34,8 +34,7 @@ export class Details {
     /**
      * @param {HTMLElement} place
      * @param {{none: () => Node[], one: (item) => Node[], some: (items) => Node[]}} views Items are replaced
-     * when
-     *     something about them changes; buttons that stay the same elements keep the focus.
+     *     when something about them changes; buttons that stay the same elements keep the focus.
      */
     constructor(place, views) {
         this.#place = place;

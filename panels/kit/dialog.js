@@ -61,10 +61,8 @@ class Field {
 /**
  * Asks until the values are right or the person leaves.
  * @param {{title: string, text?: string, fields: object[], action: string}} question A field has `name`,
- * `label`,
- *     and may have `type`, `value`, `required`, `hint`, `options` ([word, label] each), `check(value,
- *     values)`, which
- *     says what is wrong, and `when(values)`, whether it is asked for at all.
+ *     `label`, and may have `type`, `value`, `required`, `hint`, `options` ([word, label] each),
+ *     `check(value, values)`, which says what is wrong, and `when(values)`, whether it is asked for at all.
  * @returns {Promise<object | null>} Values by name, without those not asked for; null when the person leaves.
  */
 export function ask({ title, text, fields: described, action }) {
@@ -111,6 +109,7 @@ export function ask({ title, text, fields: described, action }) {
             event.preventDefault();
             end(null);
         });
+        dialog.addEventListener('close', () => end(null)); // browsers close one that does not want to
         showAsked();
         document.body.append(dialog);
         dialog.showModal();

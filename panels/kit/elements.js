@@ -1,7 +1,6 @@
 /**
  * Makes an element. What starts with `on` listens, `dataset` holds data, names with a hyphen and those that
- * the
- * element has no property for are attributes; of these null, undefined and false are none.
+ * the element has no property for are attributes; of these null, undefined and false are none.
  * @param {string} tag
  * @param {object} [properties]
  * @param {...(Node | string | null | undefined | false)} children

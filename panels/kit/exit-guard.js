@@ -2,6 +2,7 @@
 
 import { setText } from './elements.js';
 import { plural } from './format.js';
+import { refusal } from './words.js';
 
 /** @returns {string | undefined} Why the host shall stay; undefined where it may end. */
 export function reasonToStay(running, isKept) {
@@ -30,7 +31,7 @@ export class ExitGuard {
     }
 
     async #say(reason) {
-        const problem = await this.#page.raise('ExitApp', { allowExit: 0 });
+        const problem = await this.#page.raise('ExitApp', { allowExit: refusal });
         setText(this.#line, problem ?? `The host was told not to end: ${reason}.`);
     }
 

@@ -90,6 +90,7 @@ export const plural = (count, one, many = `${one}s`) =>
     `${count.toLocaleString('en')} ${count === 1 ? one : many}`;
 
 const errorTexts = {
+    unsent: 'There is no connection to the host: nothing was sent. Try again when it is back.',
     unhandled: 'This host does not offer that. Nothing was sent.',
     timeout: 'No answer came. Try again; if that does not help, look at the host.',
     garbled: 'The answer could not be read. It may be done all the same: look, then try again.',

@@ -1,13 +1,15 @@
 // Small drawings, each beside a text that says the same.
 
+import { clipTypes } from './words.js';
+
 const space = 'http://www.w3.org/2000/svg';
 
 /** Paths in a box of 16. */
 const paths = {
-    1: 'M2 3h12v10H2zM4 3v10M12 3v10M2 6h2M2 10h2M12 6h2M12 10h2',
-    2: 'M2 3h12v10H2zM6 3v10M10 3v10',
-    3: 'M1 4h6v8H1zM9 4h6v8H9zM7 8h2',
-    4: 'M1 4h6v8H1zM9 4h6v8H9z',
+    [clipTypes.masterClip]: 'M2 3h12v10H2zM4 3v10M12 3v10M2 6h2M2 10h2M12 6h2M12 10h2',
+    [clipTypes.subClip]: 'M2 3h12v10H2zM6 3v10M10 3v10',
+    [clipTypes.roughCut]: 'M1 4h6v8H1zM9 4h6v8H9zM7 8h2',
+    [clipTypes.rcSubClip]: 'M1 4h6v8H1zM9 4h6v8H9z',
 };
 
 /** @returns {SVGElement} The drawing of a type of clip. */
@@ -20,7 +22,7 @@ export function glyph(type) {
     ])
         svg.setAttribute(name, value);
     const path = document.createElementNS(space, 'path');
-    path.setAttribute('d', paths[type] ?? paths[1]);
+    path.setAttribute('d', paths[type] ?? paths[clipTypes.masterClip]);
     svg.append(path);
     return svg;
 }

@@ -2,7 +2,7 @@
 
 /**
  * @returns {[number, number]} The rows from the first up to the second are to be there, `spare` around the
- * view.
+ *     view.
  */
 export function rowsInView(top, height, { rowHeight, count, spare, most }) {
     const first = Math.max(0, Math.min(Math.floor(top / rowHeight), count) - spare);

@@ -12,8 +12,7 @@ const leastFlexible = '14ch';
 
 /**
  * Columns are `{ key, label, width, align, sortable, cell(row, td) }`. A tree has `levelOf(row)`, from 0 on,
- * and
- * `isExpanded(row)`, undefined where nothing is in it; it asks for the other by the event `expand`.
+ * and `isExpanded(row)`, undefined where nothing is in it; it asks for the other by the event `expand`.
  * Events: `select`, `open` (detail: the row), `sort` ({ key, descending }), `expand` ({ row, expanded }).
  */
 class Grid extends HTMLElement {
@@ -29,6 +28,7 @@ class Grid extends HTMLElement {
     #elements = new Map(); // of the rows that are there, by key
     #column = -1; // where the focus is within a row; -1: at the row itself
     #frame;
+    #hadFocus = false; // whether rows that were thrown away had it
     #endNext = false; // whether the next picture is to show the end
     #head = element('div', { className: 'grid-head', role: 'rowgroup' });
     #body = element('div', { className: 'grid-rows', role: 'rowgroup' });
@@ -80,6 +80,7 @@ class Grid extends HTMLElement {
         this.style.setProperty('--least', `calc(${widths.map(least).join(' + ') || '0px'})`);
         this.#view.setAttribute('aria-colcount', columns.length);
         this.#column = Math.min(this.#column, columns.length - 1);
+        this.#hadFocus = this.#body.contains(document.activeElement);
         this.#elements.clear();
         this.#body.replaceChildren();
         this.#showHead();
@@ -204,7 +205,8 @@ class Grid extends HTMLElement {
         const wanted = new Set(Array.from({ length: Math.max(0, last - first) }, (_, i) => first + i));
         if (rows.length > 0) wanted.add(this.#model.active); // it may have the focus
         const indices = [...wanted].sort((a, b) => a - b);
-        const hadFocus = this.#body.contains(document.activeElement);
+        const hadFocus = this.#hadFocus || this.#body.contains(document.activeElement);
+        this.#hadFocus = false;
         const spare = this.#takeSpare(indices);
         indices.forEach((index, place) => {
             const key = this.#model.keyAt(index);

@@ -3,8 +3,17 @@
 import { rateOf } from '../client/values.js';
 import { zeroGuid } from '../client/guid.js';
 import { pathEnd } from './format.js';
+import { clipTypes } from './words.js';
 
-export const typeNames = { 1: 'Clip', 2: 'Sub-clip', 3: 'Rough cut', 4: 'Sub-clip of a rough cut' };
+export const typeNames = {
+    [clipTypes.masterClip]: 'Clip',
+    [clipTypes.subClip]: 'Sub-clip',
+    [clipTypes.roughCut]: 'Rough cut',
+    [clipTypes.rcSubClip]: 'Sub-clip of a rough cut',
+};
+
+/** @returns {boolean} Whether it is a rough cut or stands in one: such have no XMP of their own. */
+export const isOfRoughCut = ({ type }) => type === clipTypes.roughCut || type === clipTypes.rcSubClip;
 
 const known = (id) => (id === undefined || id === zeroGuid ? undefined : id);
 
@@ -25,7 +34,7 @@ export function saying(object) {
 export const fromIngestItem = (item) => ({
     path: item.filePath,
     name: item.aliasName || pathEnd(item.filePath),
-    type: 1,
+    type: clipTypes.masterClip,
     ...saying({
         format: item.clipFormat,
         rate: item.frameRate > 1n ? item.frameRate : undefined,

@@ -53,7 +53,7 @@ const statusOf = (name) => (name === 'Canceled' ? 'cancelled' : 'failed');
  * @param {string} what The request.
  * @param {object} answer Its record.
  * @returns {{status: string, detail: string, items: {path: string, text: string}[]}} `items`: what failed
- * alone.
+ *     alone.
  */
 export function outcomeOf(what, answer) {
     const { result, errorInfo, actionResultList = [], transferResultList = [] } = answer;
@@ -72,6 +72,19 @@ export function outcomeOf(what, answer) {
         return { status, detail, items };
     }
     return { status: isWhole ? 'done' : statusOf(resultName(result)), detail: '', items };
+}
+
+/**
+ * @param {string} work What people call it.
+ * @returns {Map<string, string>} Of work that went wrong, what to say at each file: at those that failed, or
+ *     at all.
+ */
+export function problemsOf(work, paths, { status, detail, items }) {
+    if (status !== 'failed' && status !== 'lost') return new Map();
+    const begin = status === 'failed' ? `${work} failed.` : `${work}:`;
+    const known = new Map(items.map(({ path, text }) => [path, text]));
+    const concerned = known.size === 0 ? paths : paths.filter((path) => known.has(path));
+    return new Map(concerned.map((path) => [path, `${begin} ${known.get(path) ?? detail}`]));
 }
 
 /** Of a request that got no answer. What nobody answers for certain may well be done. */

@@ -4,6 +4,7 @@
 import { PanelError } from '../client/errors.js';
 import { newGuid } from '../client/guid.js';
 import { findRequest, shortName } from '../client/rules.js';
+import { noConnection } from './actions.js';
 import { element, setText } from './elements.js';
 import { errorText } from './format.js';
 import { outcomeOf, outcomeOfError, statusTexts, workTitle } from './outcome.js';
@@ -22,7 +23,10 @@ const connectionTexts = {
         `Connected again, but news was lost: what you see may be out of date. ${
             canAsk ? 'The host was asked how things stand.' : 'Look at the host, and read again what matters.'
         }`,
-    closed: ({ detail }) => `The connection is closed: ${detail}. What you see stays.`,
+    anew: ({ pageID }) => `Connected as ${pageID}. The host has told how things stand now.`,
+    empty: ({ detail }) => `Connected, but what there is did not come: ${detail}`,
+    closed: ({ detail, pageID }) =>
+        pageID === undefined ? detail : `The connection is closed: ${detail}. What you see stays.`,
 };
 
 export class PanelPage {
@@ -32,16 +36,15 @@ export class PanelPage {
     #panel;
     #strip;
     #isUsable = false;
+    #isStale = false; // news was lost, and nobody has told how things stand
     #connection = document.getElementById('connection');
     #reload = element('button', { type: 'button', textContent: 'Reload', onclick: () => location.reload() });
 
     /**
      * @param {'library' | 'mediaCollection'} kind
      * @param {{changed: () => void, state?: (state: object) => void, news?: (name: string, message: object)
-     * => void,
-     *     unknown: string}} on `changed`: tasks or the connection are others; `unknown`: what a page does not
-     *     know
-     *     of a host that lists nothing.
+     *     => void, unknown: string}} on `changed`: tasks or the connection are others; `unknown`: what a page
+     *     does not know of a host that lists nothing.
      */
     constructor(kind, on) {
         this.#kind = kind;
@@ -72,7 +75,7 @@ export class PanelPage {
                 state: (state) => this.#stateCame(state),
             });
         } catch (error) {
-            return this.#connectionChanged('closed', error.message.replace(/\.$/, ''));
+            return this.#connectionChanged('closed', error.message);
         }
         this.#panel.on('*', (message, type) => this.#heard(shortName(type), message));
         this.#strip.note = this.#on.unknown;
@@ -81,7 +84,7 @@ export class PanelPage {
         try {
             this.#heard('requestInitInfoStatus', await this.#panel.request('requestInitInfo'));
         } catch (error) {
-            this.#say('warn', `Connected, but what there is did not come: ${errorText(error)}`);
+            this.#say('empty', errorText(error));
         }
     }
 
@@ -91,8 +94,10 @@ export class PanelPage {
     }
 
     #heard(name, message) {
-        if (name === 'requestInitInfoStatus' && this.#connection.dataset.event === 'gap')
-            this.#say('open', `Connected as ${this.#panel.pageID}. The host has told how things stand now.`);
+        if (name === 'requestInitInfoStatus' && this.#isStale) {
+            this.#isStale = false;
+            this.#say('anew');
+        }
         this.tasks.hear(name, message);
         this.#on.news?.(name, message);
     }
@@ -107,24 +112,17 @@ export class PanelPage {
 
     #connectionChanged(event, detail) {
         this.#isUsable = event === 'open' || event === 'gap';
-        const isAgain = event === 'open' && this.#connection.dataset.event === 'gap';
+        this.#isStale ||= event === 'gap';
         if (event === 'gap') this.tasks.gap();
-        if (!isAgain) {
-            const text = connectionTexts[event]({
-                detail,
-                pageID: this.#panel?.pageID,
-                canAsk: this.#canAsk,
-            });
-            this.#say(event, text);
-        }
+        this.#say(event === 'open' && this.#isStale ? 'gap' : event, detail);
         if (event === 'closed') this.#connection.after(this.#reload);
-        document.body.dataset.connection = event;
         this.#tasksChanged();
     }
 
-    #say(event, text) {
+    #say(event, detail) {
+        const { pageID } = this.#panel ?? {};
         this.#connection.dataset.event = event;
-        setText(this.#connection, text);
+        setText(this.#connection, connectionTexts[event]({ detail, pageID, canAsk: this.#canAsk }));
     }
 
     #tasksChanged(ended) {
@@ -175,8 +173,7 @@ export class PanelPage {
      * @param {string} what The request.
      * @param {object} content
      * @param {{title?: string, paths?: string[], isLong?: boolean, isSilent?: boolean}} [how] `isSilent`:
-     * hosts need
-     *     not answer it; `judge`: reads the answer in place of `outcomeOf`.
+     *     hosts need not answer it; `judge`: reads the answer in place of `outcomeOf`.
      * @returns {Promise<{status: string, detail: string, items: object[], answer?: object}>} How it went.
      */
     async run(
@@ -194,7 +191,7 @@ export class PanelPage {
         });
         let outcome;
         try {
-            if (!this.#isUsable) throw new PanelError('disconnected', 'there is no connection');
+            if (!this.#isUsable) throw new PanelError('unsent', noConnection);
             const answer = await this.#panel.request(
                 what,
                 { ...content, header: { taskID: id, msgID } },

@@ -71,10 +71,8 @@ export class TaskList {
 
     /**
      * @param {{id: string, what: string, msgID?: string, title?: string, paths?: string[], cancel?: () =>
-     * void,
-     *     isAwaited?: boolean, isBrief?: boolean}} task `isAwaited`: its end is told by the answer;
-     *     `isBrief`: nobody
-     *     needs it any more when it went well.
+     *     void, isAwaited?: boolean, isBrief?: boolean}} task `isAwaited`: its end is told by the answer;
+     *     `isBrief`: nobody needs it any more when it went well.
      */
     begin(task) {
         this.#add(task);
@@ -163,7 +161,7 @@ export class TaskList {
             task.status = isPaused ? 'paused' : 'running';
             if (task.what !== 'Ingest' || isBack) task.detail = ingestDetail(task);
             Object.assign(task, { isListed: true, percentage: percentage ?? task.percentage });
-            task.by = by === pageID ? undefined : by;
+            task.by = by === pageID ? undefined : (by ?? undefined);
         }
         const ids = new Set(own.map(({ taskID }) => taskID));
         for (const task of this.running)
@@ -174,6 +172,7 @@ export class TaskList {
 
     #vanished(task) {
         if (task.by !== undefined) this.#tasks.delete(task.id);
+        else if (task.ready > 0) this.end(task.id, { status: 'done', detail: ingestDetail(task) });
         else this.end(task.id, { status: 'lost', detail: lostText });
     }
 

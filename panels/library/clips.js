@@ -4,6 +4,7 @@ import { isGood, pathEnd } from '../kit/format.js';
 import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf, saying } from '../kit/media.js';
 import { failureText, workTitle } from '../kit/outcome.js';
 import { progressText } from '../kit/tasks.js';
+import { clipTypes } from '../kit/words.js';
 
 /** What stands of a clip beside what is wrong with it; the first that is so. */
 const states = [
@@ -16,7 +17,7 @@ const states = [
 
 /**
  * @returns {{tone: string, text: string}} The state of a clip, with the task that works on it, if there is
- * one.
+ *     one.
  */
 export function stateOf(clip, task) {
     if (task !== undefined) return { tone: '', text: progressText(task) };
@@ -59,7 +60,7 @@ export class ClipList {
             copies: [],
             extraPaths: [],
             metadata: [],
-            type: 1,
+            type: clipTypes.masterClip,
             ...before,
             ...changes,
             path,
@@ -199,7 +200,11 @@ export class ClipList {
     /** A file that was made is a clip, too: it can be transferred. */
     made(path, { from, bin } = {}) {
         const source = this.#clips.get(from);
-        this.#put(path, { type: 1, ...saying({ bin: bin ?? source?.bin }), madeFrom: from });
+        this.#put(path, {
+            type: clipTypes.masterClip,
+            ...saying({ bin: bin ?? source?.bin }),
+            madeFrom: from,
+        });
     }
 }
 

@@ -7,6 +7,7 @@ import { ExitGuard } from '../kit/exit-guard.js';
 import { duration, pathEnd, plural, ticksOf } from '../kit/format.js';
 import { glyph } from '../kit/glyphs.js';
 import { typeNames } from '../kit/media.js';
+import { problemsOf } from '../kit/outcome.js';
 import { PanelPage } from '../kit/panel-page.js';
 import { ClipList, adviceOf, listed, stateOf } from './clips.js';
 import { makeDetails } from './details.js';
@@ -29,13 +30,12 @@ const page = new PanelPage('library', {
 });
 const guard = new ExitGuard(page);
 
-/** The clips that an action is about, in the order of the list. */
-const selected = () => grid.rows.filter(({ key }) => grid.selection.has(key));
+let chosen = []; // the clips that an action is about, in the order of the list
 
-const needsOne = () => (selected().length === 1 ? undefined : 'Select one clip.');
-const needsSome = () => (selected().length > 0 ? undefined : 'Select one clip or more.');
-const needsTwo = () => (selected().length > 1 ? undefined : 'Select two clips or more.');
-const needsXmp = () => needsOne() ?? (selected()[0].xmp ? undefined : 'Read the XMP first.');
+const needsOne = () => (chosen.length === 1 ? undefined : 'Select one clip.');
+const needsSome = () => (chosen.length > 0 ? undefined : 'Select one clip or more.');
+const needsTwo = () => (chosen.length > 1 ? undefined : 'Select two clips or more.');
+const needsXmp = () => needsOne() ?? (chosen[0].xmp ? undefined : 'Read the XMP first.');
 
 const titleFor = (work, some) =>
     `${work} – ${some.length === 1 ? some[0].name : plural(some.length, 'clip')}`;
@@ -47,22 +47,10 @@ const titleFor = (work, some) =>
 async function run(what, content, work, some, how = {}) {
     const paths = some.map(({ path }) => path);
     for (const path of paths) clips.note(path, undefined);
-    const { status, detail, items, answer } = await page.run(what, content, {
-        title: titleFor(work, some),
-        paths,
-        ...how,
-    });
-    if (status === 'failed' || status === 'lost') {
-        const known = new Map(items.map(({ path, text }) => [path, text]));
-        for (const path of paths)
-            if (known.size === 0 || known.has(path))
-                clips.note(
-                    path,
-                    `${work}${status === 'failed' ? ' failed.' : ':'} ${known.get(path) ?? detail}`,
-                );
-    }
+    const outcome = await page.run(what, content, { title: titleFor(work, some), paths, ...how });
+    for (const [path, problem] of problemsOf(work, paths, outcome)) clips.note(path, problem);
     show();
-    return answer;
+    return outcome.answer;
 }
 
 async function ingest() {
@@ -73,13 +61,13 @@ async function ingest() {
 }
 
 async function importXmp() {
-    const [clip] = selected();
+    const [clip] = chosen;
     const answer = await run('ImportXMP', requests.importXmp(clip), 'Read XMP', [clip]);
     if (answer) hearXmp('ImportXMP', answer);
 }
 
 async function readXmp() {
-    const [clip] = selected();
+    const [clip] = chosen;
     const answer = await run('ReadXMPFromDisk', requests.readXmp(clip), 'Read XMP from disk', [clip]);
     if (answer) hearXmp('ReadXMPFromDisk', answer);
 }
@@ -90,7 +78,7 @@ function hearXmp(what, answer) {
 }
 
 async function writeXmp() {
-    const [clip] = selected();
+    const [clip] = chosen;
     const values = await questions.writeXmp(clip);
     if (values !== null)
         await run('WriteXMPToDisk', requests.writeXmp(clip, values.xmp), 'Write XMP', [clip], {
@@ -99,14 +87,14 @@ async function writeXmp() {
 }
 
 async function getProperties() {
-    const [clip] = selected();
+    const [clip] = chosen;
     const answer = await run('GetMediaPropertyInfo', requests.properties(clip), 'Properties', [clip]);
     if (answer) clips.propertiesCame(answer);
     show();
 }
 
 async function thumbnail() {
-    const [clip] = selected();
+    const [clip] = chosen;
     const values = await questions.thumbnail(clip);
     if (values === null) return;
     const content = requests.thumbnail(clip, ticksOf(values.at, clip.rate));
@@ -116,7 +104,7 @@ async function thumbnail() {
 }
 
 async function rename() {
-    const [clip] = selected();
+    const [clip] = chosen;
     const values = await questions.rename(clip);
     if (values === null) return;
     const answer = await run('RenameRequest', requests.rename(clip, values.name), 'Rename', [clip]);
@@ -127,7 +115,7 @@ async function rename() {
 }
 
 async function transcode() {
-    const some = selected();
+    const some = chosen;
     const values = await questions.transcode(some);
     if (values === null) return;
     const content = requests.transcode(some, values);
@@ -135,7 +123,7 @@ async function transcode() {
 }
 
 async function concatenate() {
-    const some = selected();
+    const some = chosen;
     const values = await questions.concatenate(some);
     if (values === null) return;
     const content = requests.concatenate(some, values);
@@ -148,7 +136,7 @@ function made(answer, [clip]) {
 }
 
 async function transfer() {
-    const some = selected();
+    const some = chosen;
     const values = await questions.transfer(some);
     if (values !== null)
         await run('TransferRequest', requests.transfer(some, values), 'Transfer', some, { isLong: true });
@@ -211,17 +199,23 @@ grid.columns = [
 ];
 
 function update() {
+    const keys = grid.selection;
+    chosen = grid.rows.filter(({ key }) => keys.has(key));
     const reason = page.isUsable ? undefined : noConnection;
     for (const actions of [...tools, ...Object.values(detailTools)]) actions.update(reason);
     guard.update();
-    details.show(selected());
+    details.show(chosen);
+}
+
+function emptyText() {
+    const searched = search.value.trim();
+    if (searched !== '') return `No clip holds “${searched}”. Search for less, or clear the search.`;
+    if (!page.isUsable) return 'No clips: there is no connection to the host. The line at the top says why.';
+    return 'No clips yet. Choose Ingest to begin; clips show here as soon as the host has them.';
 }
 
 function show() {
-    grid.emptyText =
-        search.value.trim() === ''
-            ? 'No clips yet. Choose Ingest to begin; clips show here as soon as the host has them.'
-            : `No clip holds “${search.value.trim()}”. Search for less, or clear the search.`;
+    grid.emptyText = emptyText();
     grid.rows = listed(clips.all, { search: search.value, ...order });
     update();
 }

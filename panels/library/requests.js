@@ -3,6 +3,7 @@
 import { pathEnd } from '../kit/format.js';
 import { saying } from '../kit/media.js';
 import { withoutEnding } from '../kit/paths.js';
+import { overwriting, transferTypes } from '../kit/words.js';
 
 const isWhole = (ticks, rate) => typeof ticks === 'bigint' && ticks % rate === 0n;
 
@@ -64,8 +65,8 @@ export const concatenate = (clips, { preset, folder, name, withXmp }) => ({
 });
 
 export const transfer = (clips, { where, folder, overwrite, server, port, user, password }) => ({
-    transferType: where === 'ftp' ? 1 : 0,
-    transferOption: overwrite ? 1 : 0,
+    transferType: transferTypes[where],
+    transferOption: overwrite ? overwriting : 0,
     transferItemList: clips.map(({ path }) => ({ src: path, dst: folder, dstIsParent: true })),
     ...(where === 'ftp' && {
         ftpSetting: {

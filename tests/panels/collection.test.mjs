@@ -47,8 +47,8 @@ test('the day gives its tree', () => {
     assert.equal(tree.rateOf(cut.node), rateOf(25), 'a cut counts like its clips');
 });
 
-const item = (assetGUID, more) =>
-    ({ assetGUID, mediaPath: '/cut', assetMediaType: 3, assetName: assetGUID, subAssetItemList: [], ...more });
+const cut = { mediaPath: '/cut', assetMediaType: 3, subAssetItemList: [] };
+const item = (assetGUID, more) => ({ ...cut, assetGUID, assetName: assetGUID, ...more });
 
 test('a save says what is in an asset now', () => {
     const tree = new AssetTree();
