@@ -1,41 +1,64 @@
-// The first page of the desk: whether the host is there, and who else is.
+// The first page of the desk: whether the host is there, where to go, and who is connected.
 
-import { Panel, connectWebSocket } from './client/index.js';
+import { element } from './kit/elements.js';
+import { beginSession, connectPanel } from './kit/session.js';
 
 const kindNames = { library: 'library', mediaCollection: 'media collection' };
 const connection = document.getElementById('connection');
+
+/** Folder, name, what it is for; `isThere` says by the state whether there is such a page. */
+const pages = [
+    ['library/', 'Library', 'Clips: ingest, metadata, transcode, transfer'],
+    ['collection/', 'Media collection', 'Assets with their parts, and columns of your own'],
+    ['host/', 'Host', 'What the host does: answers, news, faults, playing a day'],
+    ['traffic/', 'Traffic', 'What panels and host say to each other'],
+    ['panel/', 'Your panel', 'The folder that the desk was started with', ({ author }) => author === true],
+];
 
 function show(event, text) {
     connection.dataset.event = event;
     connection.textContent = text;
 }
 
-function showPanels({ panels = [] }) {
-    const items = panels.map(({ browserID, kind }) => {
-        const item = document.createElement('li');
-        item.textContent = `${browserID}, ${kindNames[kind] ?? kind}`;
-        return item;
-    });
+function showPages(state) {
+    const links = pages
+        .filter(([, , , isThere = () => true]) => isThere(state))
+        .map(([href, name, purpose]) =>
+            element(
+                'li',
+                {},
+                element(
+                    'a',
+                    { href },
+                    element('strong', { textContent: name }),
+                    element('span', { className: 'note', textContent: purpose }),
+                ),
+            ),
+        );
+    document.getElementById('pages').replaceChildren(...links);
+}
+
+function showPanels(panels = [], ownID) {
+    const items = panels.map(({ browserID, kind, faults }) =>
+        element(
+            'li',
+            {},
+            `${browserID}, ${kindNames[kind] ?? kind}`,
+            browserID === ownID && element('span', { className: 'note', textContent: 'this page' }),
+            faults && element('span', { className: 'badge warn', textContent: 'faults on' }),
+        ),
+    );
     document.getElementById('panels').replaceChildren(...items);
     document.getElementById('none').hidden = items.length > 0;
 }
 
-/** The token leaves the address at once, and the page for good: what stays is a cookie that no script sees. */
-async function beginSession() {
-    const token = new URLSearchParams(location.hash.slice(1)).get('token');
-    history.replaceState(null, '', location.pathname);
-    const answer = await (token === null
-        ? fetch('/session')
-        : fetch('/session', { method: 'POST', headers: { 'Desk-Token': token } }));
-    if (!answer.ok) throw new Error(await answer.text());
-}
-
 async function connect() {
-    const transport = await connectWebSocket(`ws://${location.host}/socket`, { kind: 'library' });
-    const open = () => show('open', `Connected to the host as ${transport.browserID}.`);
-    const panel = new Panel(transport, {
-        kind: 'library',
-        state: showPanels,
+    const open = () => show('open', `Connected to the host as ${panel.pageID}.`);
+    const panel = await connectPanel('library', {
+        state: (state) => {
+            showPages(state);
+            showPanels(state.panels, panel.pageID);
+        },
         connection: (event, detail) => {
             if (event === 'open' || event === 'gap') open();
             if (event === 'waiting') show(event, `The connection is lost and made again: ${detail}`);
@@ -43,9 +66,9 @@ async function connect() {
         },
     });
     open();
-    addEventListener('pagehide', () => panel.close());
 }
 
+showPages({});
 try {
     await beginSession();
     await connect();

@@ -5,18 +5,24 @@
 #include "desk/LiveHost.h"
 #include "desk/LiveWork.h"
 #include "desk/RunningDesk.h"
+#include "desk/play/PlayedHost.h"
+#include "session/SessionFile.h"
 
 #include <CLI/CLI.hpp>
 
 #include <csignal>
 #include <cstdint>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <pthread.h>
+#include <stdexcept>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -51,15 +57,46 @@ void Complain(const std::string& what)
     std::cerr << "desk: " + what + "\n" << std::flush;
 }
 
-void RunUntilInterrupted(const Desk::DeskOptions& options)
+/// What the command line asks for.
+struct Wishes
+{
+    Desk::DeskOptions desk;
+    std::string play;  ///< A session file; empty: nothing is played.
+    Desk::Pace::Settings pace;
+};
+
+/// \throws std::runtime_error with the file's name.
+Desk::Script ReadPlayed(const std::string& name)
+{
+    const std::filesystem::path path = std::filesystem::u8path(name);
+    std::ifstream file(path, std::ios::binary);
+    if (!file || std::filesystem::is_directory(path))
+        throw std::runtime_error("cannot read " + name + "; --play takes a session file");
+    try {
+        return Desk::ReadScript(file, path.filename().u8string());
+    } catch (const Session::SessionError& error) {
+        throw std::runtime_error(name + ": line " + std::to_string(error.LineNumber()) + ": " + error.what());
+    }
+}
+
+void RunUntilInterrupted(const Wishes& wishes)
 {
     const EndSignals signals;
     const AC::XMLPlatform platform;
+    std::optional<Desk::Script> script;
+    if (!wishes.play.empty())
+        script = ReadPlayed(wishes.play);
     std::optional<Desk::LiveWork> work;  // outlives the host
-    const Desk::RunningDesk desk(options, [&work](const Desk::RunningDesk::HostNeeds& needs) {
+    const auto makeHost = [&](const Desk::RunningDesk::HostNeeds& needs) -> std::unique_ptr<Desk::Host> {
+        if (script) {
+            const Desk::PlayedHost::Options options{wishes.pace, needs.recording, needs.changed,
+                                                    &needs.answers};
+            return std::make_unique<Desk::PlayedHost>(*std::move(script), needs.thread, options);
+        }
         work.emplace(needs.answers);
         return std::make_unique<Desk::LiveHost>(*work, needs.recording);
-    });
+    };
+    const Desk::RunningDesk desk(wishes.desk, makeHost);
     std::cout << "The desk is open at " << desk.GetAccess().Address() << "\n"
               << "Whoever has this address may use it. Ctrl+C ends the desk." << std::endl;
     signals.Wait();
@@ -71,7 +108,8 @@ int main(int count, char** arguments)
 {
     std::signal(SIGPIPE, SIG_IGN);
     CLI::App app("Runs a host with its panels in a browser", "desk");
-    Desk::DeskOptions options;
+    Wishes wishes;
+    Desk::DeskOptions& options = wishes.desk;
     std::string author;
     std::string record;
     app.add_option("--port", options.port, "The port on loopback to listen on; any without it")
@@ -79,6 +117,16 @@ int main(int count, char** arguments)
     app.add_option("--panel", author, "Serves a panel under work at /panel/, and loads it anew on change")
         ->type_name("FOLDER");
     app.add_option("--record", record, "Records what happens into a new session file")->type_name("FILE");
+    CLI::Option* const play =
+        app.add_option("--play", wishes.play, "Is a host from a session file")->type_name("SESSION");
+    CLI::Option* const speed =
+        app.add_option("--speed", wishes.pace.speed, "How many times as fast it is played, 0.01 to 1000")
+            ->type_name("N")
+            ->check(CLI::Range(0.01, 1000.0))
+            ->needs(play);
+    app.add_flag("--step", wishes.pace.isStepping, "Plays each line when the host page says so")
+        ->needs(play)
+        ->excludes(speed);
     try {
         app.parse(count, arguments);
     } catch (const CLI::Success& help) {
@@ -94,7 +142,7 @@ int main(int count, char** arguments)
         options.problem = Complain;
         options.end = &EndSignals::Send;
         options.check = [](const std::string& session) { return CheckSession(DESK_PLAYER, session); };
-        RunUntilInterrupted(options);
+        RunUntilInterrupted(wishes);
         return 0;
     } catch (const std::exception& exception) {
         Complain(exception.what());

@@ -80,6 +80,8 @@ PlayedHost::Seat::Seat(const AC::HostServices& next, Answers& answers, const Rec
 PlayedHost::PlayedHost(Script script, Timer& timer, const Options& options)
     : mScript(std::move(script)),
       mChanged(options.changed),
+      mOwnAnswers(options.answers),
+      mHandles(mOwnAnswers == nullptr ? std::vector<std::string>() : mOwnAnswers->Handles()),
       mPlayer(Session::Style::kSession, {}, Between(options.recording)),
       mPace(timer, options.pace, [this] { PlayNext(); })
 {
@@ -107,6 +109,13 @@ void PlayedHost::Attach(boost::shared_ptr<ReferenceHost::Panel> panel)
 void PlayedHost::Raise(const Origin& asker, const std::string& type, const std::string& xml)
 {
     const Marks::Raising raising(mSeat->recorder, asker, type);
+    PlayRaised(asker, type, xml);
+    if (std::find(mHandles.begin(), mHandles.end(), type) != mHandles.end())
+        mOwnAnswers->Answer(*this, asker, type, xml);
+}
+
+void PlayedHost::PlayRaised(const Origin& asker, const std::string& type, const std::string& xml)
+{
     if (!Awaits(type)) {
         Mark("next", Marks::kNotInSession);
         const PassingScope passing(*this);

@@ -3,6 +3,7 @@
 #include "assetconnector/host/ferrite/Guid.h"
 #include "desk/Host.h"
 #include "desk/HostThread.h"
+#include "desk/OwnAnswers.h"
 #include "desk/play/Pace.h"
 #include "desk/play/Pairs.h"
 #include "desk/play/Script.h"
@@ -36,6 +37,7 @@ public:
         Recording::Options recording;  ///< Of what passes.
         /// Called when State has changed; it must not throw, and nothing is called back from inside.
         boost::function<void()> changed = [] {};
+        const OwnAnswers* answers = nullptr;  ///< Outlives the host; null: it answers nothing by itself.
     };
 
     /// Begins with the first task of the timer. \param timer Outlives this object; of the thread on which it
@@ -103,6 +105,7 @@ private:
     /// \return What is played next; null at the end.
     const Turn* Next() const { return mNext < mScript.turns.size() ? &mScript.turns[mNext] : nullptr; }
     bool Awaits(const std::string& type) const;
+    void PlayRaised(const Origin& asker, const std::string& type, const std::string& xml);
     void AwaitNext();
 
     /// \param asker The page whose request is played, and \param xml its text; null for the session's own.
@@ -116,6 +119,7 @@ private:
 
     const Script mScript;
     const boost::function<void()> mChanged;
+    const OwnAnswers* const mOwnAnswers;
     const std::vector<std::string> mHandles;
     Pairs mPairs;
     std::map<ferrite::utility::Guid, Origin> mAskers;  ///< By message.

@@ -1,0 +1,217 @@
+// The assets of the collection as a tree, and what notifications do to it. Without DOM.
+
+import { newGuid } from '../client/guid.js';
+import { isGood, pathEnd } from '../kit/format.js';
+import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf } from '../kit/media.js';
+import { clipTypes } from '../kit/words.js';
+
+/** What a file is as a whole, not as a part of it. */
+const wholes = [clipTypes.masterClip, clipTypes.roughCut];
+
+export class AssetTree {
+    #nodes = new Map(); // by key
+    #roots = []; // keys
+    #keysAt = new Map(); // sets of keys by path
+    #keyOf = new Map(); // by the asset's id
+
+    get(key) {
+        return this.#nodes.get(key);
+    }
+
+    get size() {
+        return this.#nodes.size;
+    }
+
+    /** Nodes are replaced, never changed: whoever holds one holds what was. */
+    #put(key, changes) {
+        const before = this.#nodes.get(key);
+        const name = changes.name ?? before?.name ?? changes.alias ?? pathEnd(changes.path ?? '');
+        const made = {
+            type: clipTypes.masterClip,
+            children: [],
+            copies: [],
+            extraPaths: [],
+            metadata: [],
+            ...before,
+            ...changes,
+            key,
+            name,
+        };
+        this.#nodes.set(key, made);
+        this.#keyOf.set(made.id, key);
+        if (before?.path !== made.path) {
+            this.#keysAt.get(before?.path)?.delete(key);
+            this.#keysAt.set(made.path, (this.#keysAt.get(made.path) ?? new Set()).add(key));
+        }
+        return made;
+    }
+
+    /** @returns {object[]} The nodes of a file. */
+    #at(path) {
+        return [...(this.#keysAt.get(path) ?? [])].map((key) => this.#nodes.get(key));
+    }
+
+    /** An asset that this page tells the host of has ids of this page. */
+    #root(key, changes) {
+        if (!this.#nodes.has(key)) {
+            this.#roots.push(key);
+            changes = { id: newGuid(), infoID: newGuid(), ...changes };
+        }
+        return this.#put(key, changes);
+    }
+
+    /** A file stands once as what it is itself; parts of it have its path, too. */
+    #rootAt(path, types = wholes) {
+        return this.#at(path).find(({ parent, type }) => parent === undefined && types.includes(type))?.key;
+    }
+
+    /** @returns {boolean} Whether the notification changes assets. */
+    hear(name, message) {
+        const step = this.#steps[name];
+        step?.(message);
+        return step !== undefined;
+    }
+
+    #steps = {
+        IngestItemsReady: (message) => this.#ingested(message),
+        BackupItemsReady: (message) => this.#copied(message),
+        SaveAsset: (message) => this.#stock(message),
+        requestInitInfoStatus: (message) => this.#stock(message),
+        XMPChanged: ({ assetMediaInfoList = [] }) => this.#infos(assetMediaInfoList),
+        FileChanged: ({ assetMediaInfoList = [], result }) => {
+            const problem =
+                result === undefined || isGood(result)
+                    ? 'The file has changed on disk. Read its XMP from disk again.'
+                    : 'The file cannot be read. Bring its volume back, then read its XMP from disk.';
+            this.#infos(assetMediaInfoList, { problem });
+        },
+    };
+
+    #ingested({ ingestItemList = [], customMetadata }) {
+        for (const item of ingestItemList.filter((item) => item?.filePath)) {
+            const metadata = metadataOf(customMetadata);
+            const changes = { ...fromIngestItem(item), metadata, problem: undefined };
+            this.#root(this.#rootAt(item.filePath) ?? item.filePath, changes);
+        }
+    }
+
+    #copied({ ingestItemList = [] }) {
+        for (const { filePath } of ingestItemList.filter((item) => item?.filePath)) {
+            const isCopied = (root) => pathEnd(this.#nodes.get(root).path) === pathEnd(filePath);
+            const key = this.#roots.findLast(isCopied);
+            const copies = this.#nodes.get(key)?.copies;
+            if (copies !== undefined && !copies.includes(filePath))
+                this.#put(key, { copies: [...copies, filePath] });
+        }
+    }
+
+    #stock({ assetMediaInfoList = [], assetItemList = [], ingestItemList = [], customMetadata }) {
+        this.#ingested({ ingestItemList, customMetadata });
+        for (const item of assetItemList.filter((item) => item !== null)) this.#item(item);
+        this.#infos(assetMediaInfoList);
+    }
+
+    /** An asset that stands alone, or in one that is known. What is in it now is all that is in it. */
+    #item(item) {
+        const changes = fromAssetItem(item);
+        const parent = this.#nodes.get(changes.parentID && this.#keyOf.get(changes.parentID));
+        if (parent !== undefined) {
+            const key = this.#child(item, parent.key, parent.children.length);
+            if (!parent.children.includes(key))
+                this.#put(parent.key, { children: [...parent.children, key] });
+            return;
+        }
+        const known = changes.id && this.#keyOf.get(changes.id);
+        const whole = wholes.includes(changes.type) ? this.#rootAt(changes.path, [changes.type]) : undefined;
+        const key = known ?? whole ?? changes.id ?? changes.path;
+        this.#root(key, { ...changes, problem: undefined });
+        this.#fill(key, item);
+    }
+
+    #fill(key, { subAssetItemList = [] }) {
+        const before = this.#nodes.get(key).children;
+        const items = subAssetItemList.filter((item) => item !== null);
+        const children = items.map((item, place) => this.#child(item, key, place));
+        for (const gone of before.filter((child) => !children.includes(child))) this.#remove(gone);
+        this.#put(key, { children });
+    }
+
+    #child(item, parent, place) {
+        const changes = fromAssetItem(item);
+        const key = changes.id ?? `${parent}/${place}`;
+        this.#put(key, { ...changes, parent });
+        this.#fill(key, item);
+        return key;
+    }
+
+    #remove(key) {
+        const { id, path, children } = this.#nodes.get(key);
+        for (const child of children) this.#remove(child);
+        this.#nodes.delete(key);
+        this.#keyOf.delete(id);
+        this.#keysAt.get(path).delete(key);
+    }
+
+    #infos(infos, changes = {}) {
+        for (const info of infos.filter((info) => info?.mediaPath)) {
+            const { infoID, ...told } = fromMediaInfo(info);
+            if (this.#at(told.path).length === 0)
+                this.#root(told.path, { ...told, ...changes, ...(infoID && { infoID }) });
+            const { type, ...shared } = told; // a sub-clip has the XMP of its clip, but not its type
+            for (const { key } of this.#at(told.path)) this.#put(key, { ...shared, ...changes });
+        }
+    }
+
+    /** The answer to a reading of XMP. */
+    xmpCame({ assetMediaInfoList = [] }) {
+        this.#infos(assetMediaInfoList, { problem: undefined });
+    }
+
+    /** At which the times of an asset count: where it says none, that of its file, then of what is in it. */
+    rateOf({ rate, path, children }) {
+        const inFile = rate ?? this.#at(path).find((node) => node.rate !== undefined)?.rate;
+        return inFile ?? (children.length > 0 ? this.rateOf(this.#nodes.get(children[0])) : undefined);
+    }
+
+    failed(key, problem) {
+        if (this.#nodes.has(key)) this.#put(key, { problem });
+    }
+
+    /**
+     * @param {{isShut: (key: string) => boolean, search?: string, sortedBy?: (node) => unknown, descending?:
+     *     boolean}} how `sortedBy`: by what those beside each other are put in order.
+     * @returns {object[]} Nodes with their `level` and whether they are `expanded`, in the order of the tree.
+     *     Of a search those found and what holds them.
+     */
+    rows({
+        isShut,
+        search = '',
+        textOf = ({ name, path }) => `${name}\n${path}`,
+        sortedBy,
+        descending = false,
+    }) {
+        const words = search.toLowerCase().split(/\s+/).filter(Boolean);
+        const rows = [];
+        const holds = (text) => words.every((word) => text.includes(word));
+        const compare = (a, b) => (a[0] < b[0] ? -1 : a[0] > b[0] ? 1 : 0) * (descending ? -1 : 1);
+        const inOrder = (keys) => {
+            const nodes = keys.map((key) => this.#nodes.get(key));
+            if (sortedBy === undefined) return nodes;
+            return nodes
+                .map((node) => [sortedBy(node), node])
+                .sort(compare)
+                .map(([, node]) => node);
+        };
+        const add = (node, level) => {
+            const place = rows.length;
+            const isParent = node.children.length > 0;
+            const expanded = isParent ? words.length > 0 || !isShut(node.key) : undefined;
+            rows.push({ key: node.key, node, level, expanded });
+            if (expanded) for (const child of inOrder(node.children)) add(child, level + 1);
+            const isFound = words.length === 0 || holds(textOf(node).toLowerCase());
+            if (!isFound && rows.length === place + 1) rows.pop();
+        };
+        for (const root of inOrder(this.#roots)) add(root, 0);
+        return rows;
+    }
+}
