@@ -1,8 +1,5 @@
 #include "desk/play/Pace.h"
 
-#include <boost/smart_ptr/make_shared_object.hpp>
-#include <boost/weak_ptr.hpp>
-
 #include <algorithm>
 #include <utility>
 
@@ -63,9 +60,9 @@ void Pace::Start()
     mWait.reset();
     if (!mDistance || mSettings.isStepping)
         return;
-    mWait = boost::make_shared<char>();
+    mWait = std::make_shared<char>();
     const auto delay = std::chrono::ceil<std::chrono::milliseconds>(Remaining());
-    mTimer.PostAfter(std::max(delay, {}), [this, wait = boost::weak_ptr<void>(mWait)] {
+    mTimer.PostAfter(std::max(delay, {}), [this, wait = std::weak_ptr<char>(mWait)] {
         if (!wait.expired())
             OnTime();
     });

@@ -2,9 +2,8 @@
 
 #include "desk/HostThread.h"
 
-#include <boost/shared_ptr.hpp>
-
 #include <chrono>
+#include <memory>
 #include <optional>
 
 namespace Desk {
@@ -49,7 +48,7 @@ private:
     std::optional<Distance> mDistance;  ///< None: it waits for nothing.
     Clock::time_point mSince;           ///< When `mDistance` began.
     Clock::duration mLate{};            ///< How late the line was that is being played.
-    boost::shared_ptr<void> mWait;      ///< The timer's tasks of other waits do nothing.
+    std::shared_ptr<char> mWait;        ///< The timer's tasks of other waits do nothing.
 };
 
 }  // namespace Desk

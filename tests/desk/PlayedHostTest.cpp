@@ -177,12 +177,12 @@ TEST_F(PlayedHostTest, SaysWhatDiffers)
          Message(2, kItem),
          {R"(renameItemList was left out, is [{"newName":"b.mov","src":"/a.mov"}])"}},
         {"a long one",
-         transfer("<targetBin ID=\"a\"/>"),
+         transfer(R"(<targetBin ID="a"/>)"),
          Message(2, "<targetBin ID=\"" + std::string(58, 'x') + "\u00e9" + "\"/>"),
          {"targetBin was \"a\", is \"" + std::string(58, 'x') + "\u2026"}},
         {"a GUID in a text",
-         transfer("<targetBin ID=\"of 3E550000-0000-4000-8000-000000000001\"/>"),
-         Message(2, "<targetBin ID=\"of 3e550000-0000-4000-8000-000000000002\"/>"),
+         transfer(R"(<targetBin ID="of 3E550000-0000-4000-8000-000000000001"/>)"),
+         Message(2, R"(<targetBin ID="of 3e550000-0000-4000-8000-000000000002"/>)"),
          {}},
         {"who asks",
          transfer(two),
@@ -217,7 +217,8 @@ TEST_F(PlayedHostTest, RaisesItItselfWithWhatIsPaired)
 {
     Play(kStart + PanelLine("RenameRequest", Message(1, kItem, "panel-1")) +
          PanelLine("CancelTransferRequest", Message(1, "", "panel-1")) +
-         PanelLine("OpenIngestDialog", Message(1, "<targetBin ID=\"a\"/>", "panel-1")) + ProgressLine(1, 10));
+         PanelLine("OpenIngestDialog", Message(1, R"(<targetBin ID="a"/>)", "panel-1")) +
+         ProgressLine(1, 10));
     host->GetPlayback()->RaiseIt();
     timer.Pass(kStarted);
     Raise(kPage, "RenameRequest", Message(2, kItem));

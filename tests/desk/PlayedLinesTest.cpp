@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <future>
+
 namespace {
 
 using Session::Json;
@@ -87,11 +89,31 @@ TEST_F(PlayedLinesTest, PlaysStepByStep)
     EXPECT_EQ(State()["isEnded"], true);
 }
 
+TEST_F(PlayedLinesTest, RunsOnTheThreadOfTheHost)
+{
+    std::promise<void> ended;
+    std::istringstream session(kStart + kNews + kNews + PanelLine("RenameRequest", Message(1, kItem)) +
+                               kNews);
+    Desk::Script script = Desk::ReadScript(session, "day.jsonl");
+    Desk::HostThread thread([](const std::string& problem) { ADD_FAILURE() << problem; }, [] {});
+    Desk::PlayedHost::Options options;
+    options.pace.speed = 1000;
+    options.changed = [&] {
+        if (State()["waitsFor"].is_string())
+            thread.Post([this] { Raise(kPage, "RenameRequest", Message(1, kItem)); });
+        if (State()["isEnded"] == true)
+            ended.set_value();
+    };
+    thread.Run([&] { host.emplace(std::move(script), thread, options); });
+    EXPECT_EQ(ended.get_future().wait_for(std::chrono::seconds(60)), std::future_status::ready);
+    thread.Run([this] { host.reset(); });
+}
+
 TEST_F(PlayedLinesTest, RefusesBadSessionsBeforeTheyArePlayed)
 {
     for (const auto& [line, text] :
          {std::pair(2, "\xEF\xBB\xBF{\"create\": \"library\"}\r\n{\"create\": \"library\"}"),
-          std::pair(1, "{\"panel\": \"x\"}"), std::pair(3, "#\n\n{")}) {
+          std::pair(1, R"({"panel": "x"})"), std::pair(3, "#\n\n{")}) {
         std::istringstream file(text);
         try {
             Desk::ReadScript(file, "bad");
