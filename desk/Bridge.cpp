@@ -140,7 +140,7 @@ void Bridge::Take(const LinkRef& link, const ToolHello& hello)
 {
     if (FindByLink(link) != mSessions.end() || mTools.Has(link))
         return link->Close(Closing::kPolicy, "a second hello on a connection");
-    mTools.Join(link, hello.heard);
+    mTools.Join(link, hello);
     link->Send(StateFrame());
 }
 

@@ -63,7 +63,7 @@ PageFrame ReadHello(const Json& json)
     Hello hello;
     const std::string name = TextOf(json, "kind").value_or("");
     if (name == kToolKind)
-        return ToolHello{NumberOf(json, "heard").value_or(0)};
+        return ToolHello{NumberOf(json, "heard").value_or(0), json.value("traffic", Json()) != false};
     const std::optional<PanelKind> kind = KindOf(name);
     if (!kind)
         return FrameFault{"the hello's kind must be library, mediaCollection or desk"};

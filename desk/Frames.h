@@ -35,6 +35,7 @@ struct Raise
 struct ToolHello
 {
     std::uint64_t heard = 0;  ///< The number of the last entry that it has.
+    bool wantsTraffic = true;
 };
 
 /// What a tool page wants.

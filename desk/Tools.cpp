@@ -58,10 +58,10 @@ const Tools::Row Tools::kCommands[] = {
 
 Tools::Tools(Needs needs) : mNeeds(std::move(needs)) {}
 
-void Tools::Join(const LinkRef& link, std::uint64_t heard)
+void Tools::Join(const LinkRef& link, const ToolHello& hello)
 {
     mPages.push_back(link);
-    mNeeds.traffic.Attach(link, heard);
+    mNeeds.traffic.Welcome(link, hello);
 }
 
 bool Tools::Leave(const LinkRef& link)

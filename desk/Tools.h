@@ -40,7 +40,7 @@ public:
     explicit Tools(Needs needs);
 
     /// Takes in a page; until Leave.
-    void Join(const LinkRef& link, std::uint64_t heard);
+    void Join(const LinkRef& link, const ToolHello& hello);
 
     /// \return False when the page is none of these.
     bool Leave(const LinkRef& link);

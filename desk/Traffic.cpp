@@ -3,7 +3,6 @@
 #include "assetconnector/connectors/IngestGlintLibraryConnector.h"
 #include "assetconnector/connectors/IngestMediaCollectionConnector.h"
 #include "assetconnector/host/ferrite/Unicode.h"
-#include "desk/Frames.h"
 #include "desk/Marks.h"
 #include "protocol/check/Check.h"
 #include "session/SessionFile.h"
@@ -236,13 +235,15 @@ void Traffic::Send()
             page->Send(frame);
 }
 
-void Traffic::Attach(const LinkRef& link, std::uint64_t heard)
+void Traffic::Welcome(const LinkRef& link, const ToolHello& hello)
 {
     const std::lock_guard<std::mutex> lock(mMutex);
     Send();
     link->Send(WriteToolWelcome(mLast));
+    if (!hello.wantsTraffic)
+        return;
     std::vector<std::string> texts;
-    for (std::uint64_t number = std::max(heard > mLast ? 1 : heard + 1, First()); number <= mLast; ++number)
+    for (std::uint64_t number = std::max(hello.heard > mLast ? 1 : hello.heard + 1, First()); number <= mLast; ++number)
         texts.push_back(TextOf(*Find(number)));
     for (const Frame& frame : WriteTraffic(texts))
         link->Send(frame);

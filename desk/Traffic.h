@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/Frames.h"
 #include "desk/Link.h"
 #include "desk/Overview.h"
 
@@ -39,8 +40,9 @@ public:
     /// they say: what makes no sense is left out.
     void Take(const std::string& lines);
 
-    /// The page is welcomed and told what is behind `heard`, then what comes. Until Detach.
-    void Attach(const LinkRef& link, std::uint64_t heard);
+    /// The page is welcomed and, unless it wants nothing of it, told what is behind what it heard, then what
+    /// comes, until Detach.
+    void Welcome(const LinkRef& link, const ToolHello& hello);
     void Detach(const LinkRef& link);
 
     /// \return The text of the request that the entry is; null for another entry and one that is gone.

@@ -29,7 +29,9 @@ class Desk {
         this.#connection = new Connection(
             { ...options, parse: readFrame },
             {
-                hello: () => ({ hello: { kind: 'desk', heard: this.#heard } }),
+                hello: () => ({
+                    hello: { kind: 'desk', heard: this.#heard, traffic: tell.traffic !== undefined },
+                }),
                 welcome: (welcome) => this.#welcome(welcome),
                 take: (frame) => this.#take(frame),
                 waiting: (reason) => this.#lost('waiting', reason),
