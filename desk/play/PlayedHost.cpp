@@ -43,8 +43,8 @@ std::chrono::microseconds Distance(const Turn* turn, const Turn& next)
 class PlayedHost::PassingScope
 {
 public:
-    explicit PassingScope(PlayedHost& host) : mHost(host) { Set(true); }
-    ~PassingScope() { Set(false); }
+    explicit PassingScope(PlayedHost& host) : mHost(host), mBefore(host.mIsPassing) { Set(true); }
+    ~PassingScope() { Set(mBefore); }
     PassingScope(const PassingScope&) = delete;
     PassingScope& operator=(const PassingScope&) = delete;
 
@@ -56,6 +56,7 @@ private:
     }
 
     PlayedHost& mHost;
+    const bool mBefore;
 };
 
 class PlayedHost::SpeakerScope
@@ -110,8 +111,10 @@ void PlayedHost::Raise(const Origin& asker, const std::string& type, const std::
 {
     const Marks::Raising raising(mSeat->recorder, asker, type);
     PlayRaised(asker, type, xml);
-    if (std::find(mHandles.begin(), mHandles.end(), type) != mHandles.end())
-        mOwnAnswers->Answer(*this, asker, type, xml);
+    if (std::find(mHandles.begin(), mHandles.end(), type) == mHandles.end())
+        return;
+    const PassingScope passing(*this);
+    mOwnAnswers->Answer(*this, asker, type, xml);
 }
 
 void PlayedHost::PlayRaised(const Origin& asker, const std::string& type, const std::string& xml)
