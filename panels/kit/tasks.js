@@ -5,6 +5,7 @@ import { plural } from './format.js';
 import { workTitle } from './outcome.js';
 
 const mostEnded = 20;
+const mostForgotten = 256;
 const lostText = 'It ended, but the result did not reach this page. Look at the clips or at the host.';
 const gapText = 'News of it was lost. Look at the host for how it goes.';
 
@@ -45,6 +46,7 @@ const pauses = { PauseIngest: 'paused', ResumeIngest: 'running' };
 
 export class TaskList {
     #tasks = new Map(); // by id
+    #forgotten = new Set(); // the last ids that ended and show no more
     #changed;
 
     /**
@@ -104,8 +106,16 @@ export class TaskList {
         if (task === undefined) return;
         Object.assign(task, { status, detail, items });
         // What it did shows elsewhere.
-        if (task.isBrief && status === 'done' && detail === '') this.#tasks.delete(id);
+        if (task.isBrief && status === 'done' && detail === '') this.#forget(id);
         this.#over(task);
+    }
+
+    /** The host may list it for a moment longer. */
+    #forget(id) {
+        this.#tasks.delete(id);
+        this.#forgotten.add(id);
+        if (this.#forgotten.size > mostForgotten)
+            this.#forgotten.delete(this.#forgotten.values().next().value);
     }
 
     #over(task) {
@@ -154,6 +164,7 @@ export class TaskList {
     heardState(listed, { kind, pageID }) {
         const own = listed.filter((task) => task.kind === undefined || task.kind === kind);
         for (const { taskID, msgID, what, by, percentage, isPaused } of own) {
+            if (this.#forgotten.has(taskID)) continue;
             const known = this.#tasks.get(taskID);
             const task = known ?? this.#add({ id: taskID, msgID, what });
             const isBack = task.status === 'lost' || (task.what === 'Ingest' && known && !task.isListed);
@@ -161,7 +172,7 @@ export class TaskList {
             task.status = isPaused ? 'paused' : 'running';
             if (task.what !== 'Ingest' || isBack) task.detail = ingestDetail(task);
             Object.assign(task, { isListed: true, percentage: percentage ?? task.percentage });
-            task.by = by === pageID ? undefined : (by ?? undefined);
+            task.by = by === pageID ? undefined : by || undefined;
         }
         const ids = new Set(own.map(({ taskID }) => taskID));
         for (const task of this.running)

@@ -162,6 +162,8 @@ test('what the host lists is so', () => {
         ['a brief one', () => {
             tasks.begin({ id: 'f', what: 'RenameRequest', isBrief: true });
             tasks.end('f', { status: 'done', detail: '' });
+            lists(own, listed('f'));
+            lists(own);
         }, ['a running', 'e done', 'd done']],
         ['cleared', () => tasks.clear(), ['a running']],
     ];
