@@ -132,11 +132,12 @@ void Compare(const Request& ofFile, const Request& live, Pairs& pairs, const Ori
              std::vector<std::string>& marks)
 {
     const std::string browserID = UTF16to8(ofFile.message.header.browserID);
-    if (!browserID.empty())
+    const bool isOne = !browserID.empty() && ofFile.message.header.browserID != kCollectionID;
+    if (isOne)
         pairs.AddBrowserID(browserID, asker.browserID);
     // Who asks is known, whatever the text says; of that one it should speak.
     const Json said = UTF16to8(live.message.header.browserID);
-    const Json expected = browserID.empty() ? browserID : asker.browserID;
+    const Json expected = isOne ? asker.browserID : browserID;
     std::size_t more = 0;
     const auto add = [&marks, &more](const std::string& path, const Json* before, const Json* now) {
         if (marks.size() < Comparison::kMostNamed)
