@@ -1,0 +1,228 @@
+// A desk with its pages in a browser, for journeys: what a person does there by roles and labels.
+
+import assert from 'node:assert/strict';
+import { spawn } from 'node:child_process';
+import { EventEmitter, once } from 'node:events';
+import { readFileSync } from 'node:fs';
+import { createRequire } from 'node:module';
+import { after, test } from 'node:test';
+import { fileURLToPath } from 'node:url';
+import { chromium } from 'playwright-core';
+
+const patience = 45000; // milliseconds for what a person waits for, on a busy machine
+const limit = 240000;
+const axeSource = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
+const pathOf = (place) => fileURLToPath(new URL(place, import.meta.url));
+
+export const sessionFile = (name) => pathOf(`../sessions/${name}.jsonl`);
+
+let browser;
+after(() => browser?.close());
+
+/** A tool's connection: what passes, how things stand, and commands, as the desk's own pages have them. */
+class Tool {
+    entries = [];
+    state;
+    #page;
+    #news = new EventEmitter();
+
+    async begin(page) {
+        this.#page = page;
+        await page.exposeFunction('hear', (what) => {
+            if (what.entries) this.entries.push(...what.entries);
+            this.state = what.state ?? this.state;
+            this.#news.emit('news');
+        });
+        await page.evaluate(async () => {
+            const { beginSession } = await import('/kit/session.js');
+            const { connectDesk } = await import('/desk/tools.js');
+            await beginSession();
+            const tell = {
+                traffic: (entries) => window.hear({ entries }),
+                state: (state) => window.hear({ state }),
+            };
+            window.desk = connectDesk(`ws://${location.host}/socket`, tell);
+        });
+        await this.until(({ state }) => state, 'the connection of a tool');
+        return this;
+    }
+
+    do(name, content) {
+        return this.#page.evaluate(([name, content]) => window.desk.do(name, content), [name, content]);
+    }
+
+    async until(holds, what) {
+        const signal = AbortSignal.timeout(patience);
+        while (!holds(this))
+            await once(this.#news, 'news', { signal }).catch(() =>
+                assert.fail(`in vain waited for ${what}; the state is ${JSON.stringify(this.state)}`));
+    }
+
+    /** Until the session that is played waits for a request. */
+    waitsFor(name) {
+        return this.until(({ state }) => state.play.waitsFor?.endsWith(`.${name}`), `play to wait for ${name}`);
+    }
+}
+
+export class Desk {
+    errors = [];
+    #process;
+    #address;
+    #contexts = [];
+    #exit;
+
+    async start(args) {
+        this.#process = spawn(process.env.DESK, args, { stdio: ['ignore', 'pipe', 'inherit'] });
+        this.#exit = once(this.#process, 'exit');
+        let printed = '';
+        for await (const text of this.#process.stdout) {
+            printed += text;
+            if (printed.includes('\n')) break;
+        }
+        this.#address = new URL(/http:\S+/.exec(printed)[0]);
+        const isRoot = process.getuid() === 0; // for whom Chromium has no sandbox
+        browser ??= await chromium.launch({ executablePath: process.env.CHROMIUM, chromiumSandbox: !isRoot });
+        return this;
+    }
+
+    /** @returns {Promise<number>} With what the desk ended. */
+    get exitCode() {
+        return this.#exit.then(([code]) => code);
+    }
+
+    /** Opens a page in a window of its own. */
+    async open(path, wishes = {}) {
+        const page = await this.#window(wishes);
+        const complain = (text) => this.errors.push(`${path}: ${text}`);
+        page.on('pageerror', complain);
+        page.on('console', (message) => message.type() === 'error' && complain(message.text()));
+        return this.#go(page, path);
+    }
+
+    /** A browser draws tabs that are behind others once a second, so each page has a window. */
+    async #window(wishes) {
+        const context = await browser.newContext(wishes);
+        this.#contexts.push(context);
+        return context.newPage();
+    }
+
+    async #go(page, path) {
+        page.setDefaultTimeout(patience);
+        await page.goto(new URL(path + this.#address.hash, this.#address).href);
+        return page;
+    }
+
+    /** Opens a page that connects, and waits until it has. */
+    async openConnected(path, wishes) {
+        const page = await this.open(path, wishes);
+        await connectionOf(page, 'open');
+        return page;
+    }
+
+    /** A script of the desk is the page: it does nothing by itself. */
+    async tool() {
+        return new Tool().begin(await this.#go(await this.#window({}), '/desk/tools.js'));
+    }
+
+    /** What pages complained of that matches is taken back; there must be some. */
+    expectErrors(pattern) {
+        const others = this.errors.filter((error) => !pattern.test(error));
+        assert.notEqual(others.length, this.errors.length, `no page complains of ${pattern}`);
+        this.errors = others;
+    }
+
+    async end() {
+        for (const context of this.#contexts) await context.close();
+        if (this.#process.exitCode === null) this.#process.kill('SIGINT');
+        return this.exitCode;
+    }
+}
+
+/**
+ * A test with a desk of its own, which ends cleanly. Errors on pages fail it, what the content policy blocked
+ * included.
+ */
+export function journey(title, args, go) {
+    test(title, { timeout: limit }, async () => {
+        const desk = await new Desk().start(args);
+        let code;
+        try {
+            await go(desk);
+        } catch (error) {
+            if (desk.errors.length > 0) error.message += `\npages complained: ${desk.errors.join('\n')}`;
+            throw error;
+        } finally {
+            code = await desk.end();
+        }
+        assert.deepEqual(desk.errors, []);
+        assert.equal(code, 0);
+    });
+}
+
+/** Waits until the page says of its connection that it is so. */
+export const connectionOf = (page, ...events) =>
+    page.locator(events.map((event) => `#connection[data-event=${event}]`).join()).waitFor();
+
+export const button = (place, name) => place.getByRole('button', { name, exact: true });
+export const rowOf = (page, key) => page.locator(`[role=row][data-key=${JSON.stringify(key)}]`);
+
+async function fillIn(dialog, fields) {
+    for (const [label, value] of Object.entries(fields)) {
+        const field = dialog.getByLabel(label, { exact: true });
+        if (typeof value === 'boolean') await field.setChecked(value);
+        else if (await field.evaluate(({ localName }) => localName === 'select')) await field.selectOption(value);
+        else await field.fill(value);
+    }
+}
+
+/** Selects rows by their keys, chooses an action, and answers the questions of its dialog. */
+export async function act(page, { rows = [], choose, fields, confirm }) {
+    for (const [i, key] of rows.entries())
+        await rowOf(page, key).click({ modifiers: i > 0 ? ['Control'] : [] });
+    await button(page, choose).click();
+    if (confirm === undefined) return;
+    const dialog = page.getByRole('dialog');
+    await fillIn(dialog, fields);
+    await button(dialog, confirm).click();
+    await dialog.waitFor({ state: 'detached' });
+}
+
+/** Does each of the steps when play waits for its request, and waits for what it shows; then for the end. */
+export async function playDay(page, tool, steps) {
+    for (const { request, shows, ...what } of steps) {
+        await tool.waitsFor(request);
+        await act(page, what);
+        await shows(page).waitFor();
+    }
+    await tool.until(({ state }) => state.play.isEnded, 'the end of the session');
+    assert.equal(tool.state.play.problem, null);
+}
+
+/** Sees in the traffic view what a page asked for, and that a connector took it. */
+export async function checkTraffic(traffic, tool, by, names) {
+    // The desk itself answers what there is.
+    const isOwn = ({ line }) => line.panel?.endsWith('.requestInitInfo');
+    const unhandled = tool.entries.filter((entry) => entry.marks?.includes('unhandled') && !isOwn(entry));
+    assert.deepEqual(unhandled, []);
+    await traffic.getByRole('combobox', { name: 'Who', exact: true }).selectOption(by);
+    const list = traffic.getByRole('grid', { name: 'Traffic' });
+    for (const name of names) {
+        await traffic.getByRole('searchbox', { name: 'Find' }).fill(name);
+        await list.getByRole('row').filter({ hasText: name }).filter({ hasText: by }).first().waitFor();
+    }
+}
+
+/** What keeps people with aids away from the page fails. */
+export async function checkAccess(page, what) {
+    await page.evaluate(axeSource);
+    const found = await page.evaluate(async () => (await window.axe.run({ resultTypes: ['violations'] })).violations);
+    const faults = found
+        .filter(({ impact }) => ['serious', 'critical'].includes(impact))
+        .flatMap(({ id, nodes }) => nodes.map(({ target, failureSummary }) => `${id}: ${target} ${failureSummary}`));
+    assert.deepEqual(faults, [], what);
+}
+
+/** A picture of the page in build/journeys, where pictures are wished for. */
+export async function shoot(page, name) {
+    if (process.env.JOURNEY_SHOTS) await page.screenshot({ path: pathOf(`../../build/journeys/${name}.png`) });
+}

@@ -1,0 +1,21 @@
+// A day at the library panel, as the session file has it.
+
+import assert from 'node:assert/strict';
+import { checkTraffic, journey, playDay, sessionFile, shoot } from './desk.mjs';
+import { first, preview, renamed, steps } from './library-steps.mjs';
+
+journey('a day at the library panel', ['--play', sessionFile('library-day'), '--speed', '20'], async (desk) => {
+    const library = await desk.openConnected('/library/');
+    const traffic = await desk.openConnected('/traffic/');
+    const tool = await desk.tool();
+    await playDay(library, tool, steps);
+
+    const rows = library.getByRole('grid', { name: 'Clips' }).locator('[data-key]');
+    const keys = await rows.evaluateAll((rows) => rows.map(({ dataset }) => dataset.key));
+    assert.deepEqual(keys.sort(), [first, renamed, preview].sort());
+    await shoot(library, 'library-day');
+
+    await checkTraffic(traffic, tool, 'panel-1', steps.map(({ request }) => request));
+    assert.doesNotMatch(JSON.stringify(tool.entries), /never shown/);
+    await shoot(traffic, 'library-day-traffic');
+});
