@@ -46,7 +46,7 @@ const args = ['--play', sessionFile('media-collection-day'), '--speed', '20'];
 journey('a day at the media collection panel', args, async (desk) => {
     const collection = await desk.openConnected('/collection/');
     const [traffic, host] = [await desk.openConnected('/traffic/'), await desk.openConnected('/host/')];
-    const tool = await desk.tool();
+    const { tool } = desk;
     await playDay(collection, tool, steps);
     await head(collection, 'Scene').waitFor({ state: 'detached' });
     await collection.getByRole('treegrid').getByText('First cut').waitFor();

@@ -2,6 +2,7 @@
 
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
+import { randomUUID } from 'node:crypto';
 import { EventEmitter, once } from 'node:events';
 import { readFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
@@ -65,10 +66,12 @@ class Tool {
 }
 
 export class Desk {
+    tool;
     errors = [];
     #process;
     #address;
     #contexts = [];
+    #storageState; // with the cookie of the session
     #exit;
 
     async start(args) {
@@ -82,6 +85,10 @@ export class Desk {
         this.#address = new URL(/http:\S+/.exec(printed)[0]);
         const isRoot = process.getuid() === 0; // for whom Chromium has no sandbox
         browser ??= await chromium.launch({ executablePath: process.env.CHROMIUM, chromiumSandbox: !isRoot });
+        // A script as the page does nothing by itself.
+        const page = await this.#goTo(await this.#window({}), `/desk/tools.js${this.#address.hash}`);
+        this.tool = await new Tool().begin(page);
+        this.#storageState = await page.context().storageState();
         return this;
     }
 
@@ -90,25 +97,24 @@ export class Desk {
         return this.#exit.then(([code]) => code);
     }
 
-    /** Opens a page in a window of its own. */
+    /** Opens a page in a window of its own: browsers draw tabs that are behind others once a second. */
     async open(path, wishes = {}) {
         const page = await this.#window(wishes);
         const complain = (text) => this.errors.push(`${path}: ${text}`);
         page.on('pageerror', complain);
         page.on('console', (message) => message.type() === 'error' && complain(message.text()));
-        return this.#go(page, path);
+        return this.#goTo(page, path);
     }
 
-    /** A browser draws tabs that are behind others once a second, so each page has a window. */
     async #window(wishes) {
-        const context = await browser.newContext(wishes);
+        const context = await browser.newContext({ ...wishes, storageState: this.#storageState });
         this.#contexts.push(context);
         return context.newPage();
     }
 
-    async #go(page, path) {
+    async #goTo(page, path) {
         page.setDefaultTimeout(patience);
-        await page.goto(new URL(path + this.#address.hash, this.#address).href);
+        await page.goto(new URL(path, this.#address).href);
         return page;
     }
 
@@ -117,11 +123,6 @@ export class Desk {
         const page = await this.open(path, wishes);
         await connectionOf(page, 'open');
         return page;
-    }
-
-    /** A script of the desk is the page: it does nothing by itself. */
-    async tool() {
-        return new Tool().begin(await this.#go(await this.#window({}), '/desk/tools.js'));
     }
 
     /** What pages complained of that matches is taken back; there must be some. */
@@ -187,14 +188,17 @@ export async function act(page, { rows = [], choose, fields, confirm }) {
     await dialog.waitFor({ state: 'detached' });
 }
 
-/** Does each of the steps when play waits for its request, and waits for what it shows; then for the end. */
-export async function playDay(page, tool, steps) {
+/**
+ * Does each of the steps when play waits for its request, and waits for what it shows; then for what play waits
+ * for next, or for the end.
+ */
+export async function playDay(page, tool, steps, next) {
     for (const { request, shows, ...what } of steps) {
         await tool.waitsFor(request);
         await act(page, what);
         await shows(page).waitFor();
     }
-    await tool.until(({ state }) => state.play.isEnded, 'the end of the session');
+    await (next ? tool.waitsFor(next) : tool.until(({ state }) => state.play.isEnded, 'the end of the session'));
     assert.equal(tool.state.play.problem, null);
 }
 
@@ -210,6 +214,20 @@ export async function checkTraffic(traffic, tool, by, names) {
         await traffic.getByRole('searchbox', { name: 'Find' }).fill(name);
         await list.getByRole('row').filter({ hasText: name }).filter({ hasText: by }).first().waitFor();
     }
+}
+
+/** The host ingests files, ten seconds long. */
+export function tellClips(tool, paths) {
+    const [task, frame] = [randomUUID(), 10160640000];
+    const items = paths.map((filePath) => ({ filePath, startTime: 0, endTime: 250 * frame, frameRate: frame }));
+    return tool.do('callback', { callback: 'OnIngestItemsReady', args: [task, task, task, items, {}] });
+}
+
+/** The host answers a request that runs as a task. */
+export async function answer(tool, what, callback, argsOf) {
+    const find = ({ state }) => state.tasks.find((task) => task.what === what);
+    await tool.until(find, `a task of ${what}`);
+    await tool.do('callback', { callback, args: argsOf(find(tool)) });
 }
 
 /** What keeps people with aids away from the page fails. */

@@ -7,7 +7,7 @@ import { first, preview, renamed, steps } from './library-steps.mjs';
 journey('a day at the library panel', ['--play', sessionFile('library-day'), '--speed', '20'], async (desk) => {
     const library = await desk.openConnected('/library/');
     const traffic = await desk.openConnected('/traffic/');
-    const tool = await desk.tool();
+    const { tool } = desk;
     await playDay(library, tool, steps);
 
     const rows = library.getByRole('grid', { name: 'Clips' }).locator('[data-key]');
