@@ -110,6 +110,7 @@ void Bridge::Take(const LinkRef& link, const Hello& hello)
         {session->id, session->origin.browserID, mHost.Handles(), isResumed, number, session->heard}));
     mLog.ForEachBehind(number, [&link](const Frame& frame) { link->Send(frame); });
     SendState();
+    mHost.OnPanel();
 }
 
 void Bridge::Take(const LinkRef& link, const Raise& raise)

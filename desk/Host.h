@@ -4,6 +4,7 @@
 #include "reference_host/PanelEvents.h"
 #include "session/format/Json.h"
 
+#include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
 
 #include <optional>
@@ -43,6 +44,12 @@ public:
 
     /// \return The identifiers of the requests that the host handles beside the connectors.
     virtual const std::vector<std::string>& Handles() const = 0;
+
+    /// A panel has come.
+    virtual void OnPanel() {}
+
+    /// Runs an action that asks the host for what no session told it. What it throws comes out.
+    virtual void Aside(const boost::function<void()>& action) { action(); }
 
     /// A panel raises a request. \param type Its identifier. \param xml Its text; both UTF-8, not checked.
     /// \throws What handling it throws; the rest of the request is dropped.

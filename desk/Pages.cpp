@@ -119,6 +119,8 @@ Site::Site(const fs::path& pages, const fs::path& author) : mPages(pages)
 std::optional<Page> Site::Read(std::string_view target) const
 {
     constexpr std::string_view kFolder = "/panel";
+    if (target == "/favicon.ico")  // browsers ask for it where a page names no icon
+        target = "/icon.svg";
     if (!mAuthor)
         return mPages.Read(target);
     if (target == "/panel-version")

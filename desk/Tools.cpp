@@ -120,11 +120,14 @@ std::optional<Json> Tools::Notify(const Json& with, const Asker& /*asker*/)
     const Protocol::Event* const event = Protocol::FindEvent(Protocol::ThisModel(), identifier);
     if (event == nullptr || event->kind != "notification")
         throw FormatError(identifier + " is no notification");
-    const auto message = Session::ValueReader::Read<AC::ACMessage>(with.value("record", Json::object()));
+    AC::ACMessage message;
+    mNeeds.host.Aside(
+        [&] { message = Session::ValueReader::Read<AC::ACMessage>(with.value("record", Json::object())); });
     const auto encode = Optional<bool>(with, "decoded").value_or(false)
                             ? AC::ACMessageEncoder::EncodeDecodedUTF8
                             : AC::ACMessageEncoder::EncodeUTF8;
-    const std::string xml = encode(message, AC::kNotificationRoot);
+    std::string xml;
+    mNeeds.host.Aside([&] { xml = encode(message, AC::kNotificationRoot); });
     mNeeds.host.Tell(identifier, xml);
     return Json{{"xml", xml}};
 }
@@ -201,7 +204,11 @@ std::optional<Json> Tools::Inspect(const Json& with, const Asker& /*asker*/)
         throw FormatError("the entry " + std::to_string(number) + " is no request, or is gone");
     AC::ACMessage message;
     AC::ParseError error;
-    if (!AC::ACMessageDecoder::DecodeXMLString(ferrite::utility::UTF8to16(*xml), message, error))
+    bool isDecoded = false;
+    mNeeds.host.Aside([&] {
+        isDecoded = AC::ACMessageDecoder::DecodeXMLString(ferrite::utility::UTF8to16(*xml), message, error);
+    });
+    if (!isDecoded)
         return Json{{"problem", "line " + std::to_string(error.line) + ", column " +
                                     std::to_string(error.column) + ": " +
                                     ferrite::utility::UTF16to8(error.reason)}};

@@ -243,7 +243,8 @@ void Traffic::Welcome(const LinkRef& link, const ToolHello& hello)
     if (!hello.wantsTraffic)
         return;
     std::vector<std::string> texts;
-    for (std::uint64_t number = std::max(hello.heard > mLast ? 1 : hello.heard + 1, First()); number <= mLast; ++number)
+    for (std::uint64_t number = std::max(hello.heard > mLast ? 1 : hello.heard + 1, First()); number <= mLast;
+         ++number)
         texts.push_back(TextOf(*Find(number)));
     for (const Frame& frame : WriteTraffic(texts))
         link->Send(frame);

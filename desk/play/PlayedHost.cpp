@@ -86,7 +86,20 @@ PlayedHost::PlayedHost(Script script, Timer& timer, const Options& options)
       mPlayer(Session::Style::kSession, {}, Between(options.recording)),
       mPace(timer, options.pace, [this] { PlayNext(); })
 {
+}
+
+void PlayedHost::OnPanel()
+{
+    if (std::exchange(mHasBegun, true))
+        return;
     AwaitNext();
+    mChanged();
+}
+
+void PlayedHost::Aside(const boost::function<void()>& action)
+{
+    const PassingScope passing(*this);
+    action();
 }
 
 Session::Player::Between PlayedHost::Between(const Recording::Options& recording)
@@ -183,6 +196,7 @@ Json PlayedHost::State() const
               {"waitsFor", next != nullptr && next->awaits ? Json(*next->awaits) : Json()},
               {"next", next != nullptr ? Json(next->title) : Json()},
               {"comment", shown != nullptr ? *shown->comment : ""},
+              {"hasBegun", mHasBegun},
               {"isEnded", next == nullptr},
               {"isStepping", mPace.Get().isStepping},
               {"speed", mPace.Get().speed},
@@ -215,7 +229,7 @@ bool PlayedHost::Awaits(const std::string& type) const
 void PlayedHost::AwaitNext()
 {
     const Turn* const next = Next();
-    if (next == nullptr || next->awaits)
+    if (!mHasBegun || next == nullptr || next->awaits)
         mPace.Rest();
     else
         mPace.Await(Distance(mNext == 0 ? nullptr : &mScript.turns[mNext - 1], *next));

@@ -40,12 +40,14 @@ public:
         const OwnAnswers* answers = nullptr;  ///< Outlives the host; null: it answers nothing by itself.
     };
 
-    /// Begins with the first task of the timer. \param timer Outlives this object; of the thread on which it
-    /// is used. \throws As AC::InstallHost.
+    /// Begins when a panel comes, which else would miss its first news. \param timer Outlives this object; of
+    /// the thread on which it is used. \throws As AC::InstallHost.
     PlayedHost(Script script, Timer& timer, const Options& options);
 
     void Attach(boost::shared_ptr<ReferenceHost::Panel> panel) override;
     const std::vector<std::string>& Handles() const override { return mHandles; }
+    void OnPanel() override;
+    void Aside(const boost::function<void()>& action) override;
     void Raise(const Origin& asker, const std::string& type, const std::string& xml) override;
 
     /// While the session is played, its own lines say when that happens.
@@ -123,6 +125,7 @@ private:
     const std::vector<std::string> mHandles;
     Pairs mPairs;
     std::map<ferrite::utility::Guid, Origin> mAskers;  ///< By message.
+    bool mHasBegun = false;
     std::size_t mNext = 0;
     std::string mProblem;
     const Origin* mSpeaker = nullptr;  ///< Whose request, or answer, is being played.

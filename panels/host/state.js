@@ -169,13 +169,17 @@ function exitText(exit) {
 function showPlay(play) {
     byID('play').hidden = !play;
     if (!play) return;
-    const { file, line, lines, comment, next, waitsFor, isEnded, isStepping, speed, problem } = play;
+    const { file, line, lines, comment, next, hasBegun, isEnded, isStepping, speed, problem } = play;
+    const waitsFor = hasBegun === false ? undefined : play.waitsFor;
     showFacts(byID('play-facts'), {
         File: file,
         Line: `${line} of ${lines}${isEnded ? ', ended' : ''}`,
         Comment: comment || undefined,
         Next: next ?? undefined,
-        'Waits for': waitsFor ? `${shortName(waitsFor)} from a panel; or raise it here` : undefined,
+        'Waits for':
+            hasBegun === false
+                ? 'the first panel; open one'
+                : waitsFor && `${shortName(waitsFor)} from a panel; or raise it here`,
     });
     byID('play-progress').max = Math.max(1, lines);
     byID('play-progress').value = line;

@@ -39,11 +39,14 @@ export const workTitle = (what) => works[what]?.[0] ?? what;
 
 const accessAdvice = 'Ask for the right to read and write there, then try again.';
 
+/** What hosts say may lack its end. */
+const sentence = (text) => (text === '' || /[.!?…]$/.test(text) ? text : `${text}.`);
+
 /** @returns {string} Why something failed and what to do about it. */
 export function failureText(what, { result, errorMessage = '' } = {}) {
     const isDenied = resultName(result) === 'AccessDenied';
     const [, advice = '', usual = 'The host gave no reason.'] = works[what] ?? [];
-    const reason = errorMessage.trim() || (isDenied ? 'Access was denied.' : usual);
+    const reason = sentence(errorMessage.trim()) || (isDenied ? 'Access was denied.' : usual);
     return `${reason} ${isDenied ? accessAdvice : advice}`.trim();
 }
 

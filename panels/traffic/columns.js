@@ -46,7 +46,7 @@ const whoText = ({ from, to }) => (to === '' || from === to ? from : `${from} �
 export function columnsFor(isNarrow, relationOf) {
     const relation = (row) => relationSigns[relationOf(row)];
     const all = {
-        number: { label: 'No.', width: '8ch', align: 'end' },
+        number: { label: 'No.', width: '7ch', align: 'end' },
         time: {
             label: 'Time',
             width: '11ch',
@@ -54,8 +54,8 @@ export function columnsFor(isNarrow, relationOf) {
             cell: (row, cell) => cell.append(timeText(row.us)),
         },
         way: {
-            label: isNarrow ? 'Way' : 'Panels ⋯ host',
-            width: isNarrow ? '76px' : '132px',
+            label: 'Way',
+            width: isNarrow ? '76px' : '100px',
             cell: (row, cell) =>
                 cell.append(
                     wayOf(row),
@@ -64,7 +64,7 @@ export function columnsFor(isNarrow, relationOf) {
         },
         name: {
             label: 'Name',
-            width: isNarrow ? '19ch' : '1fr',
+            width: isNarrow ? '19ch' : '24ch',
             cell: ({ name }, cell) => {
                 cell.dataset.member = 'name';
                 cell.append(name);
@@ -78,8 +78,8 @@ export function columnsFor(isNarrow, relationOf) {
                 cell.append(...[...related, ...remarks(row)].flatMap((each) => [each, ' ']));
             },
         },
-        who: { label: 'From → to', width: '24ch', cell: (row, cell) => cell.append(whoText(row)) },
-        kind: { label: 'Kind', width: '14ch' },
+        who: { label: 'From → to', width: isNarrow ? '24ch' : '1fr', cell: (row, cell) => cell.append(whoText(row)) },
+        kind: { label: 'Kind', width: '12ch' },
         duration: {
             label: 'Took',
             width: '9ch',
@@ -89,7 +89,7 @@ export function columnsFor(isNarrow, relationOf) {
     };
     const keys = isNarrow
         ? ['way', 'name', 'remarks', 'who', 'duration', 'number', 'time']
-        : ['number', 'time', 'way', 'who', 'kind', 'name', 'duration', 'remarks'];
+        : ['number', 'time', 'way', 'name', 'who', 'kind', 'duration', 'remarks'];
     return keys.map((key) => ({ key, ...all[key] }));
 }
 

@@ -142,6 +142,9 @@ protected:
         options.recording.sink = [this](const std::string& lines) { recording += lines; };
         options.changed = [this] { ++changes; };
         host.emplace(Desk::ReadScript(session, "day.jsonl"), timer, options);
+        EXPECT_EQ(host->State()["play"]["hasBegun"], false);
+        timer.Pass(kLong);
+        host->OnPanel();
         host->Attach(panel);
     }
 

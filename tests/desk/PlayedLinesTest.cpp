@@ -67,7 +67,7 @@ TEST_F(PlayedLinesTest, PlaysStepByStep)
              PanelLine("RenameRequest", Message(1, kItem)) + kNews,
          true);
     EXPECT_EQ(State(), Json::parse(R"({"file": "day.jsonl", "line": 5, "lines": 11, "waitsFor": null,
-        "next": "create library", "comment": "A day\nin two lines.", "isEnded": false, "isStepping": true,
+        "next": "create library", "comment": "A day\nin two lines.", "hasBegun": true, "isEnded": false, "isStepping": true,
         "speed": 1.0, "problem": null})"));
     timer.Pass(kLong);
     Desk::Playback& playback = *host->GetPlayback();
@@ -104,7 +104,10 @@ TEST_F(PlayedLinesTest, RunsOnTheThreadOfTheHost)
         if (State()["isEnded"] == true)
             ended.set_value();
     };
-    thread.Run([&] { host.emplace(std::move(script), thread, options); });
+    thread.Run([&] {
+        host.emplace(std::move(script), thread, options);
+        host->OnPanel();
+    });
     EXPECT_EQ(ended.get_future().wait_for(std::chrono::seconds(60)), std::future_status::ready);
     thread.Run([this] { host.reset(); });
 }

@@ -305,7 +305,7 @@ test('traffic comes once, and what is missing is told', async () => {
     assert.match(gaps[0], /^2 entries before number 6/);
     sockets[0].onclose({ code: 1006, reason: '' });
     await open(6);
-    assert.deepEqual(sockets[1].frames[0], { hello: { kind: 'desk', heard: 6 } });
+    assert.deepEqual(sockets[1].frames[0], { hello: { kind: 'desk', heard: 6, traffic: true } });
     sockets[1].onclose({ code: 1006, reason: '' });
     await open(2);
     send(entries(1, 2));

@@ -3,7 +3,11 @@
 #include "assetconnector/connectors/EventCatalogue.h"
 #include "tests/support/RecordedHost.h"
 
+#include <gmock/gmock.h>
+
 #include <csignal>
+#include <sstream>
+#include <stdexcept>
 #include <thread>
 
 #if defined(__unix__)
@@ -172,6 +176,39 @@ TEST_F(RecordedFilesTest, SlowDiskKeepsMemoryBounded)
     EXPECT_EQ(Recordings::Difference(files.back()), "");
     EXPECT_GT(CountOf("# lost: "), 0U);
     EXPECT_EQ(CountOf("# lost: "), files.size() - 1);
+}
+
+TEST_F(RecordedFilesTest, AFunctionGetsTheLinesInPlaceOfFiles)
+{
+    std::string lines;
+    bool throws = false;
+    options.sink = [&](const std::string& more) {
+        if (throws)
+            throw std::runtime_error("no");
+        lines += more;
+    };
+    BeginWithConnectors();
+    panel->act = [this] { recorder->Note("inside"); };
+    Call();
+    recorder->Note("outside");
+    recorder->Flush();
+    EXPECT_FALSE(std::filesystem::exists(recordings.Folder()));
+    EXPECT_LT(lines.find("\"notification\""), lines.find("# inside\n"));
+    EXPECT_LT(lines.find("# inside\n"), lines.find("# outside\n"));
+    std::istringstream played(lines);
+
+    throws = true;
+    Call();
+    recorder->Flush();
+    EXPECT_EQ(troubles.size(), 1u);
+    throws = false;
+    lines.clear();
+    Call();
+    recorder->Flush();
+    EXPECT_THAT(lines, testing::HasSubstr("were lost\n")) << "and the state is there again";
+    EXPECT_THAT(lines, testing::HasSubstr("{\"create\":\"library\"}"));
+    End();
+    EXPECT_EQ(Recordings::Difference(played), "");
 }
 
 }  // namespace

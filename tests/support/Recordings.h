@@ -63,6 +63,10 @@ public:
     static std::string Difference(const std::filesystem::path& file)
     {
         std::ifstream stream(file, std::ios::binary);
+        return Difference(stream);
+    }
+    static std::string Difference(std::istream& stream)
+    {
         Session::SessionCheck check;
         try {
             Session::PlaySession(stream, Session::Style::kSession, check);
