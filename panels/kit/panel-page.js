@@ -16,13 +16,16 @@ const longWork = 600000; // milliseconds without a word, for work that takes its
 const shortWork = 60000;
 const silentWork = 10000; // for what hosts need not answer
 
+const askedText = (canAsk) =>
+    canAsk ? 'The host was asked how things stand.' : 'Look at the host, and read again what matters.';
+
 const connectionTexts = {
     open: ({ pageID }) => `Connected as ${pageID}.`,
     waiting: () => 'The connection is lost and made again. What you see may be out of date; actions wait.',
     gap: ({ canAsk }) =>
-        `Connected again, but news was lost: what you see may be out of date. ${
-            canAsk ? 'The host was asked how things stand.' : 'Look at the host, and read again what matters.'
-        }`,
+        `Connected again, but news was lost: what you see may be out of date. ${askedText(canAsk)}`,
+    garbled: ({ canAsk }) =>
+        `The host told what cannot be read: what you see may be out of date. ${askedText(canAsk)}`,
     anew: ({ pageID }) => `Connected as ${pageID}. The host has told how things stand now.`,
     empty: ({ detail }) => `Connected, but what there is did not come: ${detail}`,
     closed: ({ detail, pageID }) =>
@@ -37,6 +40,7 @@ export class PanelPage {
     #strip;
     #isUsable = false;
     #isStale = false; // news was lost, and nobody has told how things stand
+    #isAsking = false;
     #connection = document.getElementById('connection');
     #reload = element('button', { type: 'button', textContent: 'Reload', onclick: () => location.reload() });
 
@@ -73,6 +77,7 @@ export class PanelPage {
             this.#panel = await connectPanel(this.#kind, {
                 connection: (event, detail) => this.#connectionChanged(event, detail),
                 state: (state) => this.#stateCame(state),
+                problem: (error, { xml }) => this.#problem(error, xml !== undefined),
             });
         } catch (error) {
             return this.#connectionChanged('closed', error.message);
@@ -80,12 +85,28 @@ export class PanelPage {
         this.#panel.on('*', (message, type) => this.#heard(shortName(type), message));
         this.#strip.note = this.#on.unknown;
         this.#connectionChanged('open');
-        if (!this.#canAsk) return;
+        this.#ask();
+    }
+
+    /** Asks what there is. */
+    async #ask() {
+        if (!this.#canAsk || this.#isAsking) return;
+        this.#isAsking = true;
         try {
             this.#heard('requestInitInfoStatus', await this.#panel.request('requestInitInfo'));
         } catch (error) {
             this.#say('empty', errorText(error));
         }
+        this.#isAsking = false;
+    }
+
+    /** A notification that cannot be read is lost, and nobody tells it again. */
+    #problem(error, isNews) {
+        console.error(error);
+        if (!isNews) return;
+        this.#isStale = true;
+        this.#say('garbled');
+        this.#ask();
     }
 
     get #canAsk() {
