@@ -100,7 +100,7 @@ export class Desk {
     /** Opens a page in a window of its own: browsers draw tabs that are behind others once a second. */
     async open(path, wishes = {}) {
         const page = await this.#window(wishes);
-        const complain = (text) => this.errors.push(`${path}: ${text}`);
+        const complain = (text) => this.errors.push(`${path}: ${String(text).split('\n')[0]}`);
         page.on('pageerror', complain);
         page.on('console', (message) => message.type() === 'error' && complain(message.text()));
         return this.#goTo(page, path);
