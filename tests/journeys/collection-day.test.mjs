@@ -3,7 +3,7 @@
 import { checkTraffic, journey, playDay, rowOf, sessionFile, shoot } from './desk.mjs';
 
 const clip = '/media/day1/A002_C001.mov';
-const ended = (status, work) => (page) => page.locator(`.task[data-status=${status}]`).filter({ hasText: work });
+const failed = (hasText) => (page) => page.locator('.task[data-status=failed]').filter({ hasText });
 const sent = (text) => (page) => page.locator('.task-last').getByText(text);
 const head = (page, name) => page.getByRole('columnheader', { name });
 
@@ -14,11 +14,11 @@ const steps = [
             ...{ Files: `${clip}\nA002_C002.mov`, 'Copy them to a folder': true },
             ...{ 'Folder for copies': '/backup/day1', 'Verify the copies': true, 'Verify by': 'MD5' },
         },
-        shows: ended('failed', 'A002_C002.mov: Nothing is there'),
+        shows: failed('A002_C002.mov: Nothing is there'),
     },
     {
         ...{ request: 'ReadXMPFromCache', rows: [clip], choose: 'Read XMP of project' },
-        shows: ended('failed', 'Read it from disk'),
+        shows: failed('Read it from disk'),
     },
     {
         ...{ request: 'ReadXMPFromDisk', rows: [clip], choose: 'Read XMP from disk' },
@@ -29,8 +29,9 @@ const steps = [
         ...{ confirm: 'Add column', shows: (page) => head(page, 'Scene') },
     },
     {
-        ...{ request: 'UpdateDynamicColumnFields', rows: [clip], choose: 'Fill in …', fields: { Scene: '12A' } },
-        ...{ confirm: 'Fill in', shows: (page) => rowOf(page, clip).filter({ hasText: '12A' }) },
+        ...{ request: 'UpdateDynamicColumnFields', rows: [clip], choose: 'Fill in …' },
+        ...{ fields: { Scene: '12A' }, confirm: 'Fill in' },
+        shows: (page) => rowOf(page, clip).filter({ hasText: '12A' }),
     },
     {
         ...{ request: 'DeleteDynamicColumns', choose: 'Delete column …', fields: { Column: 'Scene' } },

@@ -61,7 +61,8 @@ class Tool {
 
     /** Until the session that is played waits for a request. */
     waitsFor(name) {
-        return this.until(({ state }) => state.play.waitsFor?.endsWith(`.${name}`), `play to wait for ${name}`);
+        const waits = ({ state }) => state.play.waitsFor?.endsWith(`.${name}`);
+        return this.until(waits, `play to wait for ${name}`);
     }
 }
 
@@ -75,6 +76,11 @@ export class Desk {
     #exit;
 
     async start(args) {
+        const isRoot = process.getuid() === 0; // for whom Chromium has no sandbox
+        browser ??= await chromium.launch({
+            executablePath: process.env.CHROMIUM,
+            chromiumSandbox: !isRoot,
+        });
         this.#process = spawn(process.env.DESK, args, { stdio: ['ignore', 'pipe', 'inherit'] });
         this.#exit = once(this.#process, 'exit');
         let printed = '';
@@ -83,31 +89,28 @@ export class Desk {
             if (printed.includes('\n')) break;
         }
         this.#address = new URL(/http:\S+/.exec(printed)[0]);
-        const isRoot = process.getuid() === 0; // for whom Chromium has no sandbox
-        browser ??= await chromium.launch({ executablePath: process.env.CHROMIUM, chromiumSandbox: !isRoot });
         // A script as the page does nothing by itself.
-        const page = await this.#goTo(await this.#window({}), `/desk/tools.js${this.#address.hash}`);
+        const page = await this.#goTo(await this.#window(), `/desk/tools.js${this.#address.hash}`);
         this.tool = await new Tool().begin(page);
         this.#storageState = await page.context().storageState();
-        return this;
     }
 
     /** @returns {Promise<number>} With what the desk ended. */
     get exitCode() {
-        return this.#exit.then(([code]) => code);
+        return this.#exit?.then(([code]) => code);
     }
 
     /** Opens a page in a window of its own: browsers draw tabs that are behind others once a second. */
-    async open(path, wishes = {}) {
-        const page = await this.#window(wishes);
+    async open(path) {
+        const page = await this.#window();
         const complain = (text) => this.errors.push(`${path}: ${String(text).split('\n')[0]}`);
         page.on('pageerror', complain);
         page.on('console', (message) => message.type() === 'error' && complain(message.text()));
         return this.#goTo(page, path);
     }
 
-    async #window(wishes) {
-        const context = await browser.newContext({ ...wishes, storageState: this.#storageState });
+    async #window() {
+        const context = await browser.newContext({ storageState: this.#storageState });
         this.#contexts.push(context);
         return context.newPage();
     }
@@ -119,8 +122,8 @@ export class Desk {
     }
 
     /** Opens a page that connects, and waits until it has. */
-    async openConnected(path, wishes) {
-        const page = await this.open(path, wishes);
+    async openConnected(path) {
+        const page = await this.open(path);
         await connectionOf(page, 'open');
         return page;
     }
@@ -132,7 +135,7 @@ export class Desk {
 
     async end() {
         for (const context of this.#contexts) await context.close();
-        if (this.#process.exitCode === null) this.#process.kill('SIGINT');
+        if (this.#process?.exitCode === null) this.#process.kill('SIGINT');
         return this.exitCode;
     }
 }
@@ -143,9 +146,10 @@ export class Desk {
  */
 export function journey(title, args, go) {
     test(title, { timeout: limit }, async () => {
-        const desk = await new Desk().start(args);
+        const desk = new Desk();
         let code;
         try {
+            await desk.start(args);
             await go(desk);
         } catch (error) {
             if (desk.errors.length > 0) error.message += `\npages complained: ${desk.errors.join('\n')}`;
@@ -158,9 +162,8 @@ export function journey(title, args, go) {
     });
 }
 
-/** Waits until the page says of its connection that it is so. */
-export const connectionOf = (page, ...events) =>
-    page.locator(events.map((event) => `#connection[data-event=${event}]`).join()).waitFor();
+/** Waits until the page says so of its connection. */
+export const connectionOf = (page, event) => page.locator(`#connection[data-event=${event}]`).waitFor();
 
 export const button = (place, name) => place.getByRole('button', { name, exact: true });
 export const rowOf = (page, key) => page.locator(`[role=row][data-key=${JSON.stringify(key)}]`);
@@ -169,8 +172,10 @@ async function fillIn(dialog, fields) {
     for (const [label, value] of Object.entries(fields)) {
         const field = dialog.getByLabel(label, { exact: true });
         if (typeof value === 'boolean') await field.setChecked(value);
-        else if (await field.evaluate(({ localName }) => localName === 'select')) await field.selectOption(value);
-        else await field.fill(value);
+        else {
+            const isChoice = await field.evaluate(({ localName }) => localName === 'select');
+            await (isChoice ? field.selectOption(value) : field.fill(value));
+        }
     }
 }
 
@@ -187,8 +192,8 @@ export async function act(page, { rows = [], choose, fields, confirm }) {
 }
 
 /**
- * Does each of the steps when play waits for its request, and waits for what it shows; then for what play waits
- * for next, or for the end.
+ * Does each of the steps when play waits for its request, and waits for what it shows; then until play waits
+ * for another request, or has ended.
  */
 export async function playDay(page, tool, steps, next) {
     for (const { request, shows, ...what } of steps) {
@@ -196,28 +201,30 @@ export async function playDay(page, tool, steps, next) {
         await act(page, what);
         await shows(page).waitFor();
     }
-    await (next ? tool.waitsFor(next) : tool.until(({ state }) => state.play.isEnded, 'the end of the session'));
+    if (next !== undefined) await tool.waitsFor(next);
+    else await tool.until(({ state }) => state.play.isEnded, 'the end of the session');
     assert.equal(tool.state.play.problem, null);
 }
 
 /** Sees in the traffic view what a page asked for, and that a connector took it. */
 export async function checkTraffic(traffic, tool, by, names) {
-    // The desk itself answers what there is.
-    const isOwn = ({ line }) => line.panel?.endsWith('.requestInitInfo');
-    const unhandled = tool.entries.filter((entry) => entry.marks?.includes('unhandled') && !isOwn(entry));
-    assert.deepEqual(unhandled, []);
     await traffic.getByRole('combobox', { name: 'Who', exact: true }).selectOption(by);
     const list = traffic.getByRole('grid', { name: 'Traffic' });
     for (const name of names) {
         await traffic.getByRole('searchbox', { name: 'Find' }).fill(name);
         await list.getByRole('row').filter({ hasText: name }).filter({ hasText: by }).first().waitFor();
     }
+    // The desk itself answers what there is.
+    const isOwn = ({ line }) => /\.requestInitInfo\b/.test(line.panel ?? line.note);
+    const unhandled = tool.entries.filter((entry) => entry.marks?.includes('unhandled') && !isOwn(entry));
+    assert.deepEqual(unhandled, []);
 }
 
 /** The host ingests files, ten seconds long. */
 export function tellClips(tool, paths) {
     const [task, frame] = [randomUUID(), 10160640000];
-    const items = paths.map((filePath) => ({ filePath, startTime: 0, endTime: 250 * frame, frameRate: frame }));
+    const rest = { startTime: 0, endTime: 250 * frame, frameRate: frame };
+    const items = paths.map((filePath) => ({ filePath, ...rest }));
     return tool.do('callback', { callback: 'OnIngestItemsReady', args: [task, task, task, items, {}] });
 }
 
@@ -232,16 +239,18 @@ export async function answer(tool, what, callback, argsOf) {
 export async function checkAccess(page, what) {
     await page.evaluate(axeSource);
     const found = await page.evaluate(async () => {
-        const how = { resultTypes: ['violations'], preload: false }; // it would load styles against the policy
-        return (await window.axe.run(how)).violations;
+        // Preloading fetches styles against the policy.
+        const { violations } = await window.axe.run({ resultTypes: ['violations'], preload: false });
+        return violations;
     });
     const faults = found
         .filter(({ impact }) => ['serious', 'critical'].includes(impact))
-        .flatMap(({ id, nodes }) => nodes.map(({ target, failureSummary }) => `${id}: ${target} ${failureSummary}`));
+        .flatMap(({ nodes }) => nodes.map(({ target, failureSummary }) => `${target}: ${failureSummary}`));
     assert.deepEqual(faults, [], what);
 }
 
 /** A picture of the page in build/journeys, where pictures are wished for. */
 export async function shoot(page, name) {
-    if (process.env.JOURNEY_SHOTS) await page.screenshot({ path: pathOf(`../../build/journeys/${name}.png`) });
+    const path = pathOf(`../../build/journeys/${name}.png`);
+    if (process.env.JOURNEY_SHOTS) await page.screenshot({ path });
 }

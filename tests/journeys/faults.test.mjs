@@ -5,6 +5,7 @@ import { act, answer, journey, rowOf, tellClips } from './desk.mjs';
 
 const [first, second, third] = ['/media/one.mov', '/media/two.mov', '/media/three.mov'];
 const browserID = 'panel-1';
+const answers = 'OnGetMediaPropertyInfoStatus';
 const noBack = /no panel panel-1 is connected/;
 
 /** `isLost`: what was told does not come again, so the page asks, and says what it lacks. */
@@ -17,7 +18,8 @@ const faults = [
     { kind: 'disconnect', past: 'disconnected', percent: 50 }, // with 100 it never comes back
 ];
 
-const hasMark = (mark) => ({ entries }) => entries.some(({ marks }) => marks?.some((each) => each.startsWith(mark)));
+const hasMark = (mark) => ({ entries }) =>
+    entries.some(({ marks = [] }) => marks.some((each) => each.startsWith(mark)));
 
 /** A page that is away has none to end: then when it is back. */
 async function endFaults(tool) {
@@ -47,13 +49,15 @@ for (const { kind, past, percent = 100, isLost = false } of faults)
         if (!isLost) {
             for (const clip of [first, second]) await rowOf(library, clip).waitFor();
             await library.locator('.task[data-status=running]').waitFor({ state: 'detached' });
-            const asked = tool.entries.filter(({ line }) => line.panel?.endsWith('.OpenIngestDialog'));
-            assert.equal(asked.length, 1);
         }
         assert.equal(await library.locator('.task[data-status=failed]').count(), 0);
         await act(library, { rows: [third], choose: 'Get properties' });
-        await answer(tool, 'GetMediaPropertyInfo', 'OnGetMediaPropertyInfoStatus', ({ taskID, msgID }) =>
+        await answer(tool, 'GetMediaPropertyInfo', answers, ({ taskID, msgID }) =>
             [taskID, msgID, 0, { filePath: third, duration: 50 * 10160640000, frameRate: 10160640000 }]);
         await rowOf(library, third).filter({ hasText: '00:00:02:00' }).waitFor();
+
+        await tool.until(({ entries }) => entries.some(({ line }) => line.callback === answers), 'the answer');
+        const asked = tool.entries.filter(({ line }) => line.panel?.endsWith('.OpenIngestDialog'));
+        assert.equal(asked.length, 1);
         if (isLost) desk.forgive(/cannot be read/);
     });

@@ -3,7 +3,7 @@
 import assert from 'node:assert/strict';
 import { execFile } from 'node:child_process';
 import { promisify } from 'node:util';
-import { button, journey, rowOf, shoot, tellClips } from './desk.mjs';
+import { button, connectionOf, journey, rowOf, shoot, tellClips } from './desk.mjs';
 
 const clip = '/media/day1/A001_C001.mov';
 
@@ -23,7 +23,7 @@ journey('the end of the host is refused, then granted', [], async (desk) => {
     await library.getByLabel('Keep open').uncheck();
     await exit(host);
     assert.equal(await desk.exitCode, 0);
-    for (const page of [library, host]) await page.locator('#connection[data-event=waiting]').waitFor();
+    for (const page of [library, host]) await connectionOf(page, 'waiting');
     desk.forgive(/ERR_CONNECTION_REFUSED/);
 });
 
@@ -49,7 +49,9 @@ journey('a saved selection stands alone', [], async (desk) => {
     await list.getByText('QueryMediaPropertyInfo').first().waitFor();
     await list.getByText('OnIngestItemsReady').first().click();
     await list.getByText('QueryMediaPropertyInfo').first().click({ modifiers: ['Shift'] });
-    const [file] = await Promise.all([traffic.waitForEvent('download'), button(traffic, 'Save selection').click()]);
+    const download = traffic.waitForEvent('download');
+    await button(traffic, 'Save selection').click();
+    const file = await download;
     await traffic.getByText('The file stands alone').waitFor();
     assert.match(file.suggestedFilename(), /^session-\d+-\d+\.jsonl$/);
     await promisify(execFile)(process.env.ASSET_CONNECTOR, ['replay', '--check', await file.path()]);

@@ -4,7 +4,8 @@ import assert from 'node:assert/strict';
 import { checkTraffic, journey, playDay, sessionFile, shoot } from './desk.mjs';
 import { first, preview, renamed, steps } from './library-steps.mjs';
 
-journey('a day at the library panel', ['--play', sessionFile('library-day'), '--speed', '20'], async (desk) => {
+const args = ['--play', sessionFile('library-day'), '--speed', '20'];
+journey('a day at the library panel', args, async (desk) => {
     const library = await desk.openConnected('/library/');
     const traffic = await desk.openConnected('/traffic/');
     const { tool } = desk;

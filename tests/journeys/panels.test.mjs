@@ -21,5 +21,6 @@ journey('an answer is for who asked', [], async (desk) => {
     for (const page of [asker, other]) await rowOf(page, later).waitFor();
     assert.equal(await other.getByText('/cache/thumbs/one.png').count(), 0);
     await other.getByText(/begun by panel-1/).waitFor({ state: 'detached' });
-    for (const page of [asker, other]) assert.equal(await page.locator('.task[data-status=failed]').count(), 0);
+    for (const page of [asker, other])
+        assert.equal(await page.locator('.task[data-status=failed]').count(), 0);
 });

@@ -3,7 +3,8 @@
 import { connectionOf, journey, playDay, rowOf, sessionFile } from './desk.mjs';
 import { first, second, steps } from './library-steps.mjs';
 
-journey('a day goes on behind a reload', ['--play', sessionFile('library-day'), '--speed', '20'], async (desk) => {
+const args = ['--play', sessionFile('library-day'), '--speed', '20'];
+journey('a day goes on behind a reload', args, async (desk) => {
     const library = await desk.openConnected('/library/');
     const { tool } = desk;
     await playDay(library, tool, steps.slice(0, 2), 'RequestThumbnail');
