@@ -17,6 +17,9 @@ journey('a day at the library panel', args, async (desk) => {
     await shoot(library, 'library-day');
 
     await checkTraffic(traffic, tool, 'panel-1', steps.map(({ request }) => request));
+    // The page says of a thumbnail where its clip is from, too.
+    const marks = tool.entries.flatMap(({ marks = [] }) => marks);
+    assert.deepEqual(marks.filter((mark) => /^difference: (?!.* was left out,)/.test(mark)), []);
     assert.doesNotMatch(JSON.stringify(tool.entries), /never shown/);
     await shoot(traffic, 'library-day-traffic');
 });

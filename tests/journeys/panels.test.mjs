@@ -10,16 +10,15 @@ journey('an answer is for who asked', [], async (desk) => {
     const { tool } = desk;
     await tellClips(tool, [clip]);
     for (const page of [asker, other]) await rowOf(page, clip).click();
-    const thumbnail = { choose: 'Request thumbnail …', fields: {}, confirm: 'Request thumbnail' };
-    await act(asker, thumbnail);
-    await other.getByText(/Thumbnail.* begun by panel-1/).waitFor();
-    await answer(tool, 'RequestThumbnail', 'OnRequestThumbnailStatus', ({ taskID, msgID }) =>
-        [taskID, msgID, 0, clip, taskID, 508032000000, '/cache/thumbs/one.png', taskID, taskID]);
-    await asker.getByText('/cache/thumbs/one.png').waitFor();
+    await act(asker, { choose: 'Read XMP' });
+    await other.getByText('Read XMP, begun by panel-1').waitFor();
+    await answer(tool, 'ImportXMP', 'OnReadXMPFinished', ({ taskID, msgID }) =>
+        [taskID, msgID, 0, clip, taskID, {}, '<packet/>', '', '', taskID, taskID, [], null]);
+    await asker.locator('#details').getByText('<packet/>').waitFor();
 
     await tellClips(tool, [later]);
     for (const page of [asker, other]) await rowOf(page, later).waitFor();
-    assert.equal(await other.getByText('/cache/thumbs/one.png').count(), 0);
+    assert.equal(await other.locator('#details').getByText('<packet/>').count(), 0);
     await other.getByText(/begun by panel-1/).waitFor({ state: 'detached' });
     for (const page of [asker, other])
         assert.equal(await page.locator('.task[data-status=failed]').count(), 0);
