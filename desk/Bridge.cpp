@@ -13,6 +13,9 @@
 namespace Desk {
 namespace {
 
+/// More than pass while one is held.
+constexpr std::size_t kMostUnderWay = 4096;
+
 std::string FreshID()
 {
     return ferrite::utility::UTF16to8(ferrite::utility::Guid::CreateUnique().AsString());
@@ -20,14 +23,14 @@ std::string FreshID()
 
 nlohmann::json FaultsOf(const Disturbance& toPage, const Disturbance& fromPage)
 {
-    const Faults::Settings& settings = toPage.GetFaults().GetSettings();
+    const Faults::Settings& settings = toPage.GetSettings();
     nlohmann::json kinds = nlohmann::json::array();
     for (const Fault kind : settings.kinds)
         kinds.push_back(NameOf(kind));
     return {{"seed", settings.seed},
             {"percent", settings.percent},
             {"kinds", kinds},
-            {"count", toPage.GetFaults().Count() + fromPage.GetFaults().Count()}};
+            {"count", toPage.Count() + fromPage.Count()}};
 }
 
 /// Calls Link::ReadOn at the end, whatever happens.
@@ -101,6 +104,7 @@ void Bridge::Take(const LinkRef& link, const Hello& hello)
         if (session->link)
             session->link->Close(Closing::kElsewhere, "the page is connected elsewhere");
         mSessions.splice(mSessions.end(), mSessions, session);
+        session->underWay.clear();  // the page raises them again
     } else {
         session = BeginSession(hello.kind);
     }
@@ -109,6 +113,7 @@ void Bridge::Take(const LinkRef& link, const Hello& hello)
     link->Send(WriteWelcome(
         {session->id, session->origin.browserID, mHost.Handles(), isResumed, number, session->heard}));
     mLog.ForEachBehind(number, [&link](const Frame& frame) { link->Send(frame); });
+    mState.reset();  // this page was told none
     SendState();
     mHost.OnPanel();
 }
@@ -120,6 +125,10 @@ void Bridge::Take(const LinkRef& link, const Raise& raise)
         return link->Close(Closing::kPolicy, "the first frame must be a hello");
     if (!session->fromPage)
         return Receive(link, raise);
+    if (raise.number > session->heard)
+        session->underWay.insert(raise.number);
+    if (session->underWay.size() > kMostUnderWay)
+        session->underWay.erase(session->underWay.begin());  // dropped
     const boost::shared_ptr<Disturbance> disturbance = session->fromPage;
     disturbance->Take([this, link, raise](Faults* faults) {
         Receive(link, {raise.type, faults == nullptr ? raise.xml : faults->Garbled(raise.xml), raise.number});
@@ -129,9 +138,12 @@ void Bridge::Take(const LinkRef& link, const Raise& raise)
 void Bridge::Receive(const LinkRef& link, const Raise& raise)
 {
     const auto session = FindByLink(link);
-    if (session == mSessions.end() || raise.number <= session->heard)
-        return;  // gone meanwhile; or sent again, since the page had not been told
-    session->heard = raise.number;
+    if (session == mSessions.end())
+        return;  // gone meanwhile
+    const bool isOvertaken = session->underWay.erase(raise.number) > 0;
+    if (raise.number <= session->heard && !isOvertaken)
+        return;  // sent again, since the page had not been told
+    session->heard = std::max(session->heard, raise.number);
     link->Send(WriteHeard(raise.number));
     const Origin asker = session->origin;  // the session may end meanwhile
     mHost.Raise(asker, raise.type, raise.xml);
@@ -169,7 +181,7 @@ Bridge::Sessions::iterator Bridge::FindResumed(const Hello& hello)
 Bridge::Sessions::iterator Bridge::BeginSession(PanelKind kind)
 {
     const std::string browserID = "panel-" + std::to_string(++mPanelCount);
-    return mSessions.insert(mSessions.end(), {FreshID(), {kind, browserID}, 0, {}, {}, {}});
+    return mSessions.insert(mSessions.end(), {FreshID(), {kind, browserID}, 0, {}, {}, {}, {}});
 }
 
 Bridge::Sessions::iterator Bridge::FindByLink(const LinkRef& link)
@@ -194,6 +206,9 @@ Frame Bridge::StateFrame() const
 void Bridge::SendState()
 {
     const Frame frame = StateFrame();
+    if (mState && *mState == *frame)
+        return;
+    mState = frame;
     for (const Session& session : mSessions)
         if (session.link)
             session.link->Send(frame);

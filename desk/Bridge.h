@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <list>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -52,7 +53,7 @@ public:
     /// more. \return False when no such page is connected.
     bool Disturb(const std::string& browserID, const Faults::Settings& settings);
 
-    /// Tells each page how things stand.
+    /// Tells each page how things stand, unless they stand as they did.
     void SendState();
 
 private:
@@ -61,6 +62,7 @@ private:
         std::string id;
         Origin origin;
         std::uint64_t heard = 0;                          ///< The number of the last request.
+        std::set<std::uint64_t> underWay;                 ///< Requests that later ones may overtake.
         LinkRef link;                                     ///< Null while the page is away.
         boost::shared_ptr<Disturbance> toPage, fromPage;  ///< Null: nothing disturbs it.
     };
@@ -92,6 +94,7 @@ private:
     NotificationLog mLog;
     Sessions mSessions;  ///< Those away in the order in which they went, then the connected ones.
     std::uint64_t mPanelCount = 0;
+    Frame mState;  ///< What all pages were told last.
 };
 
 }  // namespace Desk

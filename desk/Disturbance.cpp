@@ -2,6 +2,7 @@
 
 #include <boost/weak_ptr.hpp>
 
+#include <exception>
 #include <utility>
 
 namespace Desk {
@@ -13,12 +14,13 @@ void Disturbance::Take(const Pass& pass)
         return fault ? Happen(*fault, pass) : pass(nullptr);
     if (!mIsUntilNext)
         return mHeld.push_back(pass);
-    pass(nullptr);
+    mHeld.push_front(pass);
     Flush();
 }
 
 void Disturbance::Happen(Fault fault, const Pass& pass)
 {
+    ++mCount;
     mMark(std::string("fault: ") + PastOf(fault));
     switch (fault) {
         case Fault::kDrop:
@@ -40,16 +42,24 @@ void Disturbance::Hold(const Pass& pass, bool untilNext)
 {
     mHeld.push_back(pass);
     mIsUntilNext = untilNext;
-    mTimer.PostAfter(kHeld, [weak = weak_from_this()] {
-        if (const auto self = weak.lock())
+    mTimer.PostAfter(kHeld, [weak = weak_from_this(), number = ++mHolds] {
+        if (const auto self = weak.lock(); self && self->mHolds == number)
             self->Flush();
     });
 }
 
 void Disturbance::Flush()
 {
-    for (const Pass& pass : std::exchange(mHeld, {}))
-        pass(nullptr);
+    std::exception_ptr thrown;
+    for (const Pass& pass : std::exchange(mHeld, {})) {
+        try {
+            pass(nullptr);
+        } catch (...) {  // what is behind it passes all the same
+            thrown = std::current_exception();
+        }
+    }
+    if (thrown)
+        std::rethrow_exception(thrown);
 }
 
 }  // namespace Desk

@@ -7,6 +7,7 @@
 #include <boost/smart_ptr/enable_shared_from_this.hpp>
 
 #include <chrono>
+#include <cstdint>
 #include <deque>
 #include <string>
 
@@ -34,12 +35,16 @@ public:
     {
     }
 
+    /// \throws What passing throws; the last of several.
     void Take(const Pass& pass);
 
-    /// Lets pass what is held.
+    /// Lets pass what is held. \throws As Take.
     void Flush();
 
-    const Faults& GetFaults() const noexcept { return mFaults; }
+    const Faults::Settings& GetSettings() const noexcept { return mFaults.GetSettings(); }
+
+    /// \return How many faults have happened.
+    std::uint64_t Count() const noexcept { return mCount; }
 
 private:
     void Happen(Fault fault, const Pass& pass);
@@ -51,6 +56,8 @@ private:
     const boost::function<void(const std::string&)> mMark;
     std::deque<Pass> mHeld;
     bool mIsUntilNext = false;  ///< What is held comes behind the next one.
+    std::uint64_t mHolds = 0;   ///< How often something began to be held.
+    std::uint64_t mCount = 0;
 };
 
 }  // namespace Desk

@@ -50,7 +50,6 @@ std::optional<Fault> Faults::Next()
     const std::uint32_t which = Below(std::max<std::size_t>(mSettings.kinds.size(), 1));
     if (!happens || mSettings.kinds.empty())
         return std::nullopt;
-    ++mCount;
     return mSettings.kinds[which];
 }
 

@@ -49,14 +49,11 @@ public:
     /// \return The text cut somewhere, with damage before.
     std::string Garbled(const std::string& text);
 
-    std::uint64_t Count() const noexcept { return mCount; }
-
 private:
     std::uint32_t Below(std::size_t limit);
 
     Settings mSettings;
     std::mt19937 mRandom;  ///< The same numbers everywhere, as distributions are not.
-    std::uint64_t mCount = 0;
 };
 
 }  // namespace Desk

@@ -82,10 +82,10 @@ PageFrame ReadCommand(const Json& json)
 {
     std::optional<std::string> name = TextOf(json, "do");
     const std::optional<std::uint64_t> number = NumberOf(json, "number");
-    const Json with = json.value("with", Json::object());
+    Json with = json.value("with", Json::object());
     if (!name || !number || !with.is_object())
         return FrameFault{"a command without name or number, or with what is no object"};
-    return Command{std::move(*name), with, *number};
+    return Command{std::move(*name), std::move(with), *number};
 }
 
 Frame Write(const Json& json)

@@ -5,9 +5,11 @@
 
 namespace Desk {
 
+using ferrite::utility::Guid;
+
 std::optional<Origin> LiveWork::AskerOf(const std::string& message) const
 {
-    const auto found = mAskers.find(message);
+    const auto found = mAskers.find(Guid::StringToGUID(ferrite::utility::UTF8to16(message)));
     return found == mAskers.end() ? std::nullopt : std::optional(found->second);
 }
 
@@ -16,14 +18,13 @@ void LiveWork::Handle(const Origin& asker, const std::string& type, const std::s
     mAnswers.Answer(*mHost, asker, type, xml);
 }
 
-void LiveWork::Remember(const ferrite::utility::Guid& message)
+void LiveWork::Remember(const Guid& message)
 {
     const Origin* const asker = mHost->Asker();
-    if (asker == nullptr)
+    if (asker == nullptr || message.IsZero())
         return;
-    const std::string id = ferrite::utility::UTF16to8(message.AsString());
-    if (mAskers.insert_or_assign(id, *asker).second)
-        mOrder.push_back(id);
+    if (mAskers.try_emplace(message, *asker).second)
+        mOrder.push_back(message);
     if (mOrder.size() > kMostAskers) {
         mAskers.erase(mOrder.front());
         mOrder.pop_front();

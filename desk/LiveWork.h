@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assetconnector/host/ferrite/Guid.h"
 #include "desk/OwnAnswers.h"
 #include "desk/Work.h"
 
@@ -24,7 +25,8 @@ public:
     void Handle(const Origin& asker, const std::string& type, const std::string& xml) override;
 
 private:
-    /// Notes who asked, by the message of each call.
+    /// Notes who asked, by the message of each call; a later one with the same, such as a cancel, changes
+    /// nothing.
     struct Hook
     {
         template <class... Rest>
@@ -44,8 +46,8 @@ private:
 
     const OwnAnswers& mAnswers;
     LiveHost* mHost = nullptr;
-    std::map<std::string, Origin> mAskers;  ///< By message id.
-    std::deque<std::string> mOrder;         ///< Of the message ids.
+    std::map<ferrite::utility::Guid, Origin> mAskers;  ///< By message id.
+    std::deque<ferrite::utility::Guid> mOrder;         ///< Of the message ids.
     Hook mHook{*this};
     ReferenceHost::ForwardingDispatcher<Hook> mDispatcher{mHook};
 };

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <set>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -16,6 +17,8 @@ using Session::Json;
 
 constexpr std::size_t kMostTasks = 1000;    ///< The oldest goes.
 constexpr std::size_t kMostAssets = 20000;  ///< Of each kind.
+constexpr std::size_t kMostAssetBytes = std::size_t{32} << 20;
+constexpr std::size_t kMostColumns = 1000;  ///< The newest stay out.
 
 /// \return The id in the header of a notification's text; empty without one.
 std::string HeaderID(std::string_view xml, std::string_view element)
@@ -164,18 +167,22 @@ void Overview::TakePost(const Json& line)
 {
     const std::string name = TextOf(line["post"]);
     const Json payload = line.value("payload", Json());
-    const auto remove = [this](const Json& id) {
-        for (auto column = mColumns.begin(); column != mColumns.end();)
-            column = (*column)["id"] == id ? mColumns.erase(column) : column + 1;
+    const auto remove = [this](const std::set<Json>& ids) {
+        mColumns.erase(std::remove_if(mColumns.begin(), mColumns.end(),
+                                      [&ids](const Json& column) { return ids.count(column.at("id")) != 0; }),
+                       mColumns.end());
     };
-    if (name == "Ridge::InsertDynamicColumnsMessage" && payload.is_array() && !payload.empty())
-        for (const Json& column : payload[0]) {
-            remove(column.at(0));
-            mColumns.push_back({{"id", column.at(0)}, {"name", column.at(1)}});
-        }
-    else if (name == "Ridge::DeleteDynamicColumnsMessage")
-        for (const Json& id : payload)
-            remove(id);
+    if (name == "Ridge::InsertDynamicColumnsMessage" && payload.is_array() && !payload.empty()) {
+        std::set<Json> ids;
+        for (const Json& column : payload[0])
+            ids.insert(column.at(0));
+        remove(ids);
+        for (const Json& column : payload[0])
+            if (mColumns.size() < kMostColumns && ids.erase(column.at(0)) != 0)
+                mColumns.push_back({{"id", column.at(0)}, {"name", column.at(1)}});
+    } else if (name == "Ridge::DeleteDynamicColumnsMessage") {
+        remove({payload.begin(), payload.end()});
+    }
 }
 
 void Overview::TakeAssets(const std::string& label, const Json& value)
@@ -219,15 +226,17 @@ void Overview::Begin(Json task)
 
 void Overview::End(const char* member, const std::string& id)
 {
+    const Json wanted = id;
     mTasks.erase(std::remove_if(mTasks.begin(), mTasks.end(),
-                                [member, &id](const Json& task) { return task[member] == id; }),
+                                [&](const Json& task) { return task[member] == wanted; }),
                  mTasks.end());
 }
 
 Json* Overview::FindTask(const char* member, const std::string& id)
 {
-    const auto found = std::find_if(mTasks.begin(), mTasks.end(),
-                                    [member, &id](const Json& task) { return task[member] == id; });
+    const Json wanted = id;
+    const auto found =
+        std::find_if(mTasks.begin(), mTasks.end(), [&](const Json& task) { return task[member] == wanted; });
     return found == mTasks.end() ? nullptr : &*found;
 }
 
@@ -236,13 +245,20 @@ void Overview::Known::Add(const char* key, const Json& value)
     const std::string id = value.is_object() ? TextOf(value.value(key, Json())) : std::string();
     if (id.empty())
         return;
-    const auto [place, isNew] = mPlaces.try_emplace(id, mValues.size());
-    if (!isNew)
-        mValues[place->second].update(value);
-    else if (mValues.size() < kMostAssets)
-        mValues.push_back(value);
-    else
-        mPlaces.erase(place);
+    const auto place = mPlaces.find(id);
+    Json added = place == mPlaces.end() ? Json::object() : mValues[place->second];
+    const std::size_t before = added.empty() ? 0 : Session::DumpJson(added).size();
+    added.update(value);
+    const std::size_t bytes = mBytes - before + Session::DumpJson(added).size();
+    if (bytes > kMostAssetBytes || (place == mPlaces.end() && mValues.size() >= kMostAssets))
+        return;
+    mBytes = bytes;
+    if (place != mPlaces.end()) {
+        mValues[place->second] = std::move(added);
+    } else {
+        mPlaces.emplace(id, mValues.size());
+        mValues.push_back(std::move(added));
+    }
 }
 
 }  // namespace Desk

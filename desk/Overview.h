@@ -17,9 +17,8 @@ class Overview
 public:
     using Json = Session::Json;
 
-    /// \param line An input or an effect. \param by Who caused it, empty where nobody knows. \param request
-    /// The
-    ///        identifier of the request that caused it, likewise.
+    /// \param line An input or an effect. \param by Who caused it, empty where nobody knows.
+    /// \param request The identifier of the request that caused it, likewise.
     void Take(const Json& line, const std::string& by, const std::string& request);
 
     /// \return The members "tasks" and "columns" of the frame "state".
@@ -45,12 +44,14 @@ private:
     class Known
     {
     public:
-        /// An object without the key, or with an empty one, is left out; one that is known takes its members.
+        /// An object without the key, or with an empty one, is left out, and one that there is no room for;
+        /// one that is known takes its members.
         void Add(const char* key, const Json& value);
         const Json& All() const { return mValues; }
 
     private:
         Json mValues = Json::array();
+        std::size_t mBytes = 0;  ///< Of their texts.
         std::unordered_map<std::string, std::size_t> mPlaces;
     };
 

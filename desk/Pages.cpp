@@ -6,6 +6,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 namespace Desk {
 namespace {
@@ -84,13 +85,18 @@ std::optional<Page> Pages::Read(std::string_view requested) const
         return std::nullopt;
     std::error_code error;
     const fs::path path = fs::canonical(mFolder / target.substr(1), error);
-    if (error || !IsBelow(path, mFolder) || !fs::is_regular_file(path, error) ||
-        fs::file_size(path, error) > kLargestFile || error)
+    if (error || !IsBelow(path, mFolder) || !fs::is_regular_file(path, error))
+        return std::nullopt;
+    const std::uintmax_t size = fs::file_size(path, error);
+    if (error || size > kLargestFile)
         return std::nullopt;
     std::ifstream file(path, std::ios::binary);
-    if (!file)
+    std::string content(static_cast<std::size_t>(size), '\0');
+    file.read(content.data(), static_cast<std::streamsize>(size));
+    if (!file.is_open() || file.bad())
         return std::nullopt;
-    return Page{{std::istreambuf_iterator<char>(file), {}}, type};
+    content.resize(static_cast<std::size_t>(file.gcount()));  // it may have become shorter meanwhile
+    return Page{std::move(content), type};
 }
 
 std::string Pages::Version() const
@@ -99,8 +105,14 @@ std::string Pages::Version() const
     std::size_t version = 0;
     int files = 0;
     std::error_code error;
-    for (fs::recursive_directory_iterator each(mFolder, error), end;
-         !error && each != end && ++files < kMostFiles; each.increment(error)) {
+    for (fs::recursive_directory_iterator each(mFolder, fs::directory_options::skip_permission_denied, error),
+         end;
+         !error && each != end && files < kMostFiles; each.increment(error)) {
+        if (each->path().filename().native().front() == '.') {  // nothing below is served
+            each.disable_recursion_pending();
+            continue;
+        }
+        ++files;
         std::error_code gone;
         const auto time = fs::last_write_time(each->path(), gone).time_since_epoch().count();
         const std::size_t parts[] = {fs::hash_value(each->path()), static_cast<std::size_t>(time)};
@@ -116,6 +128,17 @@ Site::Site(const fs::path& pages, const fs::path& author) : mPages(pages)
         mAuthor.emplace(author);
 }
 
+const std::string& Site::AuthorVersion() const
+{
+    constexpr int kShare = 10;
+    const Clock::time_point now = Clock::now();
+    if (now >= mNextLook) {
+        mVersion = mAuthor->Version();
+        mNextLook = Clock::now() + kShare * (Clock::now() - now);
+    }
+    return mVersion;
+}
+
 std::optional<Page> Site::Read(std::string_view target) const
 {
     constexpr std::string_view kFolder = "/panel";
@@ -124,7 +147,7 @@ std::optional<Page> Site::Read(std::string_view target) const
     if (!mAuthor)
         return mPages.Read(target);
     if (target == "/panel-version")
-        return Page{mAuthor->Version(), "text/plain; charset=utf-8"};
+        return Page{AuthorVersion(), "text/plain; charset=utf-8"};
     if (target.substr(0, kFolder.size() + 1) != "/panel/")
         return mPages.Read(target);
     std::optional<Page> page = mAuthor->Read(target.substr(kFolder.size()));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -26,7 +27,7 @@ public:
     /// there. \return Null where nothing is served.
     std::optional<Page> Read(std::string_view target) const;
 
-    /// \return A text that changes when a file in the folder does.
+    /// \return A text that changes when a file in the folder does, of the first 10,000.
     std::string Version() const;
 
 private:
@@ -34,7 +35,7 @@ private:
 };
 
 /// The desk's pages, and below "/panel/" those of a panel under work, which load themselves anew when a file
-/// of theirs changes.
+/// of theirs changes. One thread.
 class Site
 {
 public:
@@ -45,8 +46,16 @@ public:
     std::optional<Page> Read(std::string_view target) const;
 
 private:
+    using Clock = std::chrono::steady_clock;
+
+    /// Looks through the folder for a tenth of the time at most, however large it is: who reads pages waits
+    /// meanwhile.
+    const std::string& AuthorVersion() const;
+
     Pages mPages;
     std::optional<Pages> mAuthor;
+    mutable std::string mVersion;  ///< Of the author's.
+    mutable Clock::time_point mNextLook;
 };
 
 }  // namespace Desk

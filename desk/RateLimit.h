@@ -6,8 +6,8 @@
 
 namespace Desk {
 
-/// How much may come from one page: a bucket of so many frames, which fills again. A long frame counts as
-/// several. Not locked.
+/// How much may come: a bucket of so many frames, which fills again. A long frame counts as several, one that
+/// may not pass as none. Not locked.
 class RateLimit
 {
 public:
@@ -30,8 +30,11 @@ public:
         const double seconds = std::chrono::duration<double>(now - mFilled).count();
         mFilled = now;
         mLeft = std::min(mLimits.burst, mLeft + seconds * mLimits.perSecond);
-        mLeft -= 1 + static_cast<double>(bytes) / kBytesOfOne;
-        return mLeft >= 0;
+        const double cost = 1 + static_cast<double>(bytes) / kBytesOfOne;
+        if (mLeft < cost)
+            return false;
+        mLeft -= cost;
+        return true;
     }
 
 private:

@@ -9,19 +9,26 @@ constexpr std::string_view kSocketTarget = "/socket";
 constexpr std::string_view kSessionTarget = "/session";
 constexpr std::string_view kReportTarget = "/csp-report";
 
-/// \return What a browser's report says, in one line.
+/// \return The member; null without one. Nothing is copied: what nests deeply would take stack.
+const nlohmann::json* MemberOf(const nlohmann::json& json, const char* member)
+{
+    const auto found = json.find(member);  // nothing in what is no object
+    return found == json.end() ? nullptr : &*found;
+}
+
+/// \return What a browser's report says.
 std::string ReportOf(std::string_view body)
 {
     using Json = nlohmann::json;
     const Json json = Json::parse(body, nullptr, false);
-    const Json report = json.is_object() ? json.value("csp-report", Json()) : Json();
-    if (!report.is_object())
+    const Json* const report = MemberOf(json, "csp-report");
+    if (report == nullptr || !report->is_object())
         return "policy: a report that cannot be read";
-    const auto text = [&report](const char* member) {
-        const Json value = report.value(member, Json());
-        return value.is_string()   ? value.get<std::string>()
-               : value.is_number() ? value.dump()
-                                   : std::string();
+    const auto text = [report](const char* member) {
+        const Json* const value = MemberOf(*report, member);
+        if (value == nullptr || !value->is_primitive() || value->is_null())
+            return std::string();
+        return value->is_string() ? value->get<std::string>() : value->dump();
     };
     return "policy: " + text("effective-directive") + " blocked " + text("blocked-uri") + " on " +
            text("document-uri") + ", " + text("source-file") + " line " + text("line-number");

@@ -27,7 +27,7 @@ struct Reply
     unsigned status = 200;
     std::string content;
     std::vector<std::pair<const char*, std::string>> fields;
-    std::string report;  ///< What the content policy of a page blocked, in one line; empty: nothing.
+    std::string report;  ///< What the content policy of a page blocked; empty: nothing.
 };
 
 /// Decides what a browser is told. A request for another name is refused first, then one of a foreign page;

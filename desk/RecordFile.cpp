@@ -2,9 +2,24 @@
 
 #include <cerrno>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 
 namespace Desk {
+namespace {
+
+constexpr std::string_view kLost = "# lost: ";
+
+/// \return Where the comment on lost lines begins; npos without one.
+std::size_t FindLost(const std::string& lines)
+{
+    std::size_t found = lines.find(kLost);
+    while (found != std::string::npos && found != 0 && lines[found - 1] != '\n')  // a text has the words
+        found = lines.find(kLost, found + 1);
+    return found;
+}
+
+}  // namespace
 
 RecordFile::RecordFile(const std::filesystem::path& path) : mName(path.u8string())
 {
@@ -22,7 +37,7 @@ void RecordFile::Write(const std::string& lines, const boost::function<void(cons
     if (!mFile.is_open())
         return;
     // What follows begins anew, as another file would.
-    const std::size_t lost = lines.find("# lost: ");
+    const std::size_t lost = FindLost(lines);
     mFile << lines.substr(0, lost) << std::flush;
     if (!mFile)
         End("it cannot be written any more; is the disk full?", problem);

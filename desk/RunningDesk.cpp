@@ -35,7 +35,15 @@ void RunningDesk::BeginHost(const DeskOptions& options, const MakeHost& makeHost
     mHost = makeHost({mThread, recording, mAnswers, [this] { Changed(); }});
     const auto check = [this, check = options.check](const std::string& session,
                                                      const boost::function<void(const std::string&)>& told) {
-        mWorker.Post([check, session, told] { told(check(session)); });
+        constexpr int kMostChecks = 8;
+        if (mChecks >= kMostChecks)
+            return told("too many selections are being played; save it again later");
+        ++mChecks;
+        mWorker.Post([this, check, session, told] {
+            const std::string why = mIsEnding ? "the desk ends" : check(session);
+            --mChecks;
+            told(why);
+        });
     };
     const auto disturb = [this](const std::string& browserID, const Faults::Settings& settings) {
         return mBridge->Disturb(browserID, settings);
@@ -49,6 +57,7 @@ void RunningDesk::BeginHost(const DeskOptions& options, const MakeHost& makeHost
 
 RunningDesk::~RunningDesk()
 {
+    mIsEnding = true;
     mServer->Stop();
     EndHost();
 }

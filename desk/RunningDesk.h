@@ -92,6 +92,8 @@ private:
     const bool mHasAuthor;
     std::optional<RecordFile> mRecord;
     std::atomic<bool> mIsStateDue{false};
+    std::atomic<bool> mIsEnding{false};
+    std::atomic<int> mChecks{0};  ///< Selections that are played, or wait to be.
     Traffic mTraffic;
     OwnAnswers mAnswers{mTraffic};
     HostThread mWorker;  ///< For what takes longer than the host may wait.

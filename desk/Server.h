@@ -22,7 +22,7 @@ public:
     /// A page sent a text, well-formed UTF-8. Nothing more is read from it until Link::ReadOn.
     virtual void OnText(const LinkRef& link, std::string text) = 0;
 
-    /// The content policy of a page blocked something. \param report One line of UTF-8.
+    /// The content policy of a page blocked something. \param report UTF-8.
     virtual void OnReport(const std::string& report) = 0;
 
     /// The connection is gone; the last call for it. \param isForGood The page said that it ends.
@@ -31,8 +31,9 @@ public:
 
 struct ServerLimits
 {
-    std::size_t mostPages = 32;     ///< WebSockets.
-    std::size_t mostVisitors = 64;  ///< Other connections.
+    std::size_t mostPages = 32;        ///< WebSockets.
+    std::size_t mostVisitors = 64;     ///< Other connections.
+    RateLimit::Limits reports{64, 8};  ///< Of what content policies blocked; others are left out.
     std::size_t largestFrame = std::size_t{8} << 20;
     RateLimit::Limits rate;
     Link::Limits link;

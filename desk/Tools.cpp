@@ -14,6 +14,8 @@
 
 #include <algorithm>
 #include <exception>
+#include <limits>
+#include <type_traits>
 #include <utility>
 
 namespace Desk {
@@ -25,6 +27,32 @@ using Json = nlohmann::json;
 /// How long panels may refuse that the application ends.
 constexpr std::chrono::milliseconds kToRefuse{2000};
 
+template <class Value>
+struct IsVector : std::false_type
+{
+};
+template <class Value>
+struct IsVector<std::vector<Value>> : std::true_type
+{
+};
+
+/// \return Whether the value is one of that type, and in its range: a conversion alone would cut numbers.
+template <class Value>
+bool Holds(const Json& json)
+{
+    if constexpr (IsVector<Value>::value)
+        return json.is_array() && std::all_of(json.begin(), json.end(), Holds<typename Value::value_type>);
+    else if constexpr (std::is_same_v<Value, bool>)
+        return json.is_boolean();
+    else if constexpr (std::is_integral_v<Value>)
+        return json.is_number_unsigned() &&
+               json.get<std::uint64_t>() <= static_cast<std::uint64_t>(std::numeric_limits<Value>::max());
+    else if constexpr (std::is_floating_point_v<Value>)
+        return json.is_number();
+    else
+        return json.is_string();
+}
+
 /// \throws FormatError for a member of another type.
 template <class Value>
 std::optional<Value> Optional(const Json& with, const char* member)
@@ -32,11 +60,9 @@ std::optional<Value> Optional(const Json& with, const char* member)
     const auto found = with.find(member);
     if (found == with.end() || found->is_null())
         return std::nullopt;
-    try {
-        return found->get<Value>();
-    } catch (const Json::exception&) {
-        throw FormatError(std::string(member) + " is of the wrong type");
-    }
+    if (!Holds<Value>(*found))
+        throw FormatError(std::string(member) + " is of the wrong type, or out of range");
+    return found->get<Value>();
 }
 
 template <class Value>
@@ -145,7 +171,10 @@ std::optional<Json> Tools::Exit(const Json& /*with*/, const Asker& /*asker*/)
         mNeeds.host.Tell(ferrite::utility::UTF16to8(AC::kPlexaEventType_NotificationAppExit),
                          AC::ACMessageEncoder::EncodeUTF8(message, AC::kNotificationRoot));
     }
-    mNeeds.timer.PostAfter(kToRefuse, [this] {
+    mExit = std::make_shared<char>();
+    mNeeds.timer.PostAfter(kToRefuse, [this, exit = std::weak_ptr<char>(mExit)] {
+        if (exit.expired())
+            return;
         mNeeds.host.FlushRecording();
         HearRefusal();
         if (mIsExitAsked)
@@ -181,14 +210,15 @@ std::optional<Json> Tools::SetFaults(const Json& with, const Asker& /*asker*/)
     Faults::Settings settings;
     settings.seed = Optional<std::uint32_t>(with, "seed").value_or(1);
     settings.percent = Required<int>(with, "percent");
-    if (settings.percent < 0 || settings.percent > 100)
+    if (settings.percent > 100)
         throw FormatError("percent is a number from 0 to 100");
     for (const auto& name :
          Optional<std::vector<std::string>>(with, "kinds").value_or(std::vector<std::string>())) {
         const std::optional<Fault> kind = FaultOf(name);
         if (!kind)
             throw FormatError("there is no fault " + name);
-        settings.kinds.push_back(*kind);
+        if (std::find(settings.kinds.begin(), settings.kinds.end(), *kind) == settings.kinds.end())
+            settings.kinds.push_back(*kind);
     }
     const auto browserID = Required<std::string>(with, "browserID");
     if (!mNeeds.disturb(browserID, settings))

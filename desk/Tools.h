@@ -8,7 +8,7 @@
 
 #include <boost/function.hpp>
 
-#include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -89,6 +89,7 @@ private:
     const Needs mNeeds;
     std::vector<LinkRef> mPages;
     bool mIsExitAsked = false;
+    std::shared_ptr<char> mExit;  ///< The timer's tasks of earlier exits do nothing.
     std::string mRefusedBy;
 };
 

@@ -6,9 +6,10 @@
 #include "desk/Marks.h"
 #include "protocol/check/Check.h"
 #include "session/SessionFile.h"
-#include "session/format/FormatError.h"
+#include "session/format/Json.h"
 
 #include <algorithm>
+#include <exception>
 #include <string_view>
 #include <utility>
 
@@ -23,6 +24,9 @@ constexpr std::size_t kLargestChecked = std::size_t{1} << 18;
 constexpr std::string_view kComment = "# ";
 /// How the recorder begins what no input caused.
 constexpr std::string_view kOutside = "not inside an input that the recorder sees: ";
+
+/// How the recorder begins, and begins anew where lines are lost: the state it has comes again behind it.
+constexpr std::string_view kBegin = "A recording of ";
 
 /// What the settings of one input do not leave for the next.
 constexpr const char* kUsedUp[] = {"guids", "throwsAt"};
@@ -55,6 +59,20 @@ Json FindingsOf(const std::string& xml, const std::string& type)
     return findings;
 }
 
+std::string TextOf(const Json& json)
+{
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+/// \return The text without line breaks and other control characters.
+std::string InOneLine(std::string text)
+{
+    for (char& c : text)
+        if (static_cast<unsigned char>(c) < ' ' || c == '\x7f')
+            c = ' ';
+    return text;
+}
+
 bool BeginsWith(std::string_view text, std::string_view start)
 {
     return text.substr(0, start.size()) == start;
@@ -70,8 +88,7 @@ void Traffic::Take(const std::string& lines)
             const std::size_t end = std::min(lines.find('\n', begin), lines.size());
             try {
                 TakeLine(lines.substr(begin, end - begin));
-            } catch (const Session::FormatError&) {
-            } catch (const Json::exception&) {
+            } catch (const std::exception&) {  // of its form, or no memory
             }
             begin = end + 1;
         }
@@ -86,8 +103,9 @@ void Traffic::TakeLine(const std::string& line)
         return TakeComment(line.substr(kComment.size()));
     const Json json = Session::ParseJson(line);
     mTime = json.value("us", mTime);
-    if (json.contains("host")) {
-        mStanding.host.update(json["host"]);
+    if (const auto host = json.find("host"); host != json.end()) {
+        for (const auto& [key, value] : host->items())
+            mStanding.host[key] = std::make_shared<const std::string>(Session::DumpJson(value));
         mShared.reset();
     }
     if (Session::IsEffect(json))
@@ -106,6 +124,11 @@ void Traffic::TakeComment(const std::string& comment)
     }
     if (BeginsWith(comment, "lost: "))
         AddNote(comment, {}, {});
+    if (BeginsWith(comment, kBegin)) {
+        mStanding = {};
+        mShared.reset();
+        mRaised.reset();
+    }
 }
 
 void Traffic::TakeMark(const Json& mark)
@@ -121,8 +144,11 @@ void Traffic::TakeMark(const Json& mark)
         AddNote(raised.type + " is not listened for", std::move(marks), raised.by);
     } else if (mark.contains("next")) {
         (mRaised && !mRaised->isSeen ? mRaised->marks : mNextMarks).push_back(StringIn(mark, "next"));
-    } else if (mark.contains("last") && !mEntries.empty()) {
-        mEntries.back().marks.push_back(StringIn(mark, "last"));
+    } else if (mark.contains("last")) {
+        if (mSent == mLast)  // pages have that line already
+            AddNote("of the line before", {StringIn(mark, "last")}, {});
+        else
+            mEntries.back().marks.push_back(StringIn(mark, "last"));
     } else if (mark.contains("note")) {
         AddNote(StringIn(mark, "note"), {}, {});
     }
@@ -136,7 +162,7 @@ void Traffic::TakeInput(const std::string& text, const Json& line)
     entry.line = text;
     entry.cause = mLast + 1;
     entry.standing = mShared;
-    Json members = {{"line", line}};
+    Json members = Json::object();
     const std::string type = StringIn(line, "panel");
     if (!type.empty()) {
         if (mRaised && !mRaised->isSeen && mRaised->type == type) {
@@ -155,18 +181,22 @@ void Traffic::TakeInput(const std::string& text, const Json& line)
         if (!IsHandled(type))
             entry.marks.emplace_back(Marks::kUnhandled);
     }
-    if (line.contains("create"))
+    if (line.contains("create")) {
         mStanding.alive.push_back(StringIn(line, "create"));
-    if (line.contains("register"))
+        mShared.reset();
+    }
+    if (line.contains("register")) {
         mStanding.isRegistered = line["register"] == true;
+        mShared.reset();
+    }
     if (!line.contains("host")) {
         mOverview.Take(line, entry.by, entry.request);
         for (const char* const key : kUsedUp)
-            mStanding.host.erase(key);
-        mShared.reset();
+            if (mStanding.host.erase(key) > 0)
+                mShared.reset();
     }
     mInput = mLast + 1;
-    Add(std::move(entry), members);
+    Add(std::move(entry), text, std::move(members));
 }
 
 void Traffic::TakeEffect(const std::string& text, const Json& line, std::uint64_t cause)
@@ -182,27 +212,28 @@ void Traffic::TakeEffect(const std::string& text, const Json& line, std::uint64_
     Entry entry;
     entry.line = text;
     entry.cause = cause;
-    Json members = {{"line", line}};
+    Json members = Json::object();
     if (cause != 0)
         members["cause"] = cause;
-    Add(std::move(entry), members);
+    Add(std::move(entry), text, std::move(members));
 }
 
 void Traffic::AddNote(const std::string& text, std::vector<std::string> marks, const std::string& by)
 {
     Entry entry;
     entry.marks = std::move(marks);
-    Json members = {{"line", {{"note", text}, {"us", mTime}}}};
+    Json members = Json::object();
     if (!by.empty())
         members["by"] = by;
-    Add(std::move(entry), members);
+    Add(std::move(entry), TextOf({{"note", InOneLine(text)}, {"us", mTime}}), std::move(members));
 }
 
-void Traffic::Add(Entry entry, const Json& members)
+void Traffic::Add(Entry entry, const std::string& line, Json members)
 {
-    Json json = members;
-    json["number"] = ++mLast;
-    entry.text = json.dump(-1, ' ', false, Json::error_handler_t::replace);
+    members["number"] = mLast + 1;
+    // The line as it is: one that nests deeply would take stack.
+    entry.text = "{\"line\":" + line + ',' + TextOf(members).substr(1);
+    ++mLast;
     mBytes += entry.line.size() + entry.text.size();
     mEntries.push_back(std::move(entry));
     while (mEntries.size() > 1 && (mEntries.size() > mLimits.mostEntries || mBytes > mLimits.mostBytes)) {
@@ -211,14 +242,11 @@ void Traffic::Add(Entry entry, const Json& members)
     }
 }
 
-std::string Traffic::TextOf(const Entry& entry)
+std::string Traffic::TextWithMarks(const Entry& entry)
 {
     if (entry.marks.empty())
         return entry.text;
-    std::string text = entry.text;
-    text.pop_back();
-    return text + ",\"marks\":" + Json(entry.marks).dump(-1, ' ', false, Json::error_handler_t::replace) +
-           '}';
+    return entry.text.substr(0, entry.text.size() - 1) + ",\"marks\":" + TextOf(entry.marks) + '}';
 }
 
 void Traffic::Send()
@@ -228,7 +256,7 @@ void Traffic::Send()
     std::vector<std::string> texts;
     if (!mPages.empty())
         for (std::uint64_t number = std::max(mSent + 1, First()); number <= mLast; ++number)
-            texts.push_back(TextOf(*Find(number)));
+            texts.push_back(TextWithMarks(*Find(number)));
     mSent = mLast;
     for (const Frame& frame : WriteTraffic(texts))
         for (const LinkRef& page : mPages)
@@ -243,9 +271,9 @@ void Traffic::Welcome(const LinkRef& link, const ToolHello& hello)
     if (!hello.wantsTraffic)
         return;
     std::vector<std::string> texts;
-    for (std::uint64_t number = std::max(hello.heard > mLast ? 1 : hello.heard + 1, First()); number <= mLast;
-         ++number)
-        texts.push_back(TextOf(*Find(number)));
+    const std::uint64_t heard = hello.heard > mLast ? 0 : hello.heard;  // else of another desk
+    for (std::uint64_t number = std::max(heard + 1, First()); number <= mLast; ++number)
+        texts.push_back(TextWithMarks(*Find(number)));
     for (const Frame& frame : WriteTraffic(texts))
         link->Send(frame);
     mPages.push_back(link);
@@ -282,8 +310,9 @@ std::vector<Traffic::Passage> Traffic::Passages(const std::vector<std::uint64_t>
         const Entry* const input = Find(number);
         if (input == nullptr || input->cause != number || BeginsWith(input->line, "{\"host\""))
             continue;
-        Passage passage{
-            {input->line}, input->standing->host, input->standing->alive, input->standing->isRegistered};
+        Passage passage{{input->line}, Json::object(), input->standing->alive, input->standing->isRegistered};
+        for (const auto& [key, value] : input->standing->host)
+            passage.host[key] = Session::ParseJson(*value);
         for (std::uint64_t next = number + 1; next <= mLast; ++next) {
             const Entry& effect = *Find(next);
             if (effect.cause == next)

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -72,7 +73,8 @@ private:
     /// What holds between inputs.
     struct Standing
     {
-        Json host = Json::object();
+        /// JSON, by key. Inputs share the values, which may be long.
+        std::map<std::string, std::shared_ptr<const std::string>> host;
         std::vector<std::string> alive;
         bool isRegistered = false;
     };
@@ -103,11 +105,12 @@ private:
     void TakeInput(const std::string& text, const Json& line);
     void TakeEffect(const std::string& text, const Json& line, std::uint64_t cause);
     void AddNote(const std::string& text, std::vector<std::string> marks, const std::string& by);
-    void Add(Entry entry, const Json& members);
+    /// \param line JSON. \param members What an entry has beside it.
+    void Add(Entry entry, const std::string& line, Json members);
     void Send();
     std::uint64_t First() const { return mLast + 1 - mEntries.size(); }
     const Entry* Find(std::uint64_t number) const;
-    static std::string TextOf(const Entry& entry);
+    static std::string TextWithMarks(const Entry& entry);
 
     const Limits mLimits;
     const boost::function<void()> mChanged;

@@ -28,9 +28,8 @@ public:
     /// \return The identifiers of the requests that Handle answers; they are told to pages.
     virtual std::vector<std::string> Handles() const = 0;
 
-    /// \param message The text of a message id. \return Who asked, where the request was taken over and is
-    /// not
-    ///        forgotten.
+    /// \param message The text of a message id.
+    /// \return Who asked, where the request was taken over and is not forgotten.
     virtual std::optional<Origin> AskerOf(const std::string& message) const = 0;
 
     /// A request of Handles, after the connectors had it. \param xml Its text, UTF-8, not checked.

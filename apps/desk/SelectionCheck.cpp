@@ -1,6 +1,8 @@
 #include "SelectionCheck.h"
 
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -9,6 +11,7 @@
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 extern char** environ;
@@ -42,7 +45,27 @@ private:
     fs::path mPath;
 };
 
-/// \return The exit status.
+/// Waits so long for the end of a child, then ends it. \return The exit status; -1 when there is none.
+int Await(pid_t child, std::chrono::seconds most)
+{
+    const auto end = std::chrono::steady_clock::now() + most;
+    for (bool isKilled = false;;) {
+        int status = 0;
+        const pid_t ended = waitpid(child, &status, isKilled ? 0 : WNOHANG);
+        if (ended == child)
+            return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        if (ended < 0 && errno != EINTR)
+            return -1;
+        if (isKilled)
+            continue;
+        if (std::chrono::steady_clock::now() >= end)
+            isKilled = kill(child, SIGKILL) == 0;
+        else
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+}
+
+/// \return The exit status; -1 when it came to no end.
 int Run(const std::string& program, const std::string& session, const std::string& output)
 {
     posix_spawn_file_actions_t actions;
@@ -53,15 +76,20 @@ int Run(const std::string& program, const std::string& session, const std::strin
     std::string arguments[] = {program, "replay", "--check", session};
     char* pointers[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(), arguments[3].data(),
                         nullptr};
+    // What ends the desk ends the child, too: here these signals are blocked.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t none;
+    sigemptyset(&none);
+    posix_spawnattr_setsigmask(&attributes, &none);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
     pid_t child = 0;
-    const int failed = posix_spawn(&child, program.c_str(), &actions, nullptr, pointers, environ);
+    const int failed = posix_spawn(&child, program.c_str(), &actions, &attributes, pointers, environ);
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     if (failed != 0)
         throw std::runtime_error("cannot run " + program);
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return Await(child, std::chrono::seconds(30));
 }
 
 }  // namespace
@@ -72,7 +100,8 @@ std::string CheckSession(const std::string& program, const std::string& session)
         const ScratchFolder folder;
         const std::string file = folder.Path("selection.jsonl");
         const std::string output = folder.Path("output");
-        std::ofstream(file, std::ios::binary) << session;
+        if (!(std::ofstream(file, std::ios::binary) << session << std::flush))
+            return "it cannot be played: " + fs::temp_directory_path().string() + " is full";
         if (Run(program, file, output) == 0)
             return {};
         std::ifstream said(output, std::ios::binary);

@@ -2,6 +2,7 @@
 
 #include "desk/Access.h"
 #include "desk/Pages.h"
+#include "desk/RateLimit.h"
 #include "desk/Reception.h"
 #include "desk/Server.h"
 
@@ -45,6 +46,7 @@ struct Shared
     const ServerLimits limits;
     Access access;
     const Reception reception{access, site};
+    RateLimit reports{limits.reports, RateLimit::Clock::now()};
     bool isEnding = false;
     bool isOver = false;  ///< The thread is gone.
     std::set<Visitor*> visitors;

@@ -114,7 +114,7 @@ private:
 
     void Write(Reply reply, const Request& request)
     {
-        if (!reply.report.empty())
+        if (!reply.report.empty() && mShared.reports.Take(0, RateLimit::Clock::now()))
             mShared.connections.OnReport(reply.report);
         mResponse = Response(static_cast<http::status>(reply.status), 11, std::move(reply.content));
         for (const auto& [name, value] : reply.fields)

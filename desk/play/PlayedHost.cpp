@@ -148,7 +148,7 @@ void PlayedHost::PlayRaised(const Origin& asker, const std::string& type, const 
     for (const std::string& mark : comparison.marks)
         Mark("next", mark);
     if (!comparison.messageID.IsZero())
-        mAskers[comparison.messageID] = asker;
+        mAskers.try_emplace(comparison.messageID, asker);  // a cancel has the same message
     PlayNext(&asker, &xml);
 }
 

@@ -220,6 +220,17 @@ TEST_F(BridgeTest, DropsAPageThatDoesNotReadAndNoOther)
     EXPECT_EQ(other.TakeNotifications().size(), 2u);
 }
 
+TEST_F(BridgeTest, TellsOnlyWhatHasChanged)
+{
+    Page page(*bridge);
+    const std::string session = page.SayHello(PageFrames::Hello("library"))["session"];
+    bridge->SendState();
+    EXPECT_THAT(page.Take(), IsEmpty());
+    Page again(*bridge);
+    again.Say(PageFrames::HelloAgain("library", session, 0));
+    EXPECT_TRUE(again.Take().back().contains("state")) << "which is the same, but new to this connection";
+}
+
 TEST(Link, HoldsSoManyBytes)
 {
     Desk::Link::Limits limits;

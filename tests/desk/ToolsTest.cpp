@@ -165,8 +165,13 @@ TEST_F(ToolsTest, SaysWhyACommandFails)
         {"faults", {{"browserID", "panel-9"}, {"percent", 5}}, "no panel panel-9"},
         {"faults", {{"browserID", "panel-1"}, {"percent", 101}}, "from 0 to 100"},
         {"faults", {{"browserID", "panel-1"}, {"percent", 5}, {"kinds", {"fire"}}}, "no fault fire"},
+        {"faults", {{"browserID", "panel-1"}, {"percent", 4294967297}}, "out of range"},
+        {"faults", {{"browserID", "panel-1"}, {"percent", 1.5}}, "wrong type"},
+        {"faults", {{"browserID", "panel-1"}, {"percent", true}}, "wrong type"},
+        {"faults", {{"browserID", "panel-1"}, {"percent", 5}, {"seed", 4294967296}}, "out of range"},
         {"inspect", {{"number", 1}}, "no request"},
-        {"inspect", {{"number", -1}}, "no request"},
+        {"inspect", {{"number", -1}}, "out of range"},
+        {"save", {{"numbers", {1, 1.5}}}, "wrong type"},
         {"save", {{"numbers", {999999}}}, "none of these"},
         {"save", {{"numbers", "all"}}, "wrong type"},
     };
@@ -197,10 +202,21 @@ TEST_F(ToolsTest, EndsUnlessAPanelRefuses)
     EXPECT_EQ(tools.ExitState(), Json({{"refusedBy", "panel-1"}}));
     Do("exit", Json::object());
     EXPECT_EQ(tools.ExitState(), Json({{"isAsked", true}})) << "an old refusal does not count";
+    Do("exit", Json::object());
+    timer.tasks.front()();
+    EXPECT_EQ(ends, 0) << "who is asked again has the whole time again";
     timer.Pass();
     EXPECT_EQ(ends, 1);
-    EXPECT_THAT(library.TakeNotifications(), ElementsAre("AppExit to none", "AppExit to MediaCollection",
-                                                         "AppExit to none", "AppExit to MediaCollection"));
+    Do("exit", Json::object());
+    {
+        Desk::Tools gone{Desk::Tools::Needs{host, timer, traffic, {}, [] {}, [this] { ++ends; }, {}}};
+        gone.Do(tool.link, {"exit", Json::object(), 1});
+        timer.tasks.erase(timer.tasks.begin());
+    }
+    timer.Pass();
+    EXPECT_EQ(ends, 1) << "nothing is left of tools that are gone";
+    EXPECT_THAT(library.TakeNotifications(),
+                testing::Each(testing::AnyOf("AppExit to none", "AppExit to MediaCollection")));
 }
 
 /// What a page hears when each frame of three meets the fault, at once and later.
@@ -259,6 +275,33 @@ TEST_F(ToolsTest, DisturbsRequestsTheSameWayEachTime)
     EXPECT_EQ(runs[0], runs[1]);
     EXPECT_LT(runs[0].size(), 30u);
     EXPECT_GT(runs[0].size(), 0u);
+}
+
+TEST_F(ToolsTest, DisturbsRequestsAndLosesNone)
+{
+    const struct
+    {
+        const char* fault;
+        int raised, atOnce, later, count;
+    } rows[] = {{"reorder", 3, 2, 1, 2}, {"delay", 3, 0, 3, 1}, {"double", 3, 3, 0, 3}, {"drop", 3, 0, 0, 3}};
+    for (const auto& row : rows) {
+        const auto own = MakeBridge(SmallLimits());
+        Page page(*own);
+        page.Say(PageFrames::Hello("library"));
+        EXPECT_TRUE(own->Disturb("panel-1", {7, 100, {*Desk::FaultOf(row.fault)}}));
+        work.Clear();
+        for (int i = 1; i <= row.raised; ++i)
+            page.Say(PageFrames::Raise("TransferRequest", Transfer(), static_cast<std::uint64_t>(i)));
+        EXPECT_EQ(work.Lines().size(), row.atOnce) << row.fault;
+        work.throwsNext = row.later > 1;
+        if (work.throwsNext)
+            EXPECT_THROW(timer.Pass(), std::runtime_error);
+        else
+            timer.Pass();
+        EXPECT_EQ(work.Lines().size(), row.atOnce + row.later) << row.fault;
+        own->SendState();
+        EXPECT_EQ(page.Take().back()["state"]["panels"][0]["faults"]["count"], row.count) << row.fault;
+    }
 }
 
 /// Keeps what a saved selection says until no host is installed any more.
