@@ -2,7 +2,7 @@
 
 import { newGuid } from '../client/guid.js';
 import { isGood, pathEnd } from '../kit/format.js';
-import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf } from '../kit/media.js';
+import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf, nameAt } from '../kit/media.js';
 import { clipTypes } from '../kit/words.js';
 
 /** What a file is as a whole, not as a part of it. */
@@ -25,7 +25,7 @@ export class AssetTree {
     /** Nodes are replaced, never changed: whoever holds one holds what was. */
     #put(key, changes) {
         const before = this.#nodes.get(key);
-        const name = changes.name ?? before?.name ?? changes.alias ?? pathEnd(changes.path ?? '');
+        const name = changes.name ?? before?.name ?? changes.alias ?? nameAt(changes.path);
         const made = {
             type: clipTypes.masterClip,
             children: [],
@@ -38,7 +38,7 @@ export class AssetTree {
             name,
         };
         this.#nodes.set(key, made);
-        this.#keyOf.set(made.id, key);
+        if (!this.#nodes.has(this.#keyOf.get(made.id))) this.#keyOf.set(made.id, key);
         if (before?.path !== made.path) {
             this.#keysAt.get(before?.path)?.delete(key);
             this.#keysAt.set(made.path, (this.#keysAt.get(made.path) ?? new Set()).add(key));
@@ -114,31 +114,56 @@ export class AssetTree {
     /** An asset that stands alone, or in one that is known. What is in it now is all that is in it. */
     #item(item) {
         const changes = fromAssetItem(item);
-        const parent = this.#nodes.get(changes.parentID && this.#keyOf.get(changes.parentID));
-        if (parent !== undefined) {
-            const key = this.#child(item, parent.key, parent.children.length);
-            if (!parent.children.includes(key))
-                this.#put(parent.key, { children: [...parent.children, key] });
-            return;
-        }
         const known = changes.id && this.#keyOf.get(changes.id);
+        const parent = changes.parentID && this.#keyOf.get(changes.parentID);
+        if (this.#nodes.has(parent) && !this.#isIn(parent, known)) return this.#adopt(item, known, parent);
         const whole = wholes.includes(changes.type) ? this.#rootAt(changes.path, [changes.type]) : undefined;
         const key = known ?? whole ?? changes.id ?? changes.path;
+        if (key === '') return; // nothing is said of it
         this.#root(key, { ...changes, problem: undefined });
         this.#fill(key, item);
     }
 
+    /** @returns {boolean} Whether an asset is another one, or stands in it. */
+    #isIn(key, other) {
+        for (let node = this.#nodes.get(key); node !== undefined; node = this.#nodes.get(node.parent))
+            if (node.key === other) return true;
+        return false;
+    }
+
+    /** Lets an asset stand in another one, and nowhere else. */
+    #adopt(item, known, parent) {
+        const { children } = this.#nodes.get(parent);
+        const key = known ?? fromAssetItem(item).id ?? `${parent}/${children.length}`;
+        const before = this.#nodes.get(key);
+        if (before !== undefined && before.parent !== parent) this.#leave(before);
+        this.#put(key, { ...fromAssetItem(item), parent });
+        this.#fill(key, item);
+        if (!children.includes(key)) this.#put(parent, { children: [...children, key] });
+    }
+
+    #leave({ key, parent }) {
+        const without = (keys) => keys.filter((other) => other !== key);
+        if (parent === undefined) this.#roots = without(this.#roots);
+        else this.#put(parent, { children: without(this.#nodes.get(parent).children) });
+    }
+
     #fill(key, { subAssetItemList = [] }) {
         const before = this.#nodes.get(key).children;
-        const items = subAssetItemList.filter((item) => item !== null);
-        const children = items.map((item, place) => this.#child(item, key, place));
+        const children = [];
+        for (const item of subAssetItemList.filter((item) => item !== null))
+            children.push(this.#child(item, key, children));
         for (const gone of before.filter((child) => !children.includes(child))) this.#remove(gone);
         this.#put(key, { children });
     }
 
-    #child(item, parent, place) {
+    /** An asset that stands elsewhere, too, stands here under a key of its own. */
+    #child(item, parent, others) {
         const changes = fromAssetItem(item);
-        const key = changes.id ?? `${parent}/${place}`;
+        const known = changes.id && this.#nodes.get(this.#keyOf.get(changes.id));
+        const own = known?.key ?? changes.id;
+        const isFree = own && !others.includes(own) && (!known || known.parent === parent);
+        const key = isFree ? own : `${parent}/${others.length}`;
         this.#put(key, { ...changes, parent });
         this.#fill(key, item);
         return key;
@@ -148,8 +173,10 @@ export class AssetTree {
         const { id, path, children } = this.#nodes.get(key);
         for (const child of children) this.#remove(child);
         this.#nodes.delete(key);
-        this.#keyOf.delete(id);
-        this.#keysAt.get(path).delete(key);
+        if (this.#keyOf.get(id) === key) this.#keyOf.delete(id);
+        const keys = this.#keysAt.get(path);
+        keys.delete(key);
+        if (keys.size === 0) this.#keysAt.delete(path);
     }
 
     #infos(infos, changes = {}) {

@@ -15,6 +15,9 @@ export const typeNames = {
 /** @returns {boolean} Whether it is a rough cut or stands in one: such have no XMP of their own. */
 export const isOfRoughCut = ({ type }) => type === clipTypes.roughCut || type === clipTypes.rcSubClip;
 
+/** @returns {string} What a file is called, where nobody says. */
+export const nameAt = (path) => pathEnd(path ?? '') || path || 'Without a name';
+
 const known = (id) => (id === undefined || id === zeroGuid ? undefined : id);
 
 function rateOfInfo({ rateTimeBase = '', rateNtsc = '' }) {
@@ -33,7 +36,7 @@ export function saying(object) {
 /** Of a file that was ingested. */
 export const fromIngestItem = (item) => ({
     path: item.filePath,
-    name: item.aliasName || pathEnd(item.filePath),
+    name: item.aliasName || nameAt(item.filePath),
     type: clipTypes.masterClip,
     ...saying({
         format: item.clipFormat,
@@ -50,7 +53,7 @@ export const fromIngestItem = (item) => ({
 /** Of media information. What people call the file already stands: connectors make names from the path. */
 export const fromMediaInfo = (info) => ({
     path: info.mediaPath,
-    alias: info.aliasName || pathEnd(info.mediaPath),
+    alias: info.aliasName || nameAt(info.mediaPath),
     ...saying({
         infoID: known(info.assetMediaInfoGUID),
         type: info.assetMediaType || undefined,
@@ -66,7 +69,7 @@ export const fromMediaInfo = (info) => ({
 /** Of an asset, without those in it. */
 export const fromAssetItem = (item) => ({
     path: item.mediaPath,
-    name: item.assetName || pathEnd(item.mediaPath),
+    name: item.assetName || nameAt(item.mediaPath),
     ...saying({
         id: known(item.assetGUID),
         infoID: known(item.assetMediaInfoGUID),

@@ -30,9 +30,13 @@ function ingestDetail({ ready, copies, batches }) {
         .join(' · ');
 }
 
+/** A task that ended and begins again begins with nothing. */
+const begin = (task) =>
+    Object.assign(task, { status: 'running', percentage: null, ready: 0, copies: 0, batches: new Map() });
+
 /** What notifications do to a task of ingest. */
 const ingestSteps = {
-    StartIngest: () => {},
+    StartIngest: (task) => isOver(task) && begin(task),
     StartIngestBatch: (task, { batchID, targetBin }) => task.batches.set(batchID, { bin: targetBin }),
     IngestItemsReady: (task, { ingestItemList = [] }) => (task.ready += ingestItemList.length),
     BackupItemsReady: (task, { ingestItemList = [] }) => (task.copies += ingestItemList.length),
@@ -152,11 +156,12 @@ export class TaskList {
         const id = message.header.taskID;
         const isUnannounced = !this.#tasks.has(id) && name.endsWith('ItemsReady');
         const task = this.#tasks.get(id) ?? this.#add({ id, what: 'Ingest' });
+        const wasOver = isOver(task);
         if (isUnannounced) task.status = 'done';
         if (task.status === 'lost') task.status = 'running';
         ingestSteps[name](task, message);
         task.detail = ingestDetail(task);
-        if (isOver(task)) this.#over(task);
+        if (isOver(task) && !wasOver) this.#over(task);
         else this.#tell();
     }
 

@@ -1,7 +1,7 @@
 // The clips of the library, and what notifications do to them. Without DOM.
 
 import { isGood, pathEnd } from '../kit/format.js';
-import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf, saying } from '../kit/media.js';
+import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf, nameAt, saying } from '../kit/media.js';
 import { failureText, workTitle } from '../kit/outcome.js';
 import { progressText } from '../kit/tasks.js';
 import { clipTypes } from '../kit/words.js';
@@ -55,7 +55,7 @@ export class ClipList {
     /** Clips are replaced, never changed: whoever holds one holds what was. */
     #put(path, changes) {
         const before = this.#clips.get(path);
-        const name = before?.name ?? changes.name ?? changes.alias ?? pathEnd(path);
+        const name = before?.name ?? changes.name ?? changes.alias ?? nameAt(path);
         this.#clips.set(path, {
             copies: [],
             extraPaths: [],
@@ -132,10 +132,10 @@ export class ClipList {
 
     /** What was read, or why it could not be. */
     heardXmp(what, message) {
-        const { result, actionResultList = [] } = message;
+        const { result, actionResultList = [], assetMediaInfoList = [] } = message;
         const isRead = result === undefined || isGood(result);
         this.#stock(message);
-        for (const { mediaPath } of message.assetMediaInfoList ?? [])
+        for (const { mediaPath } of assetMediaInfoList.filter((info) => info?.mediaPath))
             if (isRead)
                 this.#put(mediaPath, {
                     problem: undefined,

@@ -74,6 +74,33 @@ test('a save says what is in an asset now', () => {
         [1, '<x/>']]);
 });
 
+test('nothing stands in itself, or twice under one key', () => {
+    const tree = new AssetTree();
+    const item = (assetGUID, more = {}) =>
+        ({ assetMediaType: 1, mediaPath: `/${assetGUID}`, assetGUID, assetName: assetGUID, ...more });
+    const inIt = (assetGUID, ...subAssetItemList) => item(assetGUID, { subAssetItemList });
+    const inParent = (assetGUID, parentGUID) => item(assetGUID, { parentGUID });
+    for (const [told, expected] of [
+        [item('a'), 'a'],
+        [inParent('b', 'a'), 'a>b'],
+        [inParent('a', 'b'), 'a'],
+        [inParent('c', 'c'), 'a c'],
+        [inParent('c', 'c'), 'a c'],
+        [inIt('a', item('a'), item('c'), item('d'), item('d')), 'a>a>c>d>d c'],
+        [inParent('c', 'a'), 'a>a>c>d>d>c'],
+        [inParent('d', 'c'), 'a>a>c>d>c>>d'],
+        [inIt('a', item('c')), 'a>c'],
+        [item('', { mediaPath: '', assetName: '' }), 'a>c'],
+        [item('', { mediaPath: '/x/', assetName: '' }), 'a>c /x/'],
+    ]) {
+        tree.hear('SaveAsset', { assetItemList: [told] });
+        const rows = tree.rows(open);
+        const texts = rows.map(({ node, level }) => `${'>'.repeat(level) || ' '}${node.name}`);
+        assert.equal(texts.join('').trim(), expected);
+        assert.equal(new Set(rows.map(({ key }) => key)).size, rows.length, expected);
+    }
+});
+
 test('the requests of the day are what the panel makes', () => {
     const tree = treeOfTheDay();
     const [pier, wide, cut] = tree.rows(open).map(({ node }) => node);

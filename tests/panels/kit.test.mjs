@@ -114,7 +114,8 @@ const listed = (taskID, more) =>
 const shown = (tasks) => tasks.all.map(({ id, status }) => `${id} ${status}`);
 
 test('an ingest is followed from step to step', () => {
-    const tasks = new TaskList();
+    const ends = [];
+    const tasks = new TaskList((ended) => ended && ends.push(`${ended.id} ${ended.status}`));
     const batch = { batchID: 'x', targetBin: 'Day 1' };
     for (const [name, message, status, detail] of [
         ['StartIngest', {}, 'running', ''],
@@ -135,6 +136,11 @@ test('an ingest is followed from step to step', () => {
     assert.deepEqual(shown(tasks), ['b done', 'a cancelled'],
         'nobody tells the end of what nobody told to begin');
     assert.equal(tasks.hear('TransferProgress', { ...header('unknown'), percentage: 3 }), false);
+    tasks.hear('IngestItemsReady', { ...header('b'), ingestItemList: [{}] });
+    assert.deepEqual([tasks.all[0].detail, ends], ['2 clips ready', ['a cancelled', 'b done']],
+        'an end is told once');
+    tasks.hear('StartIngest', header('b'));
+    assert.deepEqual([tasks.all[0].detail, ...shown(tasks)], ['', 'b running', 'a cancelled']);
 });
 
 test('what the host lists is so', () => {

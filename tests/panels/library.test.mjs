@@ -103,6 +103,12 @@ test('news change what stands of a clip, and reading it makes it good', () => {
     assert.equal(clips.get(path).modified, 'now');
     assert.equal(clips.get(path).xmp, '<x/>');
     assert.equal(clips.hear('TransferStatus', {}), false);
+    for (const name of ['ImportXMPStatus', 'XMPChanged', 'FileChanged', 'SaveAsset', 'IngestItemsReady',
+        'BackupItemsReady', 'XMPFileTimeChanged'])
+        for (const entry of [{}, { mediaPath: '', filePath: '' }])
+            clips.hear(name, { assetMediaInfoList: [entry], assetItemList: [entry], ingestItemList: [entry],
+                actionResultList: [entry] });
+    assert.equal(clips.all.length, 2, 'what has no path is no clip');
 });
 
 test('files move and copies come', () => {
