@@ -21,6 +21,9 @@ using Session::Json;
 /// Texts beyond it are not checked: the recorder waits meanwhile.
 constexpr std::size_t kLargestChecked = std::size_t{1} << 18;
 
+/// A short text may have a finding for every four bytes.
+constexpr std::size_t kMostFindings = 100;
+
 constexpr std::string_view kComment = "# ";
 /// How the recorder begins what no input caused.
 constexpr std::string_view kOutside = "not inside an input that the recorder sees: ";
@@ -44,12 +47,16 @@ std::string StringIn(const Json& object, const char* member)
     return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
 }
 
-Json FindingsOf(const std::string& xml, const std::string& type)
+/// \param more Gets how many there are beside those that are returned.
+Json FindingsOf(const std::string& xml, const std::string& type, std::size_t& more)
 {
     Json findings = Json::array();
     if (xml.size() > kLargestChecked)
         return findings;
-    for (const Protocol::Finding& each : Protocol::Check(Protocol::ThisModel(), xml, type))
+    auto all = Protocol::Check(Protocol::ThisModel(), xml, type);
+    more = all.size() - std::min(all.size(), kMostFindings);
+    all.resize(all.size() - more);
+    for (const Protocol::Finding& each : all)
         findings.push_back({{"line", each.line},
                             {"column", each.column},
                             {"kind", each.kind},
@@ -175,9 +182,12 @@ void Traffic::TakeInput(const std::string& text, const Json& line)
         entry.request = type;
         if (!entry.by.empty())
             members["by"] = entry.by;
-        Json findings = FindingsOf(StringIn(line, "data"), type);
+        std::size_t more = 0;
+        Json findings = FindingsOf(StringIn(line, "data"), type, more);
         if (!findings.empty())
             members["findings"] = std::move(findings);
+        if (more > 0)
+            entry.marks.push_back("and " + std::to_string(more) + " findings more");
         if (!IsHandled(type))
             entry.marks.emplace_back(Marks::kUnhandled);
     }

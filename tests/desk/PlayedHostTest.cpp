@@ -137,6 +137,7 @@ TEST_F(PlayedHostTest, RequestsThatPassUseNothingUp)
     timer.Pass(kStarted);
     ASSERT_EQ(State()["waitsFor"], kEvent + "OpenIngestDialog");
     Raise(kPage, "ImportXMP", Message(2, import));
+    Raise(kPage, "SelectAssets", "\xc3");
     Raise(kPage, "RenameRequest", Message(3, kItem));
     EXPECT_EQ(State()["waitsFor"], kEvent + "OpenIngestDialog");
     Raise(kPage, "OpenIngestDialog", Message(4, dialog));
@@ -192,6 +193,10 @@ TEST_F(PlayedHostTest, SaysWhatDiffers)
          transfer(ftp),
          Message(2, R"(<ftpSetting ftpServerName="b" ftpPassword="secret"/>)"),
          {R"(ftpSetting.ftpServerName was "a", is "b")"}},
+        {"no UTF-8",
+         transfer(R"(<targetBin ID="a"/>)"),
+         Message(2, "<targetBin ID=\"\xc3\"/>"),
+         {R"(targetBin was "a", is ")"}},
         {"no text", transfer(two), "<a", {"the text cannot be read, line 1, column 3: "}},
         {"no text in the session",
          "<a",

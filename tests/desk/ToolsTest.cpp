@@ -108,6 +108,32 @@ TEST_F(ToolsTest, SeesWhatPasses)
     EXPECT_THAT(Told(), ElementsAre("notification"));
 }
 
+TEST_F(ToolsTest, BearsWhatHasTooMuchToShow)
+{
+    const auto request = [this] {
+        for (const Json& entry : Entries())
+            if (entry["line"].contains("panel"))
+                return entry;
+        return Json();
+    };
+    std::string many, nested, end;
+    for (int i = 0; i < 10000; ++i)
+        many += "<a/>";
+    for (int i = 0; i < 2000; ++i) {
+        nested += "<assetItemList><assetItem>";
+        end += "</assetItem></assetItemList>";
+    }
+    library.Say(PageFrames::Raise("TransferRequest", "<browserMessage>" + many + "</browserMessage>", 1));
+    Json entry = request();
+    EXPECT_EQ(entry["findings"].size(), 100u);
+    EXPECT_THAT(entry["marks"].dump(), HasSubstr("findings more"));
+    library.Say(
+        PageFrames::Raise("TriggerSaveAsset", "<browserMessage>" + nested + end + "</browserMessage>", 2));
+    entry = request();
+    EXPECT_THAT(Do("inspect", {{"number", entry["number"]}})["value"].dump(), HasSubstr("assetItemList"));
+    EXPECT_EQ(Do("save", {{"numbers", {entry["number"]}}})["value"]["standsAlone"], true);
+}
+
 TEST_F(ToolsTest, GoesOnWhereItWas)
 {
     library.Say(PageFrames::Raise("TransferRequest", Transfer(), 1));
