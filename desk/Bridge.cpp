@@ -218,7 +218,7 @@ void Bridge::SendState()
 bool Bridge::Disturb(const std::string& browserID, const Faults::Settings& settings)
 {
     const auto session = std::find_if(mSessions.begin(), mSessions.end(), [&browserID](const Session& each) {
-        return each.link && each.origin.browserID == browserID;
+        return each.origin.browserID == browserID;  // it may be away for a moment
     });
     if (session == mSessions.end())
         return false;

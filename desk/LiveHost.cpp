@@ -84,7 +84,7 @@ void LiveHost::Raise(const Origin& asker, const std::string& type, const std::st
         SeatOf(kind).access->SetDispatcher(dispatcher);
     }
     const AskerScope scope(mAsker, asker);
-    const Marks::Raising raising(mRecorder, asker, type);
+    const Marks::Raising raising(mRecorder, asker, type, mHandles);
     mServices.GetPanelEvents().Raise(identifier, ferrite::utility::UTF8to16(xml));
     if (std::find(mHandles.begin(), mHandles.end(), type) != mHandles.end())
         mWork.Handle(asker, type, xml);

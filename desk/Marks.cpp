@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace Desk::Marks {
 namespace {
 
@@ -17,10 +19,12 @@ void Put(Recording::Recorder& recorder, const char* member, const std::string& m
     PutObject(recorder, {{member, mark}});
 }
 
-Raising::Raising(Recording::Recorder& recorder, const Origin& asker, const std::string& type)
+Raising::Raising(Recording::Recorder& recorder, const Origin& asker, const std::string& type,
+                 const std::vector<std::string>& handles)
     : mRecorder(recorder), mType(type)
 {
-    PutObject(mRecorder, {{"raises", mType}, {"by", asker.browserID}});
+    const bool isAnswered = std::find(handles.begin(), handles.end(), type) != handles.end();
+    PutObject(mRecorder, {{"raises", mType}, {"by", asker.browserID}, {"answered", isAnswered}});
 }
 
 Raising::~Raising()

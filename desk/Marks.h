@@ -4,13 +4,15 @@
 #include "recorder/Recorder.h"
 
 #include <string>
+#include <vector>
 
 /// What the desk knows of the lines of its recording and a replay need not: comments of it, which Traffic
 /// reads again. \see Mark
 namespace Desk::Marks {
 
 /// How such a comment begins; JSON follows, an object with one of these members:
-///     raises: IDENTIFIER, by: BROWSER ID   until `raised`, a request of that type is this page's
+///     raises: IDENTIFIER, by: BROWSER ID   until `raised`, a request of that type is this page's; with
+///                                          answered: true if the host answers it beside the connectors
 ///     raised: IDENTIFIER
 ///     next: MARK                           of the request that comes next
 ///     last: MARK                           of the line before
@@ -28,8 +30,9 @@ void Put(Recording::Recorder& recorder, const char* member, const std::string& m
 class Raising
 {
 public:
-    /// Both outlive it.
-    Raising(Recording::Recorder& recorder, const Origin& asker, const std::string& type);
+    /// All outlive it. \param handles The requests that the host answers beside the connectors.
+    Raising(Recording::Recorder& recorder, const Origin& asker, const std::string& type,
+            const std::vector<std::string>& handles);
     ~Raising();
     Raising(const Raising&) = delete;
     Raising& operator=(const Raising&) = delete;

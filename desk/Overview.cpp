@@ -128,14 +128,18 @@ void Overview::TakeCallback(const Json& line)
         for (const Json& each : ArgumentOf(line, 0))
             if (Json* const running = FindTask("taskID", TextOf(each)))
                 (*running)["isPaused"] = name == "OnIngestPaused";
-    if (name == "OnReadXMPFinished" && ArgumentOf(line, 2).is_number() && ArgumentOf(line, 2) >= 0)
-        TakeAssets("media info", {{"assetMediaType", 1},
-                                  {"mediaPath", ArgumentOf(line, 3)},
-                                  {"assetMediaInfoGUID", ArgumentOf(line, 4)},
-                                  {"xmpString", ArgumentOf(line, 6)},
-                                  {"createTime", ArgumentOf(line, 7)},
-                                  {"lastModifyTime", ArgumentOf(line, 8)},
-                                  {"aliasName", FilePart(TextOf(ArgumentOf(line, 3)))}});
+    if (name == "OnReadXMPFinished" && ArgumentOf(line, 2).is_number() && ArgumentOf(line, 2) >= 0) {
+        const std::string path = TextOf(ArgumentOf(line, 3));
+        Json info = {{"assetMediaType", 1},
+                     {"mediaPath", path},
+                     {"assetMediaInfoGUID", ArgumentOf(line, 4)},
+                     {"xmpString", ArgumentOf(line, 6)},
+                     {"createTime", ArgumentOf(line, 7)},
+                     {"lastModifyTime", ArgumentOf(line, 8)}};
+        if (!mInfos.Has(path))
+            info["aliasName"] = FilePart(path);
+        TakeAssets("media info", info);
+    }
     if (name == "OnIngestItemsReady")
         for (const Json& item : ArgumentOf(line, 3))
             if (item.is_object())

@@ -47,6 +47,7 @@ private:
         /// An object without the key, or with an empty one, is left out, and one that there is no room for;
         /// one that is known takes its members.
         void Add(const char* key, const Json& value);
+        bool Has(const std::string& id) const { return mPlaces.count(id) != 0; }
         const Json& All() const { return mValues; }
 
     private:

@@ -141,14 +141,17 @@ void Traffic::TakeComment(const std::string& comment)
 void Traffic::TakeMark(const Json& mark)
 {
     if (mark.contains("raises")) {
-        mRaised = Raised{StringIn(mark, "raises"), StringIn(mark, "by"), std::exchange(mNextMarks, {})};
+        mRaised = Raised{StringIn(mark, "raises"), StringIn(mark, "by"), std::exchange(mNextMarks, {}),
+                         mark.value("answered", false)};
     } else if (mark.contains("raised") && mRaised) {
         const Raised raised = *std::exchange(mRaised, std::nullopt);
         if (raised.isSeen)
             return;
         std::vector<std::string> marks = raised.marks;
-        marks.push_back(Marks::kUnhandled);
-        AddNote(raised.type + " is not listened for", std::move(marks), raised.by);
+        if (!raised.isAnswered)
+            marks.push_back(Marks::kUnhandled);
+        AddNote(raised.type + (raised.isAnswered ? " is for the host alone" : " is not listened for"),
+                std::move(marks), raised.by);
     } else if (mark.contains("next")) {
         (mRaised && !mRaised->isSeen ? mRaised->marks : mNextMarks).push_back(StringIn(mark, "next"));
     } else if (mark.contains("last")) {
@@ -161,6 +164,34 @@ void Traffic::TakeMark(const Json& mark)
     }
 }
 
+void Traffic::TakeRequest(const Json& line, Entry& entry, Json& members)
+{
+    entry.request = StringIn(line, "panel");
+    bool isHandled = IsHandled(entry.request);
+    // What the host alone answers the checker does not know.
+    std::string event = entry.request;
+    if (mRaised && !mRaised->isSeen && mRaised->type == entry.request) {
+        mRaised->isSeen = true;
+        entry.by = mRaised->by;
+        members["by"] = entry.by;
+        entry.marks = std::move(mRaised->marks);
+        if (!isHandled && mRaised->isAnswered) {
+            isHandled = true;
+            event.clear();
+        }
+    } else {
+        entry.marks = std::exchange(mNextMarks, {});
+    }
+    std::size_t more = 0;
+    Json findings = FindingsOf(StringIn(line, "data"), event, more);
+    if (!findings.empty())
+        members["findings"] = std::move(findings);
+    if (more > 0)
+        entry.marks.push_back("and " + std::to_string(more) + " findings more");
+    if (!isHandled)
+        entry.marks.emplace_back(Marks::kUnhandled);
+}
+
 void Traffic::TakeInput(const std::string& text, const Json& line)
 {
     if (!mShared)
@@ -170,27 +201,8 @@ void Traffic::TakeInput(const std::string& text, const Json& line)
     entry.cause = mLast + 1;
     entry.standing = mShared;
     Json members = Json::object();
-    const std::string type = StringIn(line, "panel");
-    if (!type.empty()) {
-        if (mRaised && !mRaised->isSeen && mRaised->type == type) {
-            mRaised->isSeen = true;
-            entry.by = mRaised->by;
-            entry.marks = std::move(mRaised->marks);
-        } else {
-            entry.marks = std::exchange(mNextMarks, {});
-        }
-        entry.request = type;
-        if (!entry.by.empty())
-            members["by"] = entry.by;
-        std::size_t more = 0;
-        Json findings = FindingsOf(StringIn(line, "data"), type, more);
-        if (!findings.empty())
-            members["findings"] = std::move(findings);
-        if (more > 0)
-            entry.marks.push_back("and " + std::to_string(more) + " findings more");
-        if (!IsHandled(type))
-            entry.marks.emplace_back(Marks::kUnhandled);
-    }
+    if (line.contains("panel"))
+        TakeRequest(line, entry, members);
     if (line.contains("create")) {
         mStanding.alive.push_back(StringIn(line, "create"));
         mShared.reset();

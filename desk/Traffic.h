@@ -96,6 +96,7 @@ private:
         std::string type;
         std::string by;
         std::vector<std::string> marks;
+        bool isAnswered = false;  ///< By the host, beside the connectors.
         bool isSeen = false;
     };
 
@@ -103,6 +104,7 @@ private:
     void TakeComment(const std::string& line);
     void TakeMark(const Json& mark);
     void TakeInput(const std::string& text, const Json& line);
+    void TakeRequest(const Json& line, Entry& entry, Json& members);
     void TakeEffect(const std::string& text, const Json& line, std::uint64_t cause);
     void AddNote(const std::string& text, std::vector<std::string> marks, const std::string& by);
     /// \param line JSON. \param members What an entry has beside it.

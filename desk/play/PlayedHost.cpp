@@ -122,7 +122,7 @@ void PlayedHost::Attach(boost::shared_ptr<ReferenceHost::Panel> panel)
 
 void PlayedHost::Raise(const Origin& asker, const std::string& type, const std::string& xml)
 {
-    const Marks::Raising raising(mSeat->recorder, asker, type);
+    const Marks::Raising raising(mSeat->recorder, asker, type, mHandles);
     PlayRaised(asker, type, xml);
     if (std::find(mHandles.begin(), mHandles.end(), type) == mHandles.end())
         return;

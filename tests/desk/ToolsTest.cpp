@@ -98,8 +98,10 @@ TEST_F(ToolsTest, SeesWhatPasses)
     library.Say(PageFrames::Raise("TransferRequest", "<browserMessage><transferItems/></browserMessage>", 2));
     EXPECT_THAT(Told().front(), HasSubstr("panel by panel-1 with "));
     library.Say(PageFrames::Raise("OpenAsset", "<browserMessage/>", 3));
+    EXPECT_THAT(Told(), ElementsAre("panel by panel-1")) << "the host answers it";
+    library.Say(PageFrames::Raise("SelectAssets", "<browserMessage/>", 4));
     EXPECT_THAT(Told(), ElementsAre("panel by panel-1: unhandled with not-handled"));
-    library.Say(PageFrames::Raise("Nothing", "<browserMessage/>", 4));
+    library.Say(PageFrames::Raise("Nothing", "<browserMessage/>", 5));
     EXPECT_THAT(Told(), ElementsAre("note by panel-1: unhandled"));
     EXPECT_TRUE(Do("callback", {{"callback", "OnIngestStarted"}, {"args", {kTask}}})["value"].is_null());
     EXPECT_THAT(Told(), testing::Contains("notification of 1"));
