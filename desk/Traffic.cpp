@@ -147,7 +147,7 @@ void Traffic::TakeMark(const Json& mark)
         if (raised.isSeen)
             return;
         std::vector<std::string> marks = raised.marks;
-        marks.push_back(Marks::kUnhandled);
+        marks.emplace_back(Marks::kUnhandled);
         AddNote(raised.type + " is not listened for", std::move(marks), raised.by);
     } else if (mark.contains("next")) {
         (mRaised && !mRaised->isSeen ? mRaised->marks : mNextMarks).push_back(StringIn(mark, "next"));
