@@ -1,7 +1,5 @@
 #include "desk/Disturbance.h"
 
-#include <boost/weak_ptr.hpp>
-
 #include <exception>
 #include <utility>
 
@@ -42,9 +40,10 @@ void Disturbance::Hold(const Pass& pass, bool untilNext)
 {
     mHeld.push_back(pass);
     mIsUntilNext = untilNext;
-    mTimer.PostAfter(kHeld, [weak = weak_from_this(), number = ++mHolds] {
-        if (const auto self = weak.lock(); self && self->mHolds == number)
-            self->Flush();
+    mHold = std::make_shared<char>();
+    mTimer.PostAfter(kHeld, [this, hold = std::weak_ptr<char>(mHold)] {
+        if (!hold.expired())
+            Flush();
     });
 }
 

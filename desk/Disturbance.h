@@ -4,18 +4,17 @@
 #include "desk/HostThread.h"
 
 #include <boost/function.hpp>
-#include <boost/smart_ptr/enable_shared_from_this.hpp>
 
 #include <chrono>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <string>
 
 namespace Desk {
 
-/// One direction between the bridge and a page, with faults on the way. Lives in a shared pointer; used on
-/// the host's thread.
-class Disturbance : public boost::enable_shared_from_this<Disturbance>
+/// One direction between the bridge and a page, with faults on the way. Used on the host's thread.
+class Disturbance
 {
 public:
     /// Lets something pass. \param faults Null: as it is; else garbled by these.
@@ -55,8 +54,8 @@ private:
     const boost::function<void()> mDisconnect;
     const boost::function<void(const std::string&)> mMark;
     std::deque<Pass> mHeld;
-    bool mIsUntilNext = false;  ///< What is held comes behind the next one.
-    std::uint64_t mHolds = 0;   ///< How often something began to be held.
+    bool mIsUntilNext = false;    ///< What is held comes behind the next one.
+    std::shared_ptr<char> mHold;  ///< The timer's tasks of earlier holds do nothing.
     std::uint64_t mCount = 0;
 };
 

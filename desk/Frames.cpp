@@ -1,5 +1,7 @@
 #include "desk/Frames.h"
 
+#include "session/format/Json.h"
+
 #include <boost/smart_ptr/make_shared_object.hpp>
 #include <nlohmann/json.hpp>
 
@@ -167,7 +169,14 @@ std::vector<Frame> WriteTraffic(const std::vector<std::string>& entries)
 
 Frame WriteDone(std::uint64_t number, const Json& value)
 {
-    return Write({{"done", number}, {"value", value}});
+    std::string text;
+    try {
+        text = Session::DumpJson(value);  // which does not recurse: a record may nest deeply
+    } catch (const Json::exception&) {    // no UTF-8
+        text = value.dump(-1, ' ', false, Json::error_handler_t::replace);
+    }
+    return boost::make_shared<const std::string>("{\"done\":" + std::to_string(number) +
+                                                 ",\"value\":" + text + '}');
 }
 
 Frame WriteFailure(std::uint64_t number, const std::string& error)

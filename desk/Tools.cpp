@@ -243,7 +243,9 @@ std::optional<Json> Tools::Inspect(const Json& with, const Asker& /*asker*/)
                                     std::to_string(error.column) + ": " +
                                     ferrite::utility::UTF16to8(error.reason)}};
     const Session::ValueWriter writer = Session::SimulatedObjects::WriterFor(Session::Style::kSession);
-    return Json{{"record", Session::ParseJson(writer.TextOf(message))}};
+    Json value = Json::object();
+    value["record"] = Session::ParseJson(writer.TextOf(message));
+    return value;
 }
 
 std::optional<Json> Tools::Save(const Json& with, const Asker& asker)

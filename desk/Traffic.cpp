@@ -149,7 +149,7 @@ void Traffic::TakeMark(const Json& mark)
             return;
         std::vector<std::string> marks = raised.marks;
         if (!raised.isAnswered)
-            marks.push_back(Marks::kUnhandled);
+            marks.emplace_back(Marks::kUnhandled);
         AddNote(raised.type + (raised.isAnswered ? " is for the host alone" : " is not listened for"),
                 std::move(marks), raised.by);
     } else if (mark.contains("next")) {

@@ -121,7 +121,7 @@ TEST_F(ToolsTest, BearsWhatHasTooMuchToShow)
     std::string many, nested, end;
     for (int i = 0; i < 10000; ++i)
         many += "<a/>";
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 500; ++i) {
         nested += "<assetItemList><assetItem>";
         end += "</assetItem></assetItemList>";
     }
