@@ -215,9 +215,9 @@ const fixedColumns = [
 ];
 
 const valuesToSort = {
-    name: ({ name }) => name.toLowerCase(),
+    name: ({ name }) => name,
     length: ({ length }) => length ?? -1n,
-    path: ({ path }) => path.toLowerCase(),
+    path: ({ path }) => path,
 };
 
 function showColumns() {
