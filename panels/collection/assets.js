@@ -97,9 +97,9 @@ export class AssetTree {
     }
 
     #copied({ ingestItemList = [] }) {
+        const originals = new Map(this.#roots.map((root) => [pathEnd(this.#nodes.get(root).path), root]));
         for (const { filePath } of ingestItemList.filter((item) => item?.filePath)) {
-            const isCopied = (root) => pathEnd(this.#nodes.get(root).path) === pathEnd(filePath);
-            const key = this.#roots.findLast(isCopied);
+            const key = originals.get(pathEnd(filePath));
             const copies = this.#nodes.get(key)?.copies;
             if (copies !== undefined && !copies.includes(filePath))
                 this.#put(key, { copies: [...copies, filePath] });

@@ -109,10 +109,10 @@ export class ClipList {
      * own.
      */
     #copied({ ingestItemList = [], batchID }) {
+        const ofBatch = this.all.filter((clip) => clip.batchID === batchID);
+        const originals = new Map(ofBatch.reverse().map(({ path }) => [pathEnd(path), path]));
         for (const item of ingestItemList.filter((item) => item?.filePath)) {
-            const clip = this.all.find(
-                (clip) => clip.batchID === batchID && pathEnd(clip.path) === pathEnd(item.filePath),
-            );
+            const clip = this.#clips.get(originals.get(pathEnd(item.filePath)));
             if (clip === undefined) this.#put(item.filePath, fromIngestItem(item));
             else if (!clip.copies.includes(item.filePath))
                 this.#put(clip.path, { copies: [...clip.copies, item.filePath] });
