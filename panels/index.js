@@ -1,9 +1,9 @@
 // The first page of the desk: whether it is there, where to go, and who is connected.
 
 import { beginPage } from './desk/page.js';
-import { element } from './kit/elements.js';
-
-const kindNames = { library: 'library', mediaCollection: 'media collection' };
+import { shortName } from './client/rules.js';
+import { element, setText } from './kit/elements.js';
+import { kindNames } from './kit/words.js';
 
 /** Folder, name, what it is for; `isThere` says by the state whether there is such a page. */
 const pages = [
@@ -29,7 +29,14 @@ function showPages(state) {
                 ),
             ),
         );
-    document.getElementById('pages').replaceChildren(...links);
+    replaceIfOther('pages', links);
+}
+
+/** A list that says the same stays, with the focus that it may have. */
+function replaceIfOther(id, items) {
+    const list = document.getElementById(id);
+    const textOf = (nodes) => [...nodes].map(({ textContent }) => textContent).join('\n');
+    if (textOf(list.children) !== textOf(items)) list.replaceChildren(...items);
 }
 
 function showPanels(panels = []) {
@@ -41,8 +48,22 @@ function showPanels(panels = []) {
             faults && element('span', { className: 'badge warn', textContent: 'faults on' }),
         ),
     );
-    document.getElementById('panels').replaceChildren(...items);
+    replaceIfOther('panels', items);
     document.getElementById('none').hidden = items.length > 0;
+}
+
+/** What else the host does, where it is more than to wait for panels. */
+function hostText({ play, exit, record }) {
+    const waits = play?.waitsFor ? `, waits for ${shortName(play.waitsFor)} from a panel` : '';
+    return [
+        play && `It plays ${play.file}: line ${play.line} of ${play.lines}${play.isEnded ? ', ended' : waits}.`,
+        play?.problem && `The session has a problem: ${play.problem}.`,
+        record && `It is recorded to ${record}.`,
+        exit?.isAsked && 'It was asked to end.',
+        exit?.refusedBy && `It was asked to end; ${exit.refusedBy} refused.`,
+    ]
+        .filter(Boolean)
+        .join(' ');
 }
 
 showPages({});
@@ -50,5 +71,6 @@ await beginPage({
     state: (state) => {
         showPages(state);
         showPanels(state.panels);
+        setText(document.getElementById('host'), hostText(state));
     },
 });

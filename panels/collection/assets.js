@@ -2,6 +2,7 @@
 
 import { newGuid } from '../client/guid.js';
 import { isGood, pathEnd } from '../kit/format.js';
+import { finderOf, inOrder } from '../kit/lists.js';
 import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf, nameAt } from '../kit/media.js';
 import { clipTypes } from '../kit/words.js';
 
@@ -96,9 +97,9 @@ export class AssetTree {
     }
 
     #copied({ ingestItemList = [] }) {
+        const originals = new Map(this.#roots.map((root) => [pathEnd(this.#nodes.get(root).path), root]));
         for (const { filePath } of ingestItemList.filter((item) => item?.filePath)) {
-            const isCopied = (root) => pathEnd(this.#nodes.get(root).path) === pathEnd(filePath);
-            const key = this.#roots.findLast(isCopied);
+            const key = originals.get(pathEnd(filePath));
             const copies = this.#nodes.get(key)?.copies;
             if (copies !== undefined && !copies.includes(filePath))
                 this.#put(key, { copies: [...copies, filePath] });
@@ -217,28 +218,21 @@ export class AssetTree {
         sortedBy,
         descending = false,
     }) {
-        const words = search.toLowerCase().split(/\s+/).filter(Boolean);
+        const isFound = finderOf(search);
         const rows = [];
-        const holds = (text) => words.every((word) => text.includes(word));
-        const compare = (a, b) => (a[0] < b[0] ? -1 : a[0] > b[0] ? 1 : 0) * (descending ? -1 : 1);
-        const inOrder = (keys) => {
+        const nodesOf = (keys) => {
             const nodes = keys.map((key) => this.#nodes.get(key));
-            if (sortedBy === undefined) return nodes;
-            return nodes
-                .map((node) => [sortedBy(node), node])
-                .sort(compare)
-                .map(([, node]) => node);
+            return sortedBy === undefined ? nodes : inOrder(nodes, sortedBy, descending);
         };
         const add = (node, level) => {
             const place = rows.length;
             const isParent = node.children.length > 0;
-            const expanded = isParent ? words.length > 0 || !isShut(node.key) : undefined;
+            const expanded = isParent ? isFound !== undefined || !isShut(node.key) : undefined;
             rows.push({ key: node.key, node, level, expanded });
-            if (expanded) for (const child of inOrder(node.children)) add(child, level + 1);
-            const isFound = words.length === 0 || holds(textOf(node).toLowerCase());
-            if (!isFound && rows.length === place + 1) rows.pop();
+            if (expanded) for (const child of nodesOf(node.children)) add(child, level + 1);
+            if (rows.length === place + 1 && isFound?.(textOf(node)) === false) rows.pop();
         };
-        for (const root of inOrder(this.#roots)) add(root, 0);
+        for (const root of nodesOf(this.#roots)) add(root, 0);
         return rows;
     }
 }

@@ -10,6 +10,7 @@ import { glyph } from '../kit/glyphs.js';
 import { isOfRoughCut, typeNames } from '../kit/media.js';
 import { failureText, problemsOf } from '../kit/outcome.js';
 import { PanelPage } from '../kit/panel-page.js';
+import { soon } from '../kit/soon.js';
 import { progressText } from '../kit/tasks.js';
 import { AssetTree } from './assets.js';
 import { Columns } from './columns.js';
@@ -25,20 +26,22 @@ const shut = new Set(); // keys
 const order = { key: '', descending: false };
 
 const page = new PanelPage('mediaCollection', {
-    changed: () => show(),
+    changed: () => showSoon(),
     news: (name, message) => {
-        if (tree.hear(name, message)) show();
+        if (tree.hear(name, message)) showSoon();
     },
     state: (state) => {
         if (Array.isArray(state.columns) && columns.heardState(state.columns)) showColumns();
     },
     unknown: 'This host lists neither tasks nor columns: what other pages did is not known here.',
 });
+const showSoon = soon(() => show());
 
 let chosen = []; // the assets that an action is about, in the order of the tree
 
 const needsOne = () => (chosen.length === 1 ? undefined : 'Select one asset.');
 const needsSome = () => (chosen.length > 0 ? undefined : 'Select one asset or more.');
+const needsIdle = (what, needs) => () => needs() ?? page.busyWith(what, chosen);
 const needsColumn = () => (columns.all.length > 0 ? undefined : 'Add a column first.');
 const needsBoth = () => needsOne() ?? needsColumn();
 
@@ -56,14 +59,18 @@ async function run(what, content, work, some, how = {}) {
     return outcome;
 }
 
+let notIngested = ''; // paths to correct
+
 async function ingest() {
-    const values = await questions.ingest();
+    const values = await questions.ingest(notIngested);
     if (values === null) return;
+    notIngested = '';
     const count = requests.linesOf(values.paths).length;
-    await page.run('IngestMedia', requests.ingest(values), {
+    const { status, items } = await page.run('IngestMedia', requests.ingest(values), {
         title: `Ingest – ${plural(count, 'file')}`,
         isLong: true,
     });
+    if (status !== 'done' || items.length > 0) notIngested = values.paths;
 }
 
 /** Why XMP was not read; rough cuts are the usual reason. */
@@ -152,16 +159,16 @@ const groups = [
         [
             {
                 label: 'Read XMP of project',
-                prevented: needsOne,
+                prevented: needsIdle('ReadXMPFromCache', needsOne),
                 run: () => readXmp('ReadXMPFromCache', 'Read XMP of the project', chosen),
             },
             {
                 label: 'Read XMP from disk',
-                prevented: needsSome,
+                prevented: needsIdle('ReadXMPFromDisk', needsSome),
                 run: () => readXmp('ReadXMPFromDisk', 'Read XMP from disk', chosen),
             },
-            { label: 'Save', run: save, prevented: needsSome },
-            { label: 'Export', run: exportSome, prevented: needsSome },
+            { label: 'Save', run: save, prevented: needsIdle('TriggerSaveAsset', needsSome) },
+            { label: 'Export', run: exportSome, prevented: needsIdle('ExportAsset', needsSome) },
             { label: 'Fill in …', run: fillIn, prevented: needsBoth },
         ],
     ],
@@ -215,9 +222,9 @@ const fixedColumns = [
 ];
 
 const valuesToSort = {
-    name: ({ name }) => name.toLowerCase(),
+    name: ({ name }) => name,
     length: ({ length }) => length ?? -1n,
-    path: ({ path }) => path.toLowerCase(),
+    path: ({ path }) => path,
 };
 
 function showColumns() {

@@ -6,7 +6,8 @@ import { pathsProblem } from './requests.js';
 
 const last = { copyTo: '' };
 
-export async function ingest() {
+/** @param {string} paths What stands there first. */
+export async function ingest(paths) {
     const values = await ask({
         title: 'Ingest files',
         fields: [
@@ -14,6 +15,7 @@ export async function ingest() {
                 name: 'paths',
                 label: 'Files',
                 type: 'textarea',
+                value: paths,
                 required: true,
                 check: pathsProblem,
                 hint: 'One a line, all of one folder: the first with its whole path, the others by name.',

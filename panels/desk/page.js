@@ -1,26 +1,23 @@
 // What the desk's own pages begin with: the session, the connection, and saying how it stands.
 
-import { beginSession } from '../kit/session.js';
+import { beginSession, closedText, plainReason } from '../kit/session.js';
 import { setText } from '../kit/elements.js';
 import { connectDesk } from './tools.js';
 
 const texts = {
     open: () => 'Connected.',
-    waiting: (reason) => `The connection is lost and made again: ${reason}. What is shown may be old.`,
-    closed: (reason) =>
-        `The connection is closed: ${reason}. What is shown is old. ` +
-        'Start the desk again and open the address it prints.',
-    refused: (reason) => `${reason}.`,
+    waiting: (reason) =>
+        `The connection is lost and made again: ${plainReason(reason)}. What is shown may be old. ` +
+        'A desk that was started anew has another address: it prints it.',
+    closed: (reason) => `The connection is closed, and what is shown is old: ${closedText(reason)}`,
+    refused: (reason) => `${plainReason(reason)}.`,
 };
-
-/** What browsers say of a socket that nobody answered is a number. */
-const plain = (reason) => (reason === 'closed with 1006' ? 'the desk does not answer' : reason);
 
 function show(event, reason) {
     const place = document.getElementById('connection');
     place.dataset.event = event;
     place.classList.toggle('error', event !== 'open');
-    setText(place, texts[event](plain(String(reason).trim().replace(/\.$/, ''))));
+    setText(place, texts[event](reason));
 }
 
 /**

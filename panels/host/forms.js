@@ -11,8 +11,15 @@ export function tell(place, text, isGood = true) {
     setText(place, text);
 }
 
-/** @returns {Promise<unknown>} What the desk says to a command; undefined when it comes to nothing. */
+const busy = new Set(); // places of which a command is on its way
+
+/**
+ * One command of a place at a time: what is pressed twice is meant once.
+ * @returns {Promise<unknown>} What the desk says to a command; undefined when it comes to nothing.
+ */
 export async function attempt(place, desk, command, content, done) {
+    if (busy.has(place)) return undefined;
+    busy.add(place);
     try {
         if (desk === undefined)
             throw new Error('There is no connection to the desk: see the top of the page.');
@@ -22,6 +29,8 @@ export async function attempt(place, desk, command, content, done) {
     } catch (error) {
         tell(place, error.message, false);
         return undefined;
+    } finally {
+        busy.delete(place);
     }
 }
 

@@ -2,6 +2,7 @@
 
 import { beginPage } from '../desk/page.js';
 import { element } from '../kit/elements.js';
+import { soon } from '../kit/soon.js';
 import { timeText } from '../traffic/texts.js';
 import { beginCallbacks } from './callbacks.js';
 import { byID } from './forms.js';
@@ -15,7 +16,6 @@ const levelClasses = { WARN: 'warn', ERROR: 'bad' };
 let desk;
 let state; // undefined until the desk says how things stand
 let reported; // the newest report that is shown
-let isShowing = false;
 
 const deskOf = () => desk;
 
@@ -41,17 +41,12 @@ function showReports() {
 }
 
 /** Many entries are one picture. */
-function showSoon() {
-    if (isShowing) return;
-    isShowing = true;
-    setTimeout(() => {
-        isShowing = false;
-        showDialog(watch.dialog);
-        showReports();
-        showSources(tasksIn(state ?? {}), watch.requests);
-        if (state !== undefined) showState(state);
-    }, 50);
-}
+const showSoon = soon(() => {
+    showDialog(watch.dialog);
+    showReports();
+    showSources(tasksIn(state ?? {}), watch.requests);
+    if (state !== undefined) showState(state);
+});
 
 function hear(entries) {
     watch.hear(entries);

@@ -6,11 +6,22 @@ import { plural } from '../kit/format.js';
 import { argumentsOf } from './examples.js';
 import { byID, option, tell } from './forms.js';
 
-const rates = { 24: [24], 25: [25], 29.97: [30000, 1001], 30: [30], 50: [50], 59.94: [60000, 1001] };
+const rates = {
+    23.976: [24000, 1001],
+    24: [24],
+    25: [25],
+    29.97: [30000, 1001],
+    30: [30],
+    50: [50],
+    59.94: [60000, 1001],
+    60: [60],
+};
 const told = byID('ingest-told');
 const items = byID('ingest-items');
 let shown; // the number of the entry that opened the dialog
 let count = 0;
+let isTyped = false; // whether the person has begun to say what is ingested
+let answered; // the number of the entry whose dialog was ended here
 
 /** What a clip is given by: name of the value, label, type of the control, what stands there first. */
 const fields = [
@@ -118,14 +129,21 @@ function callsFor(clips, bin) {
     ].map((callback) => [callback, values]);
 }
 
+/** Ends the dialog, once, also when it is pressed twice. */
 async function make(desk, calls, done) {
-    for (const [callback, values] of calls)
-        try {
+    if (answered === shown) return;
+    answered = shown;
+    let callback;
+    try {
+        for (const [name, values] of calls) {
+            callback = name;
             await desk.do('callback', { callback, args: argumentsOf(callback, values) });
-        } catch (error) {
-            return tell(told, `The ingest stopped at ${callback}: ${error.message}`, false);
         }
-    tell(told, done);
+        tell(told, done);
+    } catch (error) {
+        tell(told, `The ingest stopped at ${callback}: ${error.message}`, false);
+        answered = undefined;
+    }
 }
 
 function ingest(desk, bin) {
@@ -144,23 +162,29 @@ function ingest(desk, bin) {
     make(desk, callsFor(clips.map(givenIn).map(itemOf), bin), done);
 }
 
-/** Shows the dialog that is open, or none. */
+/** Shows the dialog that is open, or none. One that is asked for again keeps what was typed. */
 export function showDialog(dialog) {
     if (dialog?.number === shown) return;
     const section = byID('ingest');
     const hadFocus = section.contains(document.activeElement);
+    const wasOpen = shown !== undefined;
     shown = dialog?.number;
     section.hidden = dialog === undefined;
-    if (hadFocus) byID('tasks-title').focus();
-    if (dialog === undefined) return;
+    if (dialog === undefined) {
+        if (hadFocus) byID('tasks-title').focus();
+        return;
+    }
     const bin = dialog.bin === '' ? 'no bin' : `the bin “${dialog.bin}”`;
     const text = `${dialog.by ?? 'A panel'} asks for the ingest dialog, for ${bin}. It is open.`;
     setText(byID('ingest-text'), text);
+    if (wasOpen && isTyped) return;
+    isTyped = false;
     count = 0;
     items.replaceChildren();
     addClip(dialog.bin);
     addClip(dialog.bin);
     tell(told, '');
+    if (hadFocus) byID('ingest-title').focus();
 }
 
 export function beginIngest(deskOf, watch) {
@@ -175,6 +199,9 @@ export function beginIngest(deskOf, watch) {
             .querySelector('input')
             .focus(),
     );
+    byID('ingest-form').addEventListener('input', () => {
+        isTyped = true;
+    });
     byID('ingest-form').addEventListener('submit', (event) => {
         event.preventDefault();
         withDesk((desk, { bin }) => ingest(desk, bin));

@@ -3,13 +3,13 @@
 import { ask } from '../kit/dialog.js';
 import { element, setText } from '../kit/elements.js';
 import { plural } from '../kit/format.js';
+import { kindNames } from '../kit/words.js';
 import { shortName } from '../client/rules.js';
 import { editCallback } from './callbacks.js';
 import { attempt, byID, option, showFacts, showItems, tell } from './forms.js';
 import { editAnswer } from './status.js';
 import { statusOf, stepsOf } from './steps.js';
 
-const kindNames = { library: 'library', mediaCollection: 'media collection' };
 const faultKinds = ['drop', 'delay', 'double', 'reorder', 'garble', 'disconnect'];
 const speeds = [0.25, 0.5, 1, 2, 5, 10, 100];
 let deskOf;
@@ -19,9 +19,14 @@ const byWhom = (by, kind) => (by ? `of ${[by, kindNames[kind] ?? kind].filter(Bo
 
 function taskItem() {
     let [steps, task] = [[]];
-    const title = element('p', { className: 'title' });
+    const name = element('strong');
+    const done = element('span', { className: 'note' });
+    const asker = element('span');
+    const badge = element('span', { className: 'badge' });
+    const title = element('p', { className: 'title' }, name, done, asker, badge);
     const progress = element('progress', { max: 100 });
-    const ids = element('p', { className: 'note' });
+    const id = element('code');
+    const ids = element('p', { className: 'note' }, 'Task ', id);
     const buttons = element('div', { className: 'toolbar' });
     const item = element('li', {}, title, progress, ids, buttons);
     const run = (i) => {
@@ -42,16 +47,14 @@ function taskItem() {
         steps = stepsOf(task, watch.callOf(task.msgID));
         const { what, operation, by, kind, percentage, isPaused, taskID } = task;
         const state = isPaused ? 'paused' : typeof percentage === 'number' ? `${percentage} %` : 'running';
-        title.replaceChildren(
-            element('strong', { textContent: what }),
-            element('span', { className: 'note', textContent: operation === what ? '' : (operation ?? '') }),
-            byWhom(by, kind),
-            element('span', { className: 'badge', textContent: state }),
-        );
+        setText(name, what);
+        setText(done, operation === what ? '' : (operation ?? ''));
+        setText(asker, byWhom(by, kind));
+        setText(badge, state);
         progress.setAttribute('aria-label', `${what} ${byWhom(by, kind)}`);
         if (typeof percentage === 'number' && percentage >= 0) progress.value = percentage;
         else progress.removeAttribute('value');
-        ids.replaceChildren('Task ', element('code', { textContent: taskID }));
+        setText(id, taskID);
         if (steps.length > 0)
             show(
                 steps.map(({ label }) => label),
@@ -206,8 +209,9 @@ export function showState(state) {
         'Panel of an author': author ? 'served at /panel/' : undefined,
     });
     setText(byID('exit-state'), exitText(exit));
+    byID('exit').disabled = exit?.isAsked === true;
     byID('exit-state').className = exit?.refusedBy === undefined ? 'note' : 'warn';
-    showItems(byID('tasks'), tasksIn(state), ({ taskID, what }) => `${what} ${taskID}`, taskItem);
+    showItems(byID('tasks'), tasksIn(state), ({ taskID, msgID, what }) => `${what} ${taskID} ${msgID}`, taskItem);
     byID('tasks-none').hidden = tasks.length > 0;
     showItems(byID('panels'), panels, ({ browserID }) => browserID, panelItem);
     byID('panels-none').hidden = panels.length > 0;
@@ -225,7 +229,7 @@ export function beginState(getDesk, theWatch) {
         const text =
             'Panels are told that the host exits. Unless one refuses, the desk ends after two seconds.';
         if ((await ask({ title: 'Exit the host?', text, fields: [], action: 'Exit the host' })) !== null)
-            attempt(byID('exit-state'), deskOf(), 'exit', {}, 'Asked.');
+            attempt(byID('exit-told'), deskOf(), 'exit', {}, '');
     });
     const play = (id, event, command, content, done) =>
         byID(id).addEventListener(event, ({ target }) =>

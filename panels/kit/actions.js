@@ -1,18 +1,22 @@
 import { element } from './elements.js';
 
-/** Buttons of a toolbar that say why they cannot be used. */
+/** Buttons of a toolbar that say why they cannot be used; so the focus gets to them all the same. */
 export class Actions {
     #entries;
+    #reason;
 
     /**
      * @param {{label: string, className?: string, run: () => void, prevented?: () => string | undefined}[]}
      *     actions `prevented`: why it cannot be done now.
      */
     constructor(actions) {
-        this.#entries = actions.map(({ label, className = '', run, prevented = () => undefined }) => ({
-            button: element('button', { type: 'button', className, textContent: label, onclick: run }),
-            prevented,
-        }));
+        this.#entries = actions.map(({ label, className = '', run, prevented = () => undefined }) => {
+            const button = element('button', { type: 'button', className, textContent: label });
+            button.addEventListener('click', () => {
+                if ((this.#reason ?? prevented()) === undefined) run();
+            });
+            return { button, prevented };
+        });
     }
 
     get buttons() {
@@ -21,9 +25,10 @@ export class Actions {
 
     /** @param {string} [reason] Why nothing can be done at all. */
     update(reason) {
+        this.#reason = reason;
         for (const { button, prevented } of this.#entries) {
             const why = reason ?? prevented();
-            button.disabled = why !== undefined;
+            button.setAttribute('aria-disabled', String(why !== undefined));
             button.title = why ?? '';
         }
     }

@@ -47,11 +47,13 @@ export class Details {
         const isSame = items.length === before?.length && items.every((item, i) => item === before[i]);
         if (isSame && !isAnew) return;
         this.#shown = items;
+        const focused = document.activeElement; // views move what stays
+        const hadFocus = this.#place.contains(focused);
         const { none, one, some } = this.#views;
         const parts = items.length === 0 ? none() : items.length === 1 ? one(items[0]) : some(items);
-        const focused = document.activeElement;
         this.#place.replaceChildren(...parts.filter(Boolean));
-        if (this.#place.contains(focused)) focused.focus();
+        // What is gone leaves the focus to the place, not to the top of the page.
+        if (hadFocus) (this.#place.contains(focused) ? focused : this.#place).focus();
         if (items[0]?.key !== before?.[0]?.key) this.#place.scrollTop = 0;
     }
 }

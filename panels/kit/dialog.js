@@ -19,6 +19,12 @@ const controls = {
 };
 
 let count = 0;
+let obstacle = () => undefined;
+
+/** @param {() => string | undefined} reason Why no answer is of use now: a dialog then stays as it is. */
+export function setObstacle(reason) {
+    obstacle = reason;
+}
 
 class Field {
     constructor(field) {
@@ -72,6 +78,7 @@ export function ask({ title, text, fields: described, action }) {
     const asked = (values) => fields.filter(({ field }) => field.when?.(values) ?? true);
     const heading = element('h2', { textContent: title, id: `dialog-${++count}` });
     const dialog = element('dialog', { 'aria-labelledby': heading.id });
+    const hindered = element('p', { className: 'error', role: 'alert' });
     const showAsked = () => {
         const shown = new Set(asked(allValues()));
         for (const field of fields) field.block.hidden = !shown.has(field);
@@ -87,8 +94,10 @@ export function ask({ title, text, fields: described, action }) {
             const values = allValues();
             const wrong = asked(values).filter((field) => !field.check(values));
             if (wrong.length > 0) return wrong[0].control.focus();
+            setText(hindered, obstacle() ?? '');
+            if (hindered.textContent !== '') return undefined;
             const names = new Set(asked(values).map(({ name }) => name));
-            end(Object.fromEntries(Object.entries(values).filter(([name]) => names.has(name))));
+            return end(Object.fromEntries(Object.entries(values).filter(([name]) => names.has(name))));
         };
         dialog.append(
             element(
@@ -97,6 +106,7 @@ export function ask({ title, text, fields: described, action }) {
                 heading,
                 text && element('p', { className: 'note', textContent: text }),
                 ...fields.map(({ block }) => block),
+                hindered,
                 element(
                     'div',
                     { className: 'toolbar' },

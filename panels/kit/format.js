@@ -4,11 +4,16 @@ import { resultNames, ticksPerSecond } from '../client/values.js';
 
 const two = (number) => String(number).padStart(2, '0');
 
-/** Frames a second, rounded: what counts in a timecode. Undefined where a frame is no length to count in. */
+/**
+ * Frames a second, rounded: what counts in a timecode. Undefined where a frame is no length to count in, or
+ * so many of them are far from a second, as 13 are at 12.5.
+ */
 function framesOf(rate) {
     if (typeof rate !== 'bigint' || rate <= 1n) return undefined;
     const frames = (ticksPerSecond + rate / 2n) / rate;
-    return frames >= 1n && frames <= 1000n ? frames : undefined;
+    const off = frames * rate - ticksPerSecond;
+    const isNear = (off < 0n ? -off : off) * 200n <= ticksPerSecond;
+    return isNear && frames <= 1000n ? frames : undefined;
 }
 
 /**
@@ -53,11 +58,11 @@ export function ticksOf(text, rate) {
 /** A length; of one that nobody knows a dash. */
 export const duration = (ticks, rate) => timecode(ticks, rate) || '–';
 
-/** @returns {string} `25 fps`, `29.97 fps`; empty where there is none. */
+/** @returns {string} `25 fps`, `23.976 fps`; empty where there is none. */
 export function rateText(rate) {
-    if (framesOf(rate) === undefined) return '';
-    const exact = Number((ticksPerSecond * 1000n) / rate) / 1000;
-    return `${Math.round(exact * 100) / 100} fps`;
+    if (typeof rate !== 'bigint' || rate <= 1n) return '';
+    const exact = Number((ticksPerSecond * 10000n) / rate) / 10000;
+    return exact >= 0.01 && exact <= 1000 ? `${Math.round(exact * 1000) / 1000} fps` : '';
 }
 
 const lastSeparator = (path) => Math.max(path.lastIndexOf('/'), path.lastIndexOf('\\'));

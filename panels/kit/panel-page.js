@@ -5,6 +5,7 @@ import { PanelError } from '../client/errors.js';
 import { newGuid } from '../client/guid.js';
 import { findRequest, shortName } from '../client/rules.js';
 import { noConnection } from './actions.js';
+import { setObstacle } from './dialog.js';
 import { element, setText } from './elements.js';
 import { errorText } from './format.js';
 import { outcomeOf, outcomeOfError, statusTexts, workTitle } from './outcome.js';
@@ -14,6 +15,7 @@ import { TaskList } from './tasks.js';
 
 const longWork = 600000; // milliseconds without a word, for work that takes its time
 const shortWork = 60000;
+const patience = 3000; // until it is told that nobody answers
 const silentWork = 10000; // for what hosts need not answer
 
 const askedText = (canAsk) =>
@@ -21,15 +23,18 @@ const askedText = (canAsk) =>
 
 const connectionTexts = {
     open: ({ pageID }) => `Connected as ${pageID}.`,
-    waiting: () => 'The connection is lost and made again. What you see may be out of date; actions wait.',
+    waiting: ({ detail }) =>
+        `The connection is lost and made again${detail ? `: ${detail}` : ''}. ` +
+        'What you see may be out of date; actions wait.',
     gap: ({ canAsk }) =>
         `Connected again, but news was lost: what you see may be out of date. ${askedText(canAsk)}`,
     garbled: ({ canAsk }) =>
         `The host told what cannot be read: what you see may be out of date. ${askedText(canAsk)}`,
     anew: ({ pageID }) => `Connected as ${pageID}. The host has told how things stand now.`,
-    empty: ({ detail }) => `Connected, but what there is did not come: ${detail}`,
+    late: () => 'Connecting … The host does not answer yet. This page goes on trying.',
+    empty: ({ detail }) => `Connected, but what there is did not come: ${detail} Reload to ask again.`,
     closed: ({ detail, pageID }) =>
-        pageID === undefined ? detail : `The connection is closed: ${detail}. What you see stays.`,
+        pageID === undefined ? detail : `The connection is closed: ${detail} What you see stays.`,
 };
 
 export class PanelPage {
@@ -58,11 +63,22 @@ export class PanelPage {
             canCancel: (task) => this.#isUsable && this.#cancelOf(task) !== undefined,
             clear: (task) => this.tasks.clear(task?.id),
         });
+        setObstacle(() =>
+            this.#isUsable ? undefined : `${noConnection} What you entered stays: try again when it is back.`,
+        );
     }
 
     /** Whether requests can be raised now. */
     get isUsable() {
         return this.#isUsable;
+    }
+
+    /** @returns {string | undefined} What to wait for before the same is asked for the same files again. */
+    busyWith(what, some) {
+        const same = this.tasks.running.find(
+            (task) => task.what === what && some.some(({ path }) => task.paths.includes(path)),
+        );
+        return same && `Wait until it is done: ${same.title}.`;
     }
 
     get panel() {
@@ -72,6 +88,7 @@ export class PanelPage {
     /** Connects, and asks what there is, where the host answers that. */
     async begin() {
         this.#strip.show([]);
+        const late = setTimeout(() => this.#say('late'), patience);
         try {
             await beginSession();
             this.#panel = await connectPanel(this.#kind, {
@@ -81,6 +98,8 @@ export class PanelPage {
             });
         } catch (error) {
             return this.#connectionChanged('closed', error.message);
+        } finally {
+            clearTimeout(late);
         }
         this.#panel.on('*', (message, type) => this.#heard(shortName(type), message));
         this.#strip.note = this.#on.unknown;
@@ -136,7 +155,6 @@ export class PanelPage {
         this.#isStale ||= event === 'gap';
         if (event === 'gap') this.tasks.gap();
         this.#say(event === 'open' && this.#isStale ? 'gap' : event, detail);
-        if (event === 'closed') this.#connection.after(this.#reload);
         this.#tasksChanged();
     }
 
@@ -144,6 +162,7 @@ export class PanelPage {
         const { pageID } = this.#panel ?? {};
         this.#connection.dataset.event = event;
         setText(this.#connection, connectionTexts[event]({ detail, pageID, canAsk: this.#canAsk }));
+        if (event === 'closed' || event === 'empty') this.#connection.after(this.#reload);
     }
 
     #tasksChanged(ended) {
@@ -161,8 +180,9 @@ export class PanelPage {
         return () => this.raise(cancel, { header: { taskID: task.id, msgID: task.msgID } });
     }
 
-    #cancel(task) {
-        this.#cancelOf(task)?.();
+    async #cancel(task) {
+        const problem = await this.#cancelOf(task)?.();
+        if (problem !== undefined) this.#strip.announce(`${task.title}: not cancelled. ${problem}`);
     }
 
     /** Raises what nobody answers. @returns {Promise<string | undefined>} Why it could not be raised. */

@@ -156,9 +156,9 @@ export class TaskList {
         const id = message.header.taskID;
         const isUnannounced = !this.#tasks.has(id) && name.endsWith('ItemsReady');
         const task = this.#tasks.get(id) ?? this.#add({ id, what: 'Ingest' });
+        if (task.status === 'lost') task.status = 'running';
         const wasOver = isOver(task);
         if (isUnannounced) task.status = 'done';
-        if (task.status === 'lost') task.status = 'running';
         ingestSteps[name](task, message);
         task.detail = ingestDetail(task);
         if (isOver(task) && !wasOver) this.#over(task);

@@ -1,4 +1,4 @@
-// Numbers that records have for words, by the words.
+// Numbers that records have for words, by the words; and what kinds of panels are called.
 
 import model from '../client/model.js';
 
@@ -6,6 +6,8 @@ function numbersOf(name) {
     const { words, values } = model.forms.find((form) => form.name === name);
     return Object.fromEntries(words.map((word, i) => [word, values[i]]));
 }
+
+export const kindNames = { library: 'library', mediaCollection: 'media collection' };
 
 export const clipTypes = numbersOf('clipType');
 export const transferTypes = numbersOf('transferType');

@@ -1,6 +1,7 @@
 // The clips of the library, and what notifications do to them. Without DOM.
 
 import { isGood, pathEnd } from '../kit/format.js';
+import { finderOf, inOrder } from '../kit/lists.js';
 import { fromAssetItem, fromIngestItem, fromMediaInfo, metadataOf, nameAt, saying } from '../kit/media.js';
 import { failureText, workTitle } from '../kit/outcome.js';
 import { progressText } from '../kit/tasks.js';
@@ -108,10 +109,10 @@ export class ClipList {
      * own.
      */
     #copied({ ingestItemList = [], batchID }) {
+        const ofBatch = this.all.filter((clip) => clip.batchID === batchID);
+        const originals = new Map(ofBatch.reverse().map(({ path }) => [pathEnd(path), path]));
         for (const item of ingestItemList.filter((item) => item?.filePath)) {
-            const clip = this.all.find(
-                (clip) => clip.batchID === batchID && pathEnd(clip.path) === pathEnd(item.filePath),
-            );
+            const clip = this.#clips.get(originals.get(pathEnd(item.filePath)));
             if (clip === undefined) this.#put(item.filePath, fromIngestItem(item));
             else if (!clip.copies.includes(item.filePath))
                 this.#put(clip.path, { copies: [...clip.copies, item.filePath] });
@@ -208,30 +209,21 @@ export class ClipList {
     }
 }
 
-const comparedBy = {
-    name: (clip) => clip.name.toLowerCase(),
-    path: (clip) => pathEnd(clip.path).toLowerCase(),
+const sortedBy = {
+    name: (clip) => clip.name,
+    path: (clip) => pathEnd(clip.path),
     type: (clip) => clip.type,
     length: (clip) => clip.length ?? -1n,
     bin: (clip) => clip.bin ?? '',
     state: (clip) => states.findIndex(([applies]) => applies(clip)),
 };
 
+const textOf = ({ name, path, bin = '', metadata }) =>
+    [name, path, bin, ...metadata.map(([, value]) => value)].join('\n');
+
 /** @returns {object[]} The clips that hold all words of a search, in order. */
 export function listed(clips, { search = '', key = '', descending = false } = {}) {
-    const words = search.toLowerCase().split(/\s+/).filter(Boolean);
-    const found = clips.filter((clip) => {
-        if (words.length === 0) return true;
-        const text = [clip.name, clip.path, clip.bin ?? '', ...clip.metadata.map(([, value]) => value)]
-            .join('\n')
-            .toLowerCase();
-        return words.every((word) => text.includes(word));
-    });
-    const valueOf = comparedBy[key];
-    if (valueOf === undefined) return found;
-    const order = descending ? -1 : 1;
-    return found
-        .map((clip) => [valueOf(clip), clip])
-        .sort(([a], [b]) => (a < b ? -order : a > b ? order : 0))
-        .map(([, clip]) => clip);
+    const isFound = finderOf(search);
+    const found = isFound === undefined ? clips : clips.filter((clip) => isFound(textOf(clip)));
+    return sortedBy[key] === undefined ? found : inOrder(found, sortedBy[key], descending);
 }

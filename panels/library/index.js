@@ -9,6 +9,7 @@ import { glyph } from '../kit/glyphs.js';
 import { typeNames } from '../kit/media.js';
 import { problemsOf } from '../kit/outcome.js';
 import { PanelPage } from '../kit/panel-page.js';
+import { soon } from '../kit/soon.js';
 import { ClipList, adviceOf, listed, stateOf } from './clips.js';
 import { makeDetails } from './details.js';
 import * as questions from './questions.js';
@@ -20,21 +21,23 @@ const search = document.getElementById('search');
 const order = { key: '', descending: false };
 
 const page = new PanelPage('library', {
-    changed: () => show(),
+    changed: () => showSoon(),
     news: (name, message) => {
         if (name === 'AppExit') guard.asked();
-        if (clips.hear(name, message)) show();
+        if (clips.hear(name, message)) showSoon();
     },
     state: ({ exit }) => guard.heardState(exit),
     unknown: 'This host does not list its tasks: those begun by other pages are not known here.',
 });
 const guard = new ExitGuard(page);
+const showSoon = soon(() => show());
 
 let chosen = []; // the clips that an action is about, in the order of the list
 
 const needsOne = () => (chosen.length === 1 ? undefined : 'Select one clip.');
 const needsSome = () => (chosen.length > 0 ? undefined : 'Select one clip or more.');
 const needsTwo = () => (chosen.length > 1 ? undefined : 'Select two clips or more.');
+const needsIdle = (what) => () => needsOne() ?? page.busyWith(what, chosen);
 const needsXmp = () => needsOne() ?? (chosen[0].xmp ? undefined : 'Read the XMP first.');
 
 const titleFor = (work, some) =>
@@ -152,11 +155,11 @@ const tools = [
     ]),
 ];
 const detailTools = {
-    properties: new Actions([{ label: 'Get properties', run: getProperties, prevented: needsOne }]),
+    properties: new Actions([{ label: 'Get properties', run: getProperties, prevented: needsIdle('GetMediaPropertyInfo') }]),
     thumbnail: new Actions([{ label: 'Request thumbnail …', run: thumbnail, prevented: needsOne }]),
     xmp: new Actions([
-        { label: 'Read XMP', run: importXmp, prevented: needsOne },
-        { label: 'Read from disk', run: readXmp, prevented: needsOne },
+        { label: 'Read XMP', run: importXmp, prevented: needsIdle('ImportXMP') },
+        { label: 'Read from disk', run: readXmp, prevented: needsIdle('ReadXMPFromDisk') },
         { label: 'Write to disk …', run: writeXmp, prevented: needsXmp },
     ]),
 };

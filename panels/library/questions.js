@@ -100,7 +100,7 @@ export const transcode = (clips) =>
                       label: 'End of the file names',
                       required: true,
                       value: '_preview.mp4',
-                      check: (name) => nameProblem(name),
+                      check: (ending) => nameProblem(ending) ?? endingProblem(clips, ending),
                       hint: 'Stands behind the name of each clip.',
                   },
             withXmpField(),
@@ -108,10 +108,25 @@ export const transcode = (clips) =>
         action: 'Transcode',
     });
 
+const mostNames = 12;
+
+function namesOf(clips) {
+    const names = clips.slice(0, mostNames).map(({ name }) => name);
+    if (clips.length > mostNames) names.push(`and ${plural(clips.length - mostNames, 'other')}`);
+    return names.join(', ');
+}
+
+/** @returns {string | undefined} Files of one name are one file. */
+function endingProblem(clips, ending) {
+    const names = clips.map(({ path }) => withoutEnding(pathEnd(path)) + ending);
+    const doubled = names.find((name, i) => names.indexOf(name) < i);
+    return doubled && `Two clips would both become ${doubled}. Transcode one of them on its own.`;
+}
+
 export const concatenate = (clips) =>
     askAndKeep({
         title: `Concatenate ${plural(clips.length, 'clip')}`,
-        text: `In the order of the list: ${clips.map(({ name }) => name).join(', ')}.`,
+        text: `In the order of the list: ${namesOf(clips)}.`,
         fields: [
             presetField(),
             folderField(clips[0]),

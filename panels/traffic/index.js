@@ -4,6 +4,7 @@ import '../kit/grid.js';
 import { beginPage } from '../desk/page.js';
 import { element, setText } from '../kit/elements.js';
 import { plural } from '../kit/format.js';
+import { soon } from '../kit/soon.js';
 import { columnsFor } from './columns.js';
 import { Details } from './details.js';
 import { groups } from './lines.js';
@@ -20,7 +21,7 @@ let current; // the row in the pane
 let relations = new Map(); // of other rows to it
 let isPaused = false;
 let meanwhile = 0; // entries since the pause
-let timer;
+let isSaving = false;
 let download;
 let desk;
 
@@ -38,12 +39,7 @@ function tell(text, className = 'done') {
     byID('told').replaceChildren(text);
 }
 
-function showSoon() {
-    timer ??= setTimeout(() => {
-        timer = undefined;
-        show();
-    }, pace);
-}
+const showSoon = soon(show, pace);
 
 function show() {
     if (!isPaused) list.rows = shown.slice();
@@ -92,7 +88,8 @@ function addWho({ from, to, asker }) {
 function refilter() {
     matches = filterFor(wanted);
     shown = log.rows.filter(matches);
-    list.rows = shown.slice();
+    const before = isPaused ? log.rows.at(-meanwhile)?.number : undefined;
+    list.rows = meanwhile > 0 && isPaused ? shown.filter(({ number }) => number < before) : shown.slice();
     showCounts();
 }
 
@@ -156,6 +153,9 @@ async function save() {
             'Nothing to save: select entries first. Notes, and what the host itself told, are in no session.',
             'error',
         );
+    if (isSaving) return;
+    isSaving = true;
+    tell('Saving: the selection is played to see whether it stands alone …');
     try {
         const { text, standsAlone, why } = await desk.do('save', { numbers });
         offer(text, numbers);
@@ -168,6 +168,7 @@ async function save() {
     } catch (error) {
         tell(`The selection is not saved: ${error.message}`, 'error');
     }
+    isSaving = false;
 }
 
 function offer(text, numbers) {

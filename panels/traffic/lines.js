@@ -3,6 +3,7 @@
 import { shortName } from '../client/rules.js';
 import { zeroGuid } from '../client/guid.js';
 import { labelsOf } from '../host/examples.js';
+import { kindNames } from '../kit/words.js';
 
 /** What can be shown and hidden, by its key. */
 export const groups = {
@@ -17,8 +18,7 @@ export const groups = {
 };
 
 const last = (name) => String(name).split('::').at(-1);
-const connectors = { library: 'library', mediaCollection: 'media collection' };
-const connectorOf = (name) => connectors[name] ?? String(name);
+const connectorOf = (name) => kindNames[name] ?? String(name);
 
 /** Lanes are 0 for panels, 1 for connectors, 2 for the host; `to` is who is spoken to, if lines say it. */
 const kinds = {

@@ -5,6 +5,7 @@ import { test } from 'node:test';
 import { rateOf, ticksPerSecond } from '../../panels/client/index.js';
 import { rateText, ticksOf, timecode } from '../../panels/kit/format.js';
 import { GridModel, rowsInView } from '../../panels/kit/grid-model.js';
+import { finderOf, inOrder } from '../../panels/kit/lists.js';
 import { outcomeOf, outcomeOfError } from '../../panels/kit/outcome.js';
 import { nameProblem, pathProblem, withoutEnding } from '../../panels/kit/paths.js';
 import { TaskList } from '../../panels/kit/tasks.js';
@@ -17,7 +18,10 @@ test('times are read as they are written, at each rate', () => {
         [ntsc * 30n, ntsc, '00:00:01:00'],
         [ntsc * 107892n, ntsc, '00:59:56:12'],
         [rateOf(24000, 1001) * 24n, rateOf(24000, 1001), '00:00:01:00'],
+        [ticksPerSecond * 360000n, rateOf(25), '100:00:00:00'],
         [(ticksPerSecond * 5n) / 2n, undefined, '00:00:02.500'],
+        [ticksPerSecond * 60n, rateOf(25, 2), '00:01:00.000'],
+        [ticksPerSecond * 60n, ticksPerSecond * 2n, '00:01:00.000'],
         [ticksPerSecond, 1n, '00:00:01.000'],
         [ticksPerSecond, 0n, '00:00:01.000'],
     ]) {
@@ -26,7 +30,8 @@ test('times are read as they are written, at each rate', () => {
     }
     assert.equal(timecode(-rateOf(25), rateOf(25)), '-00:00:00:01');
     assert.equal(ticksOf('1:30'), 90n * ticksPerSecond);
-    assert.deepEqual([rateOf(25), ntsc, 1n, 0n].map(rateText), ['25 fps', '29.97 fps', '', '']);
+    assert.deepEqual([rateOf(25), ntsc, rateOf(24000, 1001), rateOf(25, 2), 1n, 0n].map(rateText),
+        ['25 fps', '29.97 fps', '23.976 fps', '12.5 fps', '', '']);
     for (const text of ['', 'x', '00:00:00:25', '00:00:01.5', '1:2', '-1'])
         assert.equal(ticksOf(text, rateOf(25)), undefined, text);
 });
@@ -38,6 +43,17 @@ test('names and paths that a host could not use are told before', () => {
     for (const name of ['a/b', 'a\\b', '..', '.', 'x.mov'])
         assert.notEqual(nameProblem(name, { path: '/m/x.mov' }), undefined, name);
     assert.deepEqual(['a.b.mov', 'a', '.hidden'].map(withoutEnding), ['a.b', 'a', '.hidden']);
+});
+
+test('lists are searched and put in order as people read', () => {
+    const names = ['clip 10', 'Éclair', 'clip 2', 'Clip 2', 'zoo', 'eclair 3'];
+    const same = (name) => name;
+    assert.deepEqual(inOrder(names, same), ['clip 2', 'Clip 2', 'clip 10', 'Éclair', 'eclair 3', 'zoo']);
+    assert.deepEqual(inOrder(names, (name) => name.length === 3, true),
+        ['zoo', 'clip 10', 'Éclair', 'clip 2', 'Clip 2', 'eclair 3'], 'those alike stay in order');
+    assert.deepEqual(names.filter(finderOf('E\u0301CL')), ['Éclair']);
+    assert.deepEqual(names.filter(finderOf(' 2  clip')), ['clip 2', 'Clip 2']);
+    assert.equal(finderOf(' '), undefined);
 });
 
 test('no more rows are in view than may be, and none that is not there', () => {
