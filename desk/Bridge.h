@@ -50,7 +50,7 @@ public:
     void OnNotification(const std::string& type, const std::string& data) override;
 
     /// Disturbs what passes between host and page from now on, both ways; without kinds or at 0 percent no
-    /// more. \return False when no such page is connected.
+    /// more. \return False when there is no such page, connected or away.
     bool Disturb(const std::string& browserID, const Faults::Settings& settings);
 
     /// Tells each page how things stand, unless they stand as they did.

@@ -192,8 +192,14 @@ export async function act(page, { rows = [], choose, fields, confirm }) {
     if (confirm === undefined) return;
     const dialog = page.getByRole('dialog');
     await fillIn(dialog, fields);
-    await button(dialog, confirm).click();
-    await dialog.waitFor({ state: 'detached' });
+    // A page without a connection keeps its dialog, so that it can be confirmed again.
+    for (let isOpen = true; isOpen;) {
+        await button(dialog, confirm).click();
+        isOpen = await dialog.waitFor({ state: 'detached', timeout: 2000 }).then(
+            () => false,
+            () => true,
+        );
+    }
 }
 
 /**
