@@ -169,11 +169,10 @@ RawClient Connect(const Desk::RunningDesk& desk)
               Header(access, "Desk-Token: " + access.Token() + "\r\nContent-Length: 0\r\n"));
     const std::string cookie = asks.ReadAnswer().Field("Set-Cookie");
     RawClient client(desk.Port());
-    client.Send("GET /socket" +
-                Header(access, "Cookie: " + cookie.substr(0, cookie.find(';')) +
-                                   "\r\nConnection: Upgrade\r\nUpgrade: websocket\r\n"
-                                   "Sec-WebSocket-Version: 13\r\n"
-                                   "Sec-WebSocket-Key: AAAAAAAAAAAAAAAAAAAAAA==\r\n"));
+    client.Send("GET /socket" + Header(access, "Cookie: " + cookie.substr(0, cookie.find(';')) +
+                                                   "\r\nConnection: Upgrade\r\nUpgrade: websocket\r\n"
+                                                   "Sec-WebSocket-Version: 13\r\n"
+                                                   "Sec-WebSocket-Key: AAAAAAAAAAAAAAAAAAAAAA==\r\n"));
     client.ReadAnswer();
     client.Send(RawClient::MakeFrame(1, PageFrames::Hello("library")));
     return client;
