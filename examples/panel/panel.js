@@ -3,32 +3,48 @@
 
 import { Panel, connectWebSocket } from '/client/index.js';
 
-const say = (text) => (document.getElementById('connection').textContent = text);
+const mostNews = 100;
+const news = document.getElementById('news');
+const ingest = document.getElementById('ingest');
+
+const texts = {
+    open: () => 'Connected.',
+    waiting: (reason) => `The connection is lost and made again: ${reason}.`,
+    gap: () => 'Connected again, but news was lost.',
+    closed: (reason) => `No connection: ${reason}. Open the address that the desk prints, then this page.`,
+};
+
+function show(event, detail) {
+    document.getElementById('connection').textContent = texts[event](detail);
+    ingest.disabled = event === 'waiting' || event === 'closed';
+}
 
 function list(text) {
     const item = document.createElement('li');
     item.textContent = text;
-    document.getElementById('news').append(item);
+    news.append(item);
+    if (news.children.length > mostNews) news.firstChild.remove();
 }
 
 /** A panel in a host's own browser has a transport of a few lines instead of this; the rest stays. */
-const transport = await connectWebSocket(`ws://${location.host}/socket`, { kind: 'library' });
+async function connect() {
+    const { ok } = await fetch('/session');
+    if (!ok) throw new Error('this browser has no session');
+    return connectWebSocket(`ws://${location.host}/socket`, { kind: 'library' });
+}
 
-const panel = new Panel(transport, {
-    kind: 'library',
-    connection: (event, detail) => say(event === 'open' ? 'Connected.' : `${event}: ${detail}`),
-});
-say('Connected.');
+function begin(transport) {
+    const panel = new Panel(transport, { kind: 'library', connection: show });
+    show('open');
+    panel.on('*', (message, type) => list(`${type.split('.').at(-1)}, task ${message.header.taskID}`));
+    ingest.addEventListener('click', async () => {
+        try {
+            const { result } = await panel.request('OpenIngestDialog', { targetBin: 'Day 1' });
+            list(`The dialog is open: ${result}`);
+        } catch (error) {
+            list(`The dialog did not open: ${error.message}`);
+        }
+    });
+}
 
-panel.on('*', (message, type) => list(`${type.split('.').at(-1)}, task ${message.header.taskID}`));
-
-const ingest = document.getElementById('ingest');
-ingest.disabled = false;
-ingest.addEventListener('click', async () => {
-    try {
-        const { result } = await panel.request('OpenIngestDialog', { targetBin: 'Day 1' });
-        list(`The dialog is open: ${result}`);
-    } catch (error) {
-        list(`The dialog did not open: ${error.message}`);
-    }
-});
+connect().then(begin, (error) => show('closed', error.message));

@@ -119,7 +119,8 @@ function namesOf(clips) {
 /** @returns {string | undefined} Files of one name are one file. */
 function endingProblem(clips, ending) {
     const names = clips.map(({ path }) => withoutEnding(pathEnd(path)) + ending);
-    const doubled = names.find((name, i) => names.indexOf(name) < i);
+    const seen = new Set();
+    const doubled = names.find((name) => seen.size === seen.add(name).size);
     return doubled && `Two clips would both become ${doubled}. Transcode one of them on its own.`;
 }
 
