@@ -54,9 +54,10 @@ function showPanels(panels = []) {
 
 /** What else the host does, where it is more than to wait for panels. */
 function hostText({ play, exit, record }) {
-    const waits = play?.waitsFor ? `, waits for ${shortName(play.waitsFor)} from a panel` : '';
+    const waitsFor = play?.waitsFor && `, waits for ${shortName(play.waitsFor)} from a panel`;
+    const waits = play?.isEnded ? ', ended' : waitsFor || '';
     return [
-        play && `It plays ${play.file}: line ${play.line} of ${play.lines}${play.isEnded ? ', ended' : waits}.`,
+        play && `It plays ${play.file}: line ${play.line} of ${play.lines}${waits}.`,
         play?.problem && `The session has a problem: ${play.problem}.`,
         record && `It is recorded to ${record}.`,
         exit?.isAsked && 'It was asked to end.',

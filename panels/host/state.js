@@ -211,7 +211,8 @@ export function showState(state) {
     setText(byID('exit-state'), exitText(exit));
     byID('exit').disabled = exit?.isAsked === true;
     byID('exit-state').className = exit?.refusedBy === undefined ? 'note' : 'warn';
-    showItems(byID('tasks'), tasksIn(state), ({ taskID, msgID, what }) => `${what} ${taskID} ${msgID}`, taskItem);
+    const keyOf = ({ taskID, msgID, what }) => `${what} ${taskID} ${msgID}`;
+    showItems(byID('tasks'), tasksIn(state), keyOf, taskItem);
     byID('tasks-none').hidden = tasks.length > 0;
     showItems(byID('panels'), panels, ({ browserID }) => browserID, panelItem);
     byID('panels-none').hidden = panels.length > 0;

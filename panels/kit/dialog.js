@@ -78,7 +78,7 @@ export function ask({ title, text, fields: described, action }) {
     const asked = (values) => fields.filter(({ field }) => field.when?.(values) ?? true);
     const heading = element('h2', { textContent: title, id: `dialog-${++count}` });
     const dialog = element('dialog', { 'aria-labelledby': heading.id });
-    const hindered = element('p', { className: 'error', role: 'alert' });
+    const hindered = element('p', { className: 'error', role: 'alert', hidden: true });
     const showAsked = () => {
         const shown = new Set(asked(allValues()));
         for (const field of fields) field.block.hidden = !shown.has(field);
@@ -94,8 +94,10 @@ export function ask({ title, text, fields: described, action }) {
             const values = allValues();
             const wrong = asked(values).filter((field) => !field.check(values));
             if (wrong.length > 0) return wrong[0].control.focus();
-            setText(hindered, obstacle() ?? '');
-            if (hindered.textContent !== '') return undefined;
+            const reason = obstacle();
+            hindered.hidden = reason === undefined;
+            setText(hindered, reason ?? '');
+            if (reason !== undefined) return undefined;
             const names = new Set(asked(values).map(({ name }) => name));
             return end(Object.fromEntries(Object.entries(values).filter(([name]) => names.has(name))));
         };

@@ -155,7 +155,9 @@ const tools = [
     ]),
 ];
 const detailTools = {
-    properties: new Actions([{ label: 'Get properties', run: getProperties, prevented: needsIdle('GetMediaPropertyInfo') }]),
+    properties: new Actions([
+        { label: 'Get properties', run: getProperties, prevented: needsIdle('GetMediaPropertyInfo') },
+    ]),
     thumbnail: new Actions([{ label: 'Request thumbnail …', run: thumbnail, prevented: needsOne }]),
     xmp: new Actions([
         { label: 'Read XMP', run: importXmp, prevented: needsIdle('ImportXMP') },
