@@ -60,17 +60,27 @@ private:
     void Become(const Traffic::Passage& passage)
     {
         std::string steps;
+        const auto add = [&steps](const char* key, const Json& value) {
+            steps += Session::DumpJson(Json{{key, value}});
+            steps += '\n';
+        };
         if (passage.isRegistered != mIsRegistered)
-            steps += passage.isRegistered ? "{\"register\":true}\n" : "{\"register\":false}\n";
+            add("register", passage.isRegistered);
         for (const std::string& each : mAlive)
-            if (!Contains(passage.alive, each))
-                steps += R"({"release":")" + each + "\"}\n" + R"({"destroyed":")" + each + "\"}\n";
+            if (!Contains(passage.alive, each)) {
+                add("release", each);
+                add("destroyed", each);
+            }
         for (const std::string& each : passage.alive)
             if (!Contains(mAlive, each))
-                steps += R"({"create":")" + each + "\"}\n";
+                add("create", each);
         if (!steps.empty())
-            mText += std::string("{\"host\":{\"quiet\":[") + kQuietCalls + "]}}\n" + steps +
-                     "{\"host\":{\"quiet\":[]}}\n";
+            mText.append(R"({"host":{"quiet":[)")
+                .append(kQuietCalls)
+                .append("]}}\n")
+                .append(steps)
+                .append(R"({"host":{"quiet":[]}})")
+                .append("\n");
         mIsRegistered = passage.isRegistered;
         mAlive = passage.alive;
         Json changes = Json::object();

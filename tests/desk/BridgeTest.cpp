@@ -351,12 +351,12 @@ TEST_F(PanelsTest, AnswersNameTheAskerAndNewsNobody)
         std::vector<std::string> library, collection, news;
     } rows[] = {
         {"OnTransferStatus",
-         {0, Json::array()},
+         Json::array({0, Json::array()}),
          {"TransferStatus to panel-2"},
          {"TransferStatus to MediaCollection"},
          {"TransferStatus to none", "TransferStatus to MediaCollection"}},
         {"OnInitMiniMetadata",
-         {Json::array()},
+         Json::array({Json::array()}),
          {"InitMiniMetadata to MediaCollection"},
          {"InitMiniMetadata to MediaCollection"},
          {"InitMiniMetadata to MediaCollection"}},
