@@ -20,26 +20,14 @@ constexpr std::size_t kMostAssets = 20000;  ///< Of each kind.
 constexpr std::size_t kMostAssetBytes = std::size_t{32} << 20;
 constexpr std::size_t kMostColumns = 1000;  ///< The newest stay out.
 
-/// \return The id in the header of a notification's text; empty without one.
-std::string HeaderID(std::string_view xml, std::string_view element)
+/// \return What stands behind the first such start, up to the end; empty without one.
+std::string Between(std::string_view xml, std::string_view start, char end)
 {
-    const std::string start = "<" + std::string(element) + " ID=\"";
     const std::size_t found = xml.find(start);
     if (found == std::string_view::npos)
         return {};
     const std::size_t begin = found + start.size();
-    return std::string(xml.substr(begin, xml.find('"', begin) - begin));
-}
-
-/// \return The text of the first such element that holds nothing else; empty without one.
-std::string ElementText(std::string_view xml, std::string_view element)
-{
-    const std::string start = "<" + std::string(element) + ">";
-    const std::size_t found = xml.find(start);
-    if (found == std::string_view::npos)
-        return {};
-    const std::size_t begin = found + start.size();
-    return std::string(xml.substr(begin, xml.find('<', begin) - begin));
+    return std::string(xml.substr(begin, xml.find(end, begin) - begin));
 }
 
 bool Contains(const std::vector<std::string>& texts, const std::string& text)
@@ -155,7 +143,7 @@ void Overview::TakeNotification(const Json& line)
 {
     const std::string identifier = TextOf(line["notification"]);
     const std::string xml = TextOf(line.value("data", Json()));
-    const std::string message = HeaderID(xml, "msgID");
+    const std::string message = Between(xml, "<msgID ID=\"", '"');
     Json* const task = FindTask("msgID", message);
     const Protocol::Event* const event =
         task == nullptr ? nullptr : FindTaskRequest(TextOf(task->value("request", Json())));
@@ -164,7 +152,7 @@ void Overview::TakeNotification(const Json& line)
     if (Contains(event->ends.empty() ? event->answers : event->ends, identifier))
         End("msgID", message);
     else if (Contains(event->progress, identifier))
-        (*task)["percentage"] = std::atoi(ElementText(xml, "percentage").c_str());
+        (*task)["percentage"] = std::atoi(Between(xml, "<percentage>", '<').c_str());
 }
 
 void Overview::TakePost(const Json& line)
