@@ -17,6 +17,12 @@
 #include <utility>
 #include <vector>
 
+/// A text with a path and a media info, for requests that want one of them.
+constexpr const char* kThing =
+    "<browserMessage><filePath "
+    "path=\"/a.mov\"/><assetMediaInfoList><assetMediaInfo><filePath>/a.mov</filePath>"
+    "</assetMediaInfo></assetMediaInfoList></browserMessage>";
+
 inline std::string BrowserIDIn(const std::string& xml)
 {
     const std::string start = "<browserID ID=\"";
